@@ -1,0 +1,136 @@
+// Counted access to raw resources, and the animated about box.
+#ifndef TAMRIX32_ABOUT_H
+#define TAMRIX32_ABOUT_H
+
+#include <windows.h>
+
+#include "tamrix32/export.h"
+
+/// Shows the library's about box modally; returns once it is closed. Shows nothing when it could not be built.
+TAMRIX_FUNCTION void TAMRIX_CALL DoQuillonAboutBox(void);
+
+#ifdef __cplusplus
+
+/// One resource of a module. Nothing is loaded before the first lock; the last unlock releases it. Name and type are
+/// strings or integer ids in pointer form and must outlive the object. One thread at a time.
+class TAMRIX_CLASS CCustomResource {
+public:
+    /// The low 16 bits of `id` name the resource.
+    CCustomResource(void* module, int id, char* type);
+    CCustomResource(void* module, char* name, char* type);
+    CCustomResource(const CCustomResource&) = default;
+    CCustomResource& operator=(const CCustomResource&) = default;
+    virtual ~CCustomResource();
+    /// A moveable global block with a copy of the bytes (one zero byte for an empty resource), owned by the caller who
+    /// frees it with GlobalFree; null when the resource or the memory cannot be had. The lock count ends as it began.
+    virtual void* copyData();
+    /// Counts one more lock, loading the resource for the first; 1 when it is locked now, else 0 and nothing changed.
+    virtual int lock();
+    /// Counts one lock less, releasing the data with the last; 1 while it is still locked.
+    virtual int unlock();
+    /// The bytes; null while unlocked.
+    unsigned char* getAddress();
+    /// Bytes of the resource; 0 before the first lock, kept after the last unlock.
+    long getSize();
+    int isLocked();
+
+protected:
+    /// Leaves every field undefined; a derived class calls initCustomResource next.
+    CCustomResource();
+    /// Sets module, name and type and clears the rest without releasing anything.
+    void initCustomResource(void* module, char* name, char* type);
+
+private:
+    friend struct CustomResourceLayout;
+    long dataSize;
+    unsigned char* dataAddress;
+    char* resourceType;
+    char* resourceName;
+    int lockCount;
+    void* module;
+    void* resourceData;
+};
+
+/// Holds a resource locked for the length of a block; ask the resource's isLocked() whether it worked.
+class TAMRIX_CLASS AutoCustomResource {
+public:
+    AutoCustomResource(CCustomResource& resource);
+    ~AutoCustomResource();
+    AutoCustomResource(const AutoCustomResource&) = default;
+    AutoCustomResource& operator=(const AutoCustomResource&) = default;
+
+private:
+    CCustomResource* resource;
+};
+
+struct AboutLine;
+class CFlyingSprite;
+class CWalkingSprite;
+
+/// The animated about box: four pictures in turn, credits that travel towards the viewer, sprites on top. A modal box
+/// belongs to its owner. A modeless box is allocated with new, shown with invoke(0), and deletes itself when its window
+/// goes; where isOpen() is 0 after invoke(0) no window was made and the box still belongs to its owner.
+class TAMRIX_CLASS CAboutQuillonAppleTalk {
+public:
+    /// The credits are the "TEXT" resource `textId` (0 means 1, low 16 bits count) of `module` (null: the library).
+    CAboutQuillonAppleTalk(int textId = 0, void* module = 0);
+    virtual ~CAboutQuillonAppleTalk();
+    /// Shows the box; modally when `modal` is nonzero. Does nothing when the box could not be built.
+    virtual void invoke(int modal);
+    /// Closes the box.
+    virtual void revoke();
+    /// 1 while the box has a window.
+    int isOpen();
+    /// The dialog procedure.
+    static int CALLBACK dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
+
+    CAboutQuillonAppleTalk(const CAboutQuillonAppleTalk&) = delete;
+    CAboutQuillonAppleTalk& operator=(const CAboutQuillonAppleTalk&) = delete;
+
+protected:
+    /// Composes the next frame into the frame bitmap.
+    virtual void animate();
+    /// 1 lets a click, a key, a command or the loss of focus close the box.
+    virtual int canClose();
+    virtual void doTimer(unsigned int id);
+    virtual void dialogDestroyed();
+    virtual void initDialog(void* dialog);
+    virtual void paint(void* dc);
+    /// Builds the line table from the credits text; 0 when memory runs out.
+    virtual int parseText();
+
+    HPALETTE createOurPalette(int bitmapId);
+    HBITMAP createOurBitmap(int bitmapId, RECT* rect);
+    HGLOBAL createOurText(HINSTANCE module, int textId);
+    HFONT createOurFont(int bold, int italic, int underline);
+
+private:
+    friend struct AboutLayout;
+    friend void TAMRIX_CALL ::DoQuillonAboutBox(void);
+    int flyerCount;
+    int walkerCount;
+    int textTop;
+    int lineHeight;
+    unsigned int timerId;
+    unsigned int timerPeriod;
+    COLORREF textColor;
+    COLORREF backColor;
+    AboutLine* lines;
+    HWND window;
+    HPALETTE palette;
+    HBITMAP frameBitmap;
+    HBITMAP stripBitmap;
+    HBITMAP pictures[4];
+    HGLOBAL text;
+    int pictureIndex;
+    int topLine;
+    int lineCount;
+    int modal;
+    RECT frameRect;
+    char creditsFace[32];
+    CFlyingSprite* flyers;
+    CWalkingSprite* walkers;
+};
+
+#endif
+#endif

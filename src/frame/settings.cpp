@@ -1,0 +1,81 @@
+#include "frame/settings.h"
+
+#include <cstring>
+#include <new>
+
+#include "strings/lead_bytes.h"
+#include "tamrix32/registry.h"
+#include "tamrix32/strings.h"
+
+namespace tamrix {
+
+HINSTANCE instance;
+SbcsTranslator sbcsTranslator;
+QuoteSettings quoteSettings;
+DialogFontSettings dialogFontSettings;
+NameRules nameRules;
+
+namespace {
+
+/// Replaces the quote set by a copy; an allocation that fails leaves the empty set.
+void setQuoteChars(const unsigned char* chars, std::int32_t count) {
+    freeQuoteSettings();
+    quoteSettings.chars = new (std::nothrow) unsigned char[static_cast<std::size_t>(count)];
+    if (!quoteSettings.chars) return;
+    std::memcpy(quoteSettings.chars, chars, static_cast<std::size_t>(count));
+    quoteSettings.count = count;
+}
+
+/// Whether a string value holds two characters to take as brackets; anything else counts as absent.
+bool holdsBrackets(RegValue& value) {
+    return value.Type() == RegValString && value.String() && value.DataLen() >= 2 && value.String()[0] &&
+           value.String()[1];
+}
+
+void readQuoteSettings(RegKey& key) {
+    RegValue value;
+    // A value of a type that carries no data has a length but no buffer.
+    if (key.ValueByName("QuoteChars", &value) && value.Buffer())
+        setQuoteChars(value.Buffer(), static_cast<std::int32_t>(value.DataLen()));
+    if (key.ValueByName("QuoteBracketChars", &value) && holdsBrackets(value)) {
+        quoteSettings.open = value.Buffer()[0];
+        quoteSettings.close = value.Buffer()[1];
+    }
+}
+
+char* copyOf(const char* text) {
+    char* copy = new (std::nothrow) char[static_cast<std::size_t>(dbcs_strlen(text)) + 1];
+    return dbcs_strcpy(copy, text);
+}
+
+}  // namespace
+
+void freeQuoteSettings() {
+    delete[] quoteSettings.chars;
+    quoteSettings.chars = nullptr;
+    quoteSettings.count = 0;
+}
+
+void loadQuoteSettings() {
+    const DefaultQuotes standard = defaultQuotes(leadByteTable.hasLeadBytes != 0);
+    setQuoteChars(standard.chars, standard.count);
+    quoteSettings.open = '[';
+    quoteSettings.close = ']';
+    RegKey key;
+    if (key.Open(HKEY_LOCAL_MACHINE, kSettingsPath)) readQuoteSettings(key);
+    nameRules = makeNameRules(quoteSettings, leadByteTable, sbcsTranslator.table);
+}
+
+void loadDialogFontSettings() {
+    RegKey key;
+    RegValue face;
+    RegValue size;
+    if (!key.Open(HKEY_LOCAL_MACHINE, kSettingsPath)) return;
+    if (!key.ValueByName("DialogFont", &face) || face.Type() != RegValString || !face.String()) return;
+    if (!key.ValueByName("DialogFontSize", &size) || size.Type() != RegValDword) return;
+    delete[] dialogFontSettings.faceName;
+    dialogFontSettings.faceName = copyOf(face.String());
+    dialogFontSettings.pointSize = size.Value();
+}
+
+}  // namespace tamrix

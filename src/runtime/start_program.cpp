@@ -1,0 +1,76 @@
+// A console program's start over msvcrt, and what containers need of a runtime: memory or the end of the process.
+#include <stdlib.h>
+#include <windows.h>
+
+#include <new>
+
+#include "runtime/runtime.h"
+
+int main(int argc, char** argv);
+
+extern "C" {
+struct StartInfo {
+    int newMode;
+};
+int __cdecl __getmainargs(int* argc, char*** argv, char*** environment, int expandWildcards, StartInfo* info);
+}
+
+namespace {
+
+[[noreturn]] void outOfMemory() {
+    static const char message[] = "tamrix: out of memory\n";
+    DWORD written;
+    WriteFile(GetStdHandle(STD_ERROR_HANDLE), message, sizeof message - 1, &written, nullptr);
+    ExitProcess(2);
+}
+
+void* allocate(size_t size) {
+    void* block = malloc(size ? size : 1);
+    if (!block) outOfMemory();
+    return block;
+}
+
+}  // namespace
+
+void* operator new(size_t size) {
+    return allocate(size);
+}
+void* operator new[](size_t size) {
+    return allocate(size);
+}
+
+namespace std {
+void __throw_length_error(const char*) {
+    outOfMemory();
+}
+void __throw_logic_error(const char*) {
+    abort();
+}
+void __throw_out_of_range(const char*) {
+    abort();
+}
+void __throw_out_of_range_fmt(const char*, ...) {
+    abort();
+}
+void __throw_bad_alloc() {
+    outOfMemory();
+}
+void __throw_bad_array_new_length() {
+    outOfMemory();
+}
+void __throw_bad_function_call() {
+    abort();
+}
+}  // namespace std
+
+extern "C" void __cdecl mainCRTStartup() {
+    int argc = 0;
+    char** argv = nullptr;
+    char** environment = nullptr;
+    StartInfo info = {0};
+    __getmainargs(&argc, &argv, &environment, 0, &info);
+    tamrix::runInitialisers();
+    const int status = main(argc, argv);
+    tamrix::runExits();
+    exit(status);
+}

@@ -1,0 +1,10 @@
+// Runs a suite the way a client meets the library: attached to the process.
+#include <gmock/gmock.h>
+
+#include "frame/entry.h"
+
+int main(int argc, char** argv) {
+    testing::InitGoogleMock(&argc, argv);
+    DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
+    return RUN_ALL_TESTS();
+}
