@@ -1,0 +1,170 @@
+// The Win32 calls that depend on the active code pages: lead bytes, conversions, case.
+#include <standin.h>
+
+#include <atomic>
+#include <cstring>
+
+#include "code_page.h"
+#include "faults.h"
+
+namespace standin {
+namespace {
+
+std::atomic<const CodePage*> activeAnsi{nullptr};
+std::atomic<const CodePage*> activeOem{nullptr};
+
+const CodePage& oemCodePage() {
+    const CodePage* page = activeOem;
+    return page ? *page : *CodePage::find(437);
+}
+
+const CodePage* codePageOf(UINT number) {
+    if (number == CP_ACP) return &ansiCodePage();
+    if (number == CP_OEMCP) return &oemCodePage();
+    return CodePage::find(number);
+}
+
+int failed(DWORD code) {
+    SetLastError(code);
+    return 0;
+}
+
+// Where a conversion puts its result: counts always, writes while there is room, and a capacity of 0 only counts.
+template <typename Unit>
+class Output {
+public:
+    Output(Unit* target, int capacity) : target_(target), capacity_(capacity) {}
+
+    void put(Unit unit) {
+        if (count_ < capacity_) target_[count_] = unit;
+        ++count_;
+    }
+
+    int result() const { return capacity_ == 0 || count_ <= capacity_ ? count_ : failed(ERROR_INSUFFICIENT_BUFFER); }
+
+private:
+    Unit* target_;
+    int capacity_;
+    int count_ = 0;
+};
+
+void putCharacter(Output<char>& output, WORD character) {
+    if (character > 0xFF) output.put(static_cast<char>(HIBYTE(character)));
+    output.put(static_cast<char>(LOBYTE(character)));
+}
+
+bool badArguments(const void* source, int length, const void* target, int capacity) {
+    return !source || length == 0 || length < -1 || capacity < 0 || (capacity > 0 && !target);
+}
+
+std::string_view textOf(LPCSTR text, int length) {
+    return {text, length < 0 ? std::strlen(text) + 1 : static_cast<std::size_t>(length)};
+}
+
+}  // namespace
+
+const CodePage& ansiCodePage() {
+    const CodePage* page = activeAnsi;
+    return page ? *page : *CodePage::find(1252);
+}
+
+bool setCodePages(UINT ansi, UINT oem) {
+    const CodePage* ansiPage = CodePage::find(ansi);
+    const CodePage* oemPage = CodePage::find(oem);
+    if (!ansiPage || !oemPage) return false;
+    activeAnsi = ansiPage;
+    activeOem = oemPage;
+    return true;
+}
+
+}  // namespace standin
+
+using namespace standin;
+
+UINT WINAPI GetACP(void) {
+    return ansiCodePage().number();
+}
+
+UINT WINAPI GetOEMCP(void) {
+    return oemCodePage().number();
+}
+
+BOOL WINAPI IsDBCSLeadByte(BYTE value) {
+    return ansiCodePage().isLead(value);
+}
+
+LPSTR WINAPI CharNextA(LPCSTR position) {
+    const bool isDouble = IsDBCSLeadByte(static_cast<BYTE>(position[0])) && position[1];
+    return const_cast<LPSTR>(position + (*position ? 1 : 0) + (isDouble ? 1 : 0));
+}
+
+int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPWSTR wide, int capacity) {
+    if (faultDue(Kind::conversion)) return failed(ERROR_NOT_ENOUGH_MEMORY);
+    const CodePage* page = codePageOf(codePage);
+    if (!page || badArguments(text, length, wide, capacity)) return failed(ERROR_INVALID_PARAMETER);
+    Output<WCHAR> output(wide, capacity);
+    for (std::string_view rest = textOf(text, length); !rest.empty();) {
+        const auto unit = page->toUnicode(page->take(rest));
+        if (!unit && (flags & MB_ERR_INVALID_CHARS)) return failed(ERROR_NO_UNICODE_TRANSLATION);
+        output.put(unit.value_or(page->defaultUnit()));
+    }
+    return output.result();
+}
+
+int WINAPI WideCharToMultiByte(UINT codePage, DWORD, LPCWSTR wide, int length, LPSTR text, int capacity,
+                               LPCSTR defaultCharacter, LPBOOL usedDefault) {
+    if (faultDue(Kind::conversion)) return failed(ERROR_NOT_ENOUGH_MEMORY);
+    const CodePage* page = codePageOf(codePage);
+    if (!page || badArguments(wide, length, text, capacity)) return failed(ERROR_INVALID_PARAMETER);
+    const std::u16string_view units = length < 0 ? std::u16string_view(wide, std::u16string_view(wide).size() + 1)
+                                                 : std::u16string_view(wide, static_cast<std::size_t>(length));
+    std::string_view substitute = defaultCharacter ? defaultCharacter : "?";
+    const WORD missing = substitute.empty() ? WORD{'?'} : page->take(substitute);
+    bool anyMissing = false;
+    Output<char> output(text, capacity);
+    for (const WCHAR unit : units) {
+        const auto character = page->fromUnicode(unit);
+        anyMissing = anyMissing || !character;
+        putCharacter(output, character.value_or(missing));
+    }
+    if (usedDefault) *usedDefault = anyMissing;
+    return output.result();
+}
+
+int WINAPI LCMapStringA(LCID, DWORD flags, LPCSTR source, int length, LPSTR target, int capacity) {
+    if (faultDue(Kind::conversion)) return failed(ERROR_NOT_ENOUGH_MEMORY);
+    if (badArguments(source, length, target, capacity)) return failed(ERROR_INVALID_PARAMETER);
+    if (flags != LCMAP_UPPERCASE && flags != LCMAP_LOWERCASE) return failed(ERROR_INVALID_FLAGS);
+    const CodePage& page = ansiCodePage();
+    Output<char> output(target, capacity);
+    // Case partners have one width, so source and target may be the same memory.
+    for (std::string_view rest = textOf(source, length); !rest.empty();) {
+        const WORD character = page.take(rest);
+        putCharacter(output, flags == LCMAP_UPPERCASE ? page.upper(character) : page.lower(character));
+    }
+    return output.result();
+}
+
+LPSTR WINAPI lstrcpyA(LPSTR target, LPCSTR source) {
+    if (!target || !source) return nullptr;
+    return std::strcpy(target, source);
+}
+
+int WINAPI lstrcmpA(LPCSTR left, LPCSTR right) {
+    if (!left || !right) return left ? 1 : right ? -1 : 0;
+    return std::strcmp(left, right);
+}
+
+int WINAPI lstrlenA(LPCSTR text) {
+    return text ? static_cast<int>(std::strlen(text)) : 0;
+}
+
+int WINAPI MulDiv(int number, int numerator, int denominator) {
+    if (denominator == 0) return -1;
+    const std::int64_t product = std::int64_t{number} * numerator;
+    const std::int64_t magnitude = product < 0 ? -product : product;
+    const std::int64_t divisor = denominator < 0 ? -std::int64_t{denominator} : denominator;
+    const std::int64_t rounded = (magnitude + divisor / 2) / divisor;
+    if (rounded > INT32_MAX) return -1;
+    return static_cast<int>((product < 0) != (denominator < 0) ? -rounded : rounded);
+}

@@ -1,0 +1,131 @@
+// Moveable global memory. A moveable block's handle is not its address, and every resize moves the bytes, so that a
+// pointer kept over it points at freed memory. Blocks have exactly the size asked for.
+#include <standin.h>
+
+#include <cstdlib>
+#include <cstring>
+#include <memory>
+#include <mutex>
+#include <unordered_map>
+
+#include "faults.h"
+
+namespace {
+
+using namespace standin;
+
+struct FreeBytes {
+    void operator()(void* bytes) const { std::free(bytes); }
+};
+
+struct Block {
+    std::unique_ptr<void, FreeBytes> bytes;  // none while the size is 0
+    SIZE_T size = 0;
+    unsigned locks = 0;
+    bool moveable = false;
+};
+
+struct Blocks {
+    std::mutex guard;
+    std::unordered_map<HGLOBAL, Block> live;
+    ULONG_PTR nextHandle = 0x20002;
+};
+
+Blocks& blocks() {
+    static Blocks& state = *new Blocks;
+    return state;
+}
+
+Block* find(HGLOBAL handle) {
+    const auto found = blocks().live.find(handle);
+    return found == blocks().live.end() ? nullptr : &found->second;
+}
+
+// A fresh copy of the old bytes, cut or extended to `size`; what is new is zero only when asked for.
+std::unique_ptr<void, FreeBytes> resized(const Block& old, SIZE_T size, bool zero) {
+    std::unique_ptr<void, FreeBytes> bytes(zero ? std::calloc(size, 1) : std::malloc(size));
+    if (bytes && old.bytes) std::memcpy(bytes.get(), old.bytes.get(), size < old.size ? size : old.size);
+    return bytes;
+}
+
+template <typename Result>
+Result failed(DWORD code, Result result) {
+    SetLastError(code);
+    return result;
+}
+
+}  // namespace
+
+HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size) {
+    if (faultDue(Kind::globalMemory)) return failed<HGLOBAL>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    const std::scoped_lock lock(blocks().guard);
+    Block block;
+    block.moveable = (flags & GMEM_MOVEABLE) != 0;
+    block.size = size;
+    // A fixed block of no bytes still has an address, which is its handle.
+    if (size || !block.moveable) block.bytes = resized({}, size, (flags & GMEM_ZEROINIT) != 0);
+    if (size && !block.bytes) return failed<HGLOBAL>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    HGLOBAL handle = block.bytes.get();
+    if (block.moveable) {
+        handle = reinterpret_cast<HGLOBAL>(blocks().nextHandle);
+        blocks().nextHandle += 4;
+    }
+    blocks().live.emplace(handle, std::move(block));
+    return handle;
+}
+
+HGLOBAL WINAPI GlobalReAlloc(HGLOBAL handle, SIZE_T size, UINT flags) {
+    if (faultDue(Kind::globalMemory)) return failed<HGLOBAL>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    const std::scoped_lock lock(blocks().guard);
+    Block* block = find(handle);
+    if (!block) return failed<HGLOBAL>(ERROR_INVALID_HANDLE, nullptr);
+    // What may not move is not resized at all: a fixed or locked block moves only when the caller allows it.
+    const bool mayMove = (block->moveable && block->locks == 0) || (flags & GMEM_MOVEABLE);
+    if (!mayMove) return failed<HGLOBAL>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    auto bytes = resized(*block, size, (flags & GMEM_ZEROINIT) != 0);
+    if (!bytes && size) return failed<HGLOBAL>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    block->bytes = std::move(bytes);
+    block->size = size;
+    if (block->moveable) return handle;
+    auto entry = blocks().live.extract(handle);
+    entry.key() = entry.mapped().bytes.get();
+    const HGLOBAL moved = entry.key();
+    blocks().live.insert(std::move(entry));
+    return moved;
+}
+
+LPVOID WINAPI GlobalLock(HGLOBAL handle) {
+    if (faultDue(Kind::globalMemory)) return failed<LPVOID>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    const std::scoped_lock lock(blocks().guard);
+    Block* block = find(handle);
+    if (!block) return failed<LPVOID>(ERROR_INVALID_HANDLE, nullptr);
+    if (block->moveable && block->bytes) ++block->locks;
+    return block->bytes.get();
+}
+
+BOOL WINAPI GlobalUnlock(HGLOBAL handle) {
+    const std::scoped_lock lock(blocks().guard);
+    Block* block = find(handle);
+    if (!block) return failed<BOOL>(ERROR_INVALID_HANDLE, FALSE);
+    if (!block->moveable) return TRUE;
+    constexpr DWORD kNotLocked = 158;
+    if (block->locks == 0) return failed<BOOL>(kNotLocked, FALSE);
+    return --block->locks > 0 ? TRUE : failed<BOOL>(NO_ERROR, FALSE);
+}
+
+SIZE_T WINAPI GlobalSize(HGLOBAL handle) {
+    const std::scoped_lock lock(blocks().guard);
+    const Block* block = find(handle);
+    return block ? block->size : failed<SIZE_T>(ERROR_INVALID_HANDLE, 0);
+}
+
+HGLOBAL WINAPI GlobalFree(HGLOBAL handle) {
+    const std::scoped_lock lock(blocks().guard);
+    if (!handle || blocks().live.erase(handle)) return nullptr;
+    return failed<HGLOBAL>(ERROR_INVALID_HANDLE, handle);
+}
+
+std::size_t standin::openGlobalBlocks() {
+    const std::scoped_lock lock(blocks().guard);
+    return blocks().live.size();
+}

@@ -1,0 +1,108 @@
+// The stand-in's registry: keys in a tree, their values, and the handles that are open on them.
+//
+// Nothing here locks or knows the fault plan; the calls in registry_keys.cpp and registry_values.cpp do.
+#ifndef TAMRIX_PLATFORM_REGISTRY_TREE_H
+#define TAMRIX_PLATFORM_REGISTRY_TREE_H
+
+#include <windows.h>
+
+#include <memory>
+#include <mutex>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+namespace standin {
+
+constexpr std::size_t kMaxKeyName = 255;      // bytes, without terminator
+constexpr std::size_t kMaxValueName = 16383;  // bytes, without terminator
+
+struct Value {
+    std::string name;
+    std::u16string foldedName;
+    DWORD type = REG_NONE;
+    std::vector<BYTE> data;
+};
+
+/// A key and all below it. Subkeys are kept by name and in order, so that both opening one and fetching the nth take a
+/// time that doesn't depend on how many there are.
+class Key {
+public:
+    explicit Key(std::string_view name);
+
+    const std::string& name() const { return name_; }
+    const std::u16string& foldedName() const { return foldedName_; }
+
+    std::shared_ptr<Key> child(std::string_view name) const;
+    std::shared_ptr<Key> addChild(std::string_view name);
+    /// Takes a child out, with all below it; handles that are open on them find them deleted.
+    void removeChild(Key& child);
+    const std::vector<Key*>& children() const { return ordered_; }
+
+    Value* value(std::string_view name);
+    Value& addValue(std::string_view name);
+    bool removeValue(std::string_view name);
+    const std::vector<Value>& values() const { return values_; }
+
+    /// Takes out everything: children, values, denial.
+    void clear();
+    void touch();
+
+    Key* parent = nullptr;  // none for a root and for a deleted key
+    bool deleted = false;
+    bool denied = false;
+    FILETIME lastWrite{};
+
+private:
+    void markDeleted();
+
+    std::string name_;
+    std::u16string foldedName_;
+    std::unordered_map<std::u16string, std::shared_ptr<Key>> byName_;
+    std::vector<Key*> ordered_;
+    std::vector<Value> values_;
+};
+
+struct OpenKey {
+    std::shared_ptr<Key> key;
+    REGSAM access;
+};
+
+/// One root as the registry file spells it.
+struct Root {
+    HKEY handle;
+    const char* name;
+    std::shared_ptr<Key> key;
+};
+
+/// Everything the registry calls share. Handles are numbers that are never given out twice, so that a stale one is
+/// always told from a live one.
+struct RegistryState {
+    std::mutex guard;
+    std::vector<Root> roots;
+    std::unordered_map<ULONG_PTR, OpenKey> open;
+    ULONG_PTR nextHandle = 0x100;
+
+    RegistryState();
+    HKEY openHandle(std::shared_ptr<Key> key, REGSAM access);
+};
+
+RegistryState& registry();
+
+/// A name as it is compared: Unicode by the active ANSI code page, in upper case.
+std::u16string foldedName(std::string_view name);
+
+/// A path's components, split at backslashes that are no trail bytes; empty components are dropped.
+std::vector<std::string_view> pathComponents(std::string_view path);
+
+/// The key at a path below `from`, made with all that lacks on the way; null when a component is too long. `created`
+/// says whether it is new.
+std::shared_ptr<Key> createKey(std::shared_ptr<Key> from, std::string_view path, bool& created);
+
+/// The key at a path below `from`; null when there is none.
+std::shared_ptr<Key> findKey(const std::shared_ptr<Key>& from, std::string_view path);
+
+}  // namespace standin
+
+#endif
