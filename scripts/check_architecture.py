@@ -1,0 +1,124 @@
+#!/usr/bin/env python3
+"""The rules of the house that a compiler does not see. Prints each breach as file:line: what; exits 1 when there is one.
+
+- a module includes only headers of modules that its CMakeLists.txt names in USES, and those form no cycle;
+- no platform conditionals in the library, its public headers and its suites;
+- handles and memory are given back in owner types only;
+- only the entry point's file may construct anything at run time;
+- every header compiles alone, and the flat ones compile as C.
+"""
+import pathlib
+import re
+import subprocess
+import sys
+
+TOP = pathlib.Path(__file__).resolve().parent.parent
+breaches = []
+
+
+def breach(path, line, what):
+    breaches.append(f"{path.relative_to(TOP)}:{line}: {what}")
+
+
+def sources(*roots, endings=(".h", ".cpp", ".c")):
+    for root in roots:
+        yield from sorted(p for p in (TOP / root).rglob("*") if p.suffix in endings)
+
+
+def lines(path):
+    return enumerate(path.read_text(encoding="utf-8").splitlines(), 1)
+
+
+def module_uses():
+    uses = {}
+    for cmake in sorted((TOP / "src").glob("*/CMakeLists.txt")):
+        found = re.search(r"tamrix_module\(\s*(\w+)(.*?)\)", cmake.read_text(), re.S)
+        if found:
+            after = found[2].split("USES", 1)
+            uses[found[1]] = set(after[1].split()) if len(after) == 2 else set()
+    return uses
+
+
+PUBLIC_HEADERS = {"strings": "strings", "registry": "registry", "frame": "frame", "macnames": "macnames",
+                  "extmap": "extmap", "dialogs": "dialogs", "about": "about"}
+
+
+def check_includes(uses):
+    order = list(re.findall(r"add_subdirectory\(src/(\w+)\)", (TOP / "CMakeLists.txt").read_text()))
+    for module, used in uses.items():
+        for other in used:
+            if order.index(other) >= order.index(module):
+                breach(TOP / "src" / module / "CMakeLists.txt", 1, f"uses {other}, which is not above it")
+        for path in sources(f"src/{module}"):
+            for number, line in lines(path):
+                found = re.match(r'\s*#\s*include\s+"(?:tamrix32/(\w+)\.h|(\w+)/)', line)
+                if not found or found[1] == "export":
+                    continue
+                other = PUBLIC_HEADERS.get(found[1], found[1]) or found[2]
+                if other != module and other not in used:
+                    breach(path, number, f"includes a header of {other}, which {module} does not use")
+
+
+def check_conditionals():
+    for path in sources("src", "include", "tests"):
+        if path.is_relative_to(TOP / "src/runtime"):
+            continue
+        for number, line in lines(path):
+            if re.match(r"\s*#\s*(if|ifdef|ifndef|elif).*\b(_WIN32|WIN32|_MSC_VER|__MINGW32__|__linux__)\b", line):
+                breach(path, number, "platform conditional")
+
+
+# What gives back a handle or a block, and the files that may say so.
+OWNERS = {
+    r"\bRegCloseKey\b": ["src/registry/unique_key.h"],
+    r"\b(DeleteObject|DeleteDC|ReleaseDC)\b": ["src/frame/gdi_handles.h"],
+    r"\bGlobalUnlock\b": ["src/about/global_lock.h"],
+    r"\bDestroyWindow\b": ["src/dialogs/browse_dialog.cpp", "src/about/about_box.cpp"],
+}
+
+
+def check_owners():
+    for path in sources("src", "client"):
+        name = str(path.relative_to(TOP))
+        for number, line in lines(path):
+            code = line.split("//")[0]
+            for pattern, allowed in OWNERS.items():
+                if re.search(pattern, code) and name not in allowed:
+                    breach(path, number, f"{re.search(pattern, code)[0]} outside its owner type")
+
+
+def check_initialisers():
+    for cmake in [*(TOP / "src").rglob("CMakeLists.txt"), *(TOP / "cmake").glob("*")]:
+        for number, line in lines(cmake):
+            if "-Wno-global-constructors" in line and cmake != TOP / "src/frame/CMakeLists.txt":
+                breach(cmake, number, "allows objects that are constructed at run time")
+
+
+def compiles(language, header, *flags):
+    text = f'#include "{header}"\n'
+    command = ["clang", "-x", language, "-fsyntax-only", "-Wall", "-Wextra", "-Werror", "-DTAMRIX_STATIC", *flags,
+               "-I", TOP / "include", "-I", TOP / "src", "-I", TOP / "platform/include", "-"]
+    return subprocess.run(command, input=text, text=True, capture_output=True)
+
+
+def check_headers():
+    for path in sources("include", "src", endings=(".h",)):
+        root = TOP / ("include" if path.is_relative_to(TOP / "include") else "src")
+        header = path.relative_to(root)
+        ran = compiles("c++", header, "-std=c++20")
+        if ran.returncode:
+            breach(path, 1, "does not compile alone: " + ran.stderr.splitlines()[0])
+    for name in ("strings", "macnames", "extmap", "export"):
+        ran = compiles("c", f"tamrix32/{name}.h", "-std=c99", "-pedantic")
+        if ran.returncode:
+            breach(TOP / f"include/tamrix32/{name}.h", 1, "does not compile as C: " + ran.stderr.splitlines()[0])
+
+
+uses = module_uses()
+check_includes(uses)
+check_conditionals()
+check_owners()
+check_initialisers()
+check_headers()
+print("\n".join(breaches) if breaches else f"architecture: {len(uses)} modules, no breach")
+sys.exit(1 if breaches else 0)
