@@ -75,7 +75,7 @@ void loadDialogFontSettings() {
     if (!key.ValueByName("DialogFontSize", &size) || size.Type() != RegValDword) return;
     delete[] dialogFontSettings.faceName;
     dialogFontSettings.faceName = copyOf(face.String());
-    dialogFontSettings.pointSize = size.Value();
+    dialogFontSettings.pointSize = static_cast<std::uint32_t>(size.Value());
 }
 
 }  // namespace tamrix
