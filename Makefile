@@ -1,5 +1,5 @@
 # Thin targets over CMake presets and scripts/. See README.md.
-.PHONY: demo test test-native check bench fuzz dist clean native native-clang native-release wine release
+.PHONY: demo test test-native check bench fuzz build-fuzz dist clean native native-clang native-release wine release
 
 JOBS ?= $(shell nproc)
 
@@ -24,6 +24,11 @@ fuzz:
 
 dist:
 	scripts/dist
+
+build-fuzz:
+	@mkdir -p build
+	@cmake --preset fuzz >build/fuzz.log 2>&1 || { cat build/fuzz.log; exit 1; }
+	@cmake --build build/fuzz -j $(JOBS)
 
 native native-clang native-release wine release:
 	@mkdir -p build

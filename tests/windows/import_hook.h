@@ -1,5 +1,5 @@
-// Observes calls that leave a module, by replacing an entry of its import table for as long as the object lives. Works on
-// this program (null) and on any loaded library; nothing in the library knows of it.
+// Observes calls that leave a module, by replacing an entry of its import table for as long as the object lives. Works
+// on this program (null) and on any loaded library; nothing in the library knows of it.
 #pragma once
 
 #include <windows.h>

@@ -1,0 +1,69 @@
+// The shipped DLL as an old client meets it: loaded by name, functions and classes found by their exported names,
+// objects in raw storage of the sizes that old compilers reserved, members called in the platform's member convention.
+#pragma once
+
+#include <gtest/gtest.h>
+#include <windows.h>
+
+#include <cstring>
+#include <string>
+
+namespace shipped {
+
+extern std::string dllPath;  // the first argument of the program
+
+inline HMODULE dll() {
+    static const HMODULE module = LoadLibraryA(dllPath.c_str());
+    return module;
+}
+
+template <typename Function>
+Function* function(const char* name) {
+    auto* found = reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(dll(), name)));
+    EXPECT_NE(found, nullptr) << name << " is not exported";
+    return found;
+}
+
+/// Calls a member by its decorated name.
+template <typename Result = void, typename... Arguments>
+Result member(const char* name, void* object, Arguments... arguments) {
+    using Member = Result __thiscall(void*, Arguments...);
+    return function<Member>(name)(object, arguments...);
+}
+
+/// Storage for one object, with guard bytes behind it that construction and use must leave alone.
+template <std::size_t size>
+struct Storage {
+    alignas(8) unsigned char bytes[size + 16];
+    Storage() { std::memset(bytes, 0xA5, sizeof bytes); }
+    operator void*() { return bytes; }
+    template <typename Field>
+    Field& at(std::size_t offset) {
+        return *reinterpret_cast<Field*>(bytes + offset);
+    }
+    bool guardIntact() const {
+        for (std::size_t i = size; i < sizeof bytes; ++i)
+            if (bytes[i] != 0xA5) return false;
+        return true;
+    }
+};
+
+/// One virtual slot of an object.
+template <typename Function>
+Function* slot(void* object, int index) {
+    return reinterpret_cast<Function*>((*static_cast<void***>(object))[index]);
+}
+
+/// The two counters, found as the section that the DLL shares among all processes: processes, threads.
+inline volatile LONG* sharedCounters() {
+    auto* base = reinterpret_cast<unsigned char*>(dll());
+    const auto* headers =
+        reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
+    const IMAGE_SECTION_HEADER* section = IMAGE_FIRST_SECTION(headers);
+    for (int i = 0; i < headers->FileHeader.NumberOfSections; ++i)
+        if (section[i].Characteristics & IMAGE_SCN_MEM_SHARED)
+            return reinterpret_cast<volatile LONG*>(base + section[i].VirtualAddress);
+    return nullptr;
+}
+
+}  // namespace shipped
