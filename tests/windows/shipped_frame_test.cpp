@@ -59,12 +59,13 @@ TEST(SharedCounters, AreOnePairForAllProcesses) {
     EXPECT_EQ(sharedCounters()[0], before);
 }
 
+DWORD WINAPI waitFor(void* event) { return WaitForSingleObject(event, 20000); }
+
 TEST(SharedCounters, FollowThreads) {
     ASSERT_NE(dll(), nullptr);
     const LONG before = sharedCounters()[1];
     HANDLE go = CreateEventA(nullptr, TRUE, FALSE, nullptr);
-    const auto wait = [](void* event) -> DWORD { return WaitForSingleObject(event, 20000); };
-    HANDLE thread = CreateThread(nullptr, 0, wait, go, 0, nullptr);
+    HANDLE thread = CreateThread(nullptr, 0, waitFor, go, 0, nullptr);
     for (int i = 0; i < 200 && sharedCounters()[1] == before; ++i) Sleep(10);
     EXPECT_EQ(sharedCounters()[1], before + 1);
     SetEvent(go);
