@@ -30,6 +30,23 @@ void clearRegistry();
 /// already, and keys below it, are not concerned. False when there is no such key.
 bool denyAccess(HKEY root, const char* path);
 
+/// What loading or saving came to. On failure `message` says why in a sentence without a final period; `line` is the
+/// line of the file at fault, counted from 1, or 0 when it is not a matter of one line.
+struct FileResult {
+    bool ok = false;
+    bool missing = false;  ///< loading only: there is no such file
+    std::size_t line = 0;
+    std::string message;
+};
+
+/// Merges the keys and values of a REGEDIT4 text file into the registry. A malformed file is refused whole.
+FileResult loadRegistry(const std::string& path);
+
+/// Writes the whole registry as a REGEDIT4 text file in the active ANSI code page, through a new file beside it that
+/// takes its place when all of it is on the disk. A cut by plan (Kind::fileStep) leaves everything as the end of the
+/// process at that step would; any other failure removes the new file.
+FileResult saveRegistry(const std::string& path);
+
 // Modules and resources.
 
 /// A module handle that is nobody's, different for each `number`; 0 is the program itself, as a null handle is.
@@ -63,6 +80,7 @@ enum class Kind {
     conversion,    ///< MultiByteToWideChar, WideCharToMultiByte, LCMapStringA: 0
     resource,      ///< FindResourceA, SizeofResource, LoadResource, LockResource: null or 0
     globalMemory,  ///< GlobalAlloc, GlobalReAlloc, GlobalLock: null
+    fileStep,      ///< saving: each byte written counts as one step, as do opening, flushing and renaming
 };
 
 /// Makes the nth call of the kind from now (1: the next one) fail, and only that one. One plan a kind.

@@ -23,6 +23,44 @@ constexpr Source kSources[] = {
     {1251, "CP1251", {}},         {1252, "CP1252", {}},
 };
 
+// What the platform's tables hold beyond the C library's: single characters, in both directions,
+struct Addition {
+    UINT number;
+    WORD character;
+    WCHAR unit;
+};
+
+constexpr Addition kAdditions[] = {
+    {932, 0xA0, 0xF8F0},   {932, 0xFD, 0xF8F1},   {932, 0xFE, 0xF8F2},   {932, 0xFF, 0xF8F3},
+    {936, 0xFF, 0xF8F5},   {949, 0xFF, 0xF8F7},   {950, 0xFF, 0xF8F8},   {950, 0xF9F9, 0x2550},
+    {950, 0xF9E9, 0x255E}, {950, 0xF9EA, 0x256A}, {950, 0xF9EB, 0x2561},
+};
+
+// and areas for the user's own characters, from `first` to `last` with consecutive private units. The few scattered
+// ones of 936 are left out.
+struct UserArea {
+    UINT number;
+    WORD first, last;
+    BYTE trails[4];  // first and last trail byte of up to two ranges; 0: none
+    WCHAR unit;
+};
+
+constexpr UserArea kUserAreas[] = {
+    {936, 0xAAA1, 0xAFFE, {0xA1, 0xFE}, 0xE000},
+    {936, 0xF8A1, 0xFEFE, {0xA1, 0xFE}, 0xE234},
+    {936, 0xA140, 0xA7A0, {0x40, 0x7E, 0x80, 0xA0}, 0xE4C6},
+    {949, 0xC9A1, 0xC9FE, {0xA1, 0xFE}, 0xE000},
+    {949, 0xFEA1, 0xFEFE, {0xA1, 0xFE}, 0xE05E},
+    {950, 0xFA40, 0xFEFE, {0x40, 0x7E, 0xA1, 0xFE}, 0xE000},
+    {950, 0x8E40, 0xA0FE, {0x40, 0x7E, 0xA1, 0xFE}, 0xE311},
+    {950, 0x8140, 0x8DFE, {0x40, 0x7E, 0xA1, 0xFE}, 0xEEB8},
+    {950, 0xC6A1, 0xC8FE, {0x40, 0x7E, 0xA1, 0xFE}, 0xF6B1},
+};
+
+bool inRanges(const BYTE (&ranges)[4], unsigned value) {
+    return value >= ranges[0] && ((value <= ranges[1]) || (value >= ranges[2] && value <= ranges[3]));
+}
+
 const Source* sourceOf(UINT number) {
     for (const Source& source : kSources)
         if (source.number == number) return &source;
@@ -88,16 +126,16 @@ const CodePage* CodePage::find(UINT number) {
 
 CodePage::CodePage(UINT number) : number_(number), units_(0x10000), characters_(0x10000) {
     load(sourceOf(number)->converterName);
+    complete();
 }
 
 bool CodePage::isLead(BYTE value) const {
-    const BYTE* leads = sourceOf(number_)->leads;
-    return value >= 0x80 && ((value >= leads[0] && value <= leads[1]) || (value >= leads[2] && value <= leads[3]));
+    return value >= 0x80 && inRanges(sourceOf(number_)->leads, value);
 }
 
 void CodePage::set(WORD character, WCHAR unit) {
     units_[character] = unit;
-    if (!characters_[unit]) characters_[unit] = character;
+    characters_[unit] = character;
 }
 
 void CodePage::load(const char* converterName) {
@@ -128,9 +166,23 @@ void CodePage::load(const char* converterName) {
     }
 }
 
+void CodePage::complete() {
+    for (const UserArea& area : kUserAreas) {
+        if (area.number != number_) continue;
+        WCHAR unit = area.unit;
+        for (unsigned character = area.first; character <= area.last; ++character)
+            if (inRanges(area.trails, character & 0xFF)) set(static_cast<WORD>(character), unit++);
+    }
+    for (const Addition& addition : kAdditions) {
+        if (addition.number != number_) continue;
+        if (characters_[units_[addition.character]] == addition.character) characters_[units_[addition.character]] = 0;
+        set(addition.character, addition.unit);
+    }
+}
+
 WORD CodePage::take(std::string_view& text) const {
     const auto first = static_cast<BYTE>(text[0]);
-    const bool isDouble = isLead(first) && text.size() > 1;
+    const bool isDouble = isLead(first) && text.size() > 1 && text[1] != 0;
     const WORD character = isDouble ? MAKEWORD(text[1], first) : WORD{first};
     text.remove_prefix(isDouble ? 2 : 1);
     return character;
@@ -149,11 +201,9 @@ std::optional<WORD> CodePage::fromUnicode(WCHAR unit) const {
 }
 
 WORD CodePage::inCase(WORD character, bool upper) const {
-    const auto unit = toUnicode(character);
-    if (!unit) return character;
-    const auto mapped = fromUnicode(upper ? upperUnit(*unit) : lowerUnit(*unit));
-    const bool sameWidth = mapped && (*mapped > 0xFF) == (character > 0xFF);
-    return sameWidth ? *mapped : character;
+    const WCHAR unit = toUnicode(character).value_or(defaultUnit());
+    const auto partner = fromUnicode(upper ? upperUnit(unit) : lowerUnit(unit));
+    return partner.value_or(toUnicode(character) ? character : WORD{'?'});
 }
 
 }  // namespace standin

@@ -21,13 +21,16 @@ public:
     UINT number() const { return number_; }
     bool isLead(BYTE value) const;
 
-    /// Takes the next character off a text that isn't empty; a lead byte at its very end is a character of its own.
+    /// Takes the next character off a text that isn't empty; a lead byte at its very end, or before a
+    /// terminator, is a character of its own.
     WORD take(std::string_view& text) const;
 
     std::optional<WCHAR> toUnicode(WORD character) const;
     std::optional<WORD> fromUnicode(WCHAR unit) const;
 
-    /// The character's partner in case, or the character itself where it has none of the same width.
+    /// The character's partner in case, or the character itself where it has none in this code page. As on the platform
+    /// the way leads through Unicode, so a character without a Unicode value becomes the default one. The result is
+    /// never wider than the character.
     WORD upper(WORD character) const { return inCase(character, true); }
     WORD lower(WORD character) const { return inCase(character, false); }
 
@@ -37,6 +40,7 @@ public:
 private:
     explicit CodePage(UINT number);
     void load(const char* converterName);
+    void complete();
     void set(WORD character, WCHAR unit);
     WORD inCase(WORD character, bool upper) const;
 

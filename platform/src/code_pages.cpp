@@ -137,7 +137,7 @@ int WINAPI LCMapStringA(LCID, DWORD flags, LPCSTR source, int length, LPSTR targ
     if (flags != LCMAP_UPPERCASE && flags != LCMAP_LOWERCASE) return failed(ERROR_INVALID_FLAGS);
     const CodePage& page = ansiCodePage();
     Output<char> output(target, capacity);
-    // Case partners have one width, so source and target may be the same memory.
+    // No partner is wider than its character, so source and target may be the same memory.
     for (std::string_view rest = textOf(source, length); !rest.empty();) {
         const WORD character = page.take(rest);
         putCharacter(output, flags == LCMAP_UPPERCASE ? page.upper(character) : page.lower(character));

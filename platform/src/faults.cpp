@@ -16,7 +16,7 @@ struct Plan {
     std::atomic<std::size_t> failAt{0};  // the count at which a call fails; 0: none
 };
 
-constexpr std::size_t kKinds = 5;
+constexpr std::size_t kKinds = 6;
 constinit std::array<Plan, kKinds> plans{};
 constinit std::atomic<bool> hit{false};
 

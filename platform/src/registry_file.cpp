@@ -1,0 +1,161 @@
+// The registry in a file: loaded whole or not at all, and saved so that a crash leaves the old file or the new one.
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <climits>
+#include <cstdlib>
+#include <cstring>
+
+#include "faults.h"
+#include "regedit4.h"
+
+namespace standin {
+namespace {
+
+// An open file; closes itself.
+class File {
+public:
+    explicit File(int descriptor) : descriptor_(descriptor) {}
+    ~File() { close(); }
+    File(const File&) = delete;
+    File& operator=(const File&) = delete;
+
+    bool isOpen() const { return descriptor_ >= 0; }
+    int descriptor() const { return descriptor_; }
+
+    bool close() {
+        const bool closed = descriptor_ < 0 || ::close(descriptor_) == 0;
+        descriptor_ = -1;
+        return closed;
+    }
+
+private:
+    int descriptor_;
+};
+
+FileResult failure(const std::string& what, const std::string& path) {
+    FileResult result;
+    result.missing = errno == ENOENT;
+    result.message = what + " " + path + ": " + std::strerror(errno);
+    return result;
+}
+
+bool readAll(const File& file, std::string& text) {
+    char buffer[65536];
+    ssize_t size = 0;
+    while ((size = ::read(file.descriptor(), buffer, sizeof buffer)) > 0)
+        text.append(buffer, static_cast<std::size_t>(size));
+    return size == 0;
+}
+
+bool writeAll(const File& file, std::string_view text) {
+    while (!text.empty()) {
+        const ssize_t size = ::write(file.descriptor(), text.data(), text.size());
+        if (size < 0 && errno == EINTR) continue;
+        if (size < 0) return false;
+        text.remove_prefix(static_cast<std::size_t>(size));
+    }
+    return true;
+}
+
+// The file behind symbolic links, so that replacing it doesn't replace a link to it.
+std::string realTarget(const std::string& path) {
+    char resolved[PATH_MAX];
+    return ::realpath(path.c_str(), resolved) ? resolved : path;
+}
+
+std::string folderOf(const std::string& path) {
+    const auto slash = path.rfind('/');
+    if (slash == std::string::npos) return ".";
+    return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+mode_t modeFor(const std::string& target) {
+    struct stat status {};
+    if (::stat(target.c_str(), &status) == 0) return status.st_mode & 07777;
+    const mode_t mask = ::umask(0);
+    ::umask(mask);
+    return 0666 & ~mask;
+}
+
+// One saving: its steps in order, each of which the plan may cut.
+class Saving {
+public:
+    explicit Saving(const std::string& path) : target_(realTarget(path)), temporary_(target_ + ".XXXXXX") {}
+
+    FileResult run(const std::string& text) {
+        if (writeTemporary(text) && replace()) return {.ok = true, .missing = false, .line = 0, .message = {}};
+        if (cut_) return {.ok = false, .missing = false, .line = 0, .message = "cut by plan"};
+        const FileResult result = failure("cannot write", target_);
+        if (made_) ::unlink(temporary_.c_str());
+        return result;
+    }
+
+private:
+    bool step() {
+        cut_ = cut_ || faultDue(Kind::fileStep);
+        return !cut_;
+    }
+
+    bool writeTemporary(const std::string& text) {
+        if (!step()) return false;
+        File file(::mkstemp(temporary_.data()));
+        if (!file.isOpen()) return false;
+        made_ = true;
+        const std::size_t allowed = stepsBeforeFault(Kind::fileStep, text.size());
+        if (!writeAll(file, std::string_view(text).substr(0, allowed))) return false;
+        cut_ = allowed < text.size();
+        if (cut_ || ::fchmod(file.descriptor(), modeFor(target_)) != 0) return false;
+        return step() && ::fsync(file.descriptor()) == 0 && file.close();
+    }
+
+    bool replace() {
+        if (!step() || ::rename(temporary_.c_str(), target_.c_str()) != 0) return false;
+        made_ = false;
+        if (!step()) return false;
+        // Where a folder can't be flushed the new name is in place all the same.
+        const File folder(::open(folderOf(target_).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+        if (folder.isOpen()) ::fsync(folder.descriptor());
+        return true;
+    }
+
+    std::string target_;
+    std::string temporary_;
+    bool made_ = false;  // the temporary exists under its own name
+    bool cut_ = false;
+};
+
+}  // namespace
+
+FileResult loadRegistry(const std::string& path) {
+    const File file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (!file.isOpen()) return failure("cannot open", path);
+    std::string text;
+    if (!readAll(file, text)) return failure("cannot read", path);
+    const std::scoped_lock lock(registry().guard);
+    FileResult result;
+    for (const FileKey& fileKey : readRegedit4(text, result)) {
+        bool created = false;
+        const auto key = createKey(fileKey.root, fileKey.path, created);
+        for (const FileValue& fileValue : fileKey.values) {
+            Value& value = key->addValue(fileValue.name);
+            value.type = fileValue.type;
+            value.data = std::vector<BYTE>(fileValue.data.begin(), fileValue.data.end());
+        }
+    }
+    return result;
+}
+
+FileResult saveRegistry(const std::string& path) {
+    FileResult result;
+    std::optional<std::string> text;
+    {
+        const std::scoped_lock lock(registry().guard);
+        text = writeRegedit4(result.message);
+    }
+    return text ? Saving(path).run(*text) : result;
+}
+
+}  // namespace standin
