@@ -1,0 +1,92 @@
+// Owners of drawing handles. Each gives back what it holds in the way that kind of handle asks for; a selected object's
+// owner carries the device context and puts the former object back. Declare them in the order of use, so that a font is
+// deselected before it is deleted.
+#pragma once
+
+#include <windows.h>
+
+#include <utility>
+
+namespace tamrix {
+
+/// A font, brush, bitmap or palette of ours. Stock objects belong to the platform and never come in here.
+template <typename Handle>
+class GdiObject {
+public:
+    GdiObject() = default;
+    explicit GdiObject(Handle handle) : handle_(handle) {}
+    GdiObject(GdiObject&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
+    GdiObject& operator=(GdiObject&& other) noexcept {
+        std::swap(handle_, other.handle_);
+        return *this;
+    }
+    ~GdiObject() {
+        if (handle_) DeleteObject(handle_);
+    }
+
+    Handle get() const { return handle_; }
+    explicit operator bool() const { return handle_ != nullptr; }
+
+private:
+    Handle handle_ = nullptr;
+};
+
+using FontHandle = GdiObject<HFONT>;
+using BrushHandle = GdiObject<HBRUSH>;
+using BitmapHandle = GdiObject<HBITMAP>;
+using PaletteHandle = GdiObject<HPALETTE>;
+
+/// The device context of a window, or of the whole screen.
+class WindowContext {
+public:
+    explicit WindowContext(HWND window = nullptr) : window_(window), context_(GetDC(window)) {}
+    ~WindowContext() {
+        if (context_) ReleaseDC(window_, context_);
+    }
+    WindowContext(const WindowContext&) = delete;
+    WindowContext& operator=(const WindowContext&) = delete;
+
+    HDC get() const { return context_; }
+    explicit operator bool() const { return context_ != nullptr; }
+
+private:
+    HWND window_;
+    HDC context_;
+};
+
+/// An object selected into a device context for as long as this lives. A null object selects nothing.
+class SelectedObject {
+public:
+    SelectedObject(HDC context, HGDIOBJ object)
+        : context_(context), former_(object ? SelectObject(context, object) : nullptr) {}
+    ~SelectedObject() {
+        if (former_) SelectObject(context_, former_);
+    }
+    SelectedObject(const SelectedObject&) = delete;
+    SelectedObject& operator=(const SelectedObject&) = delete;
+
+    explicit operator bool() const { return former_ != nullptr; }
+
+private:
+    HDC context_;
+    HGDIOBJ former_;
+};
+
+/// A memory device context that suits another one.
+class MemoryContext {
+public:
+    explicit MemoryContext(HDC like) : context_(CreateCompatibleDC(like)) {}
+    ~MemoryContext() {
+        if (context_) DeleteDC(context_);
+    }
+    MemoryContext(const MemoryContext&) = delete;
+    MemoryContext& operator=(const MemoryContext&) = delete;
+
+    HDC get() const { return context_; }
+    explicit operator bool() const { return context_ != nullptr; }
+
+private:
+    HDC context_;
+};
+
+}  // namespace tamrix
