@@ -33,6 +33,8 @@ extern "C" int __cdecl atexit(void(__cdecl* step)(void)) {
     return 0;
 }
 
+const std::nothrow_t std::nothrow;
+
 void* operator new(size_t size, const std::nothrow_t&) noexcept {
     return malloc(size ? size : 1);
 }

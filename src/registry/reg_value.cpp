@@ -1,0 +1,146 @@
+#include <cstdint>
+#include <cstring>
+#include <new>
+#include <utility>
+
+#include "registry/copied_string.h"
+#include "registry/registry_layout.h"
+
+namespace {
+
+/// What a value keeps of its data: `size` bytes at `bytes`, or nothing at all when there is none or memory ran out.
+struct KeptData {
+    unsigned char* bytes = nullptr;
+    unsigned long size = 0;
+};
+
+/// At least one byte, all zero.
+unsigned char* zeroedBytes(unsigned long size) {
+    if (size == 0) size = 1;
+    auto* bytes = new (std::nothrow) unsigned char[size];
+    if (bytes) std::memset(bytes, 0, size);
+    return bytes;
+}
+
+KeptData keepString(const char* text, unsigned long length) {
+    const auto needed = static_cast<unsigned long>(dbcs_strlen(text)) + 1;
+    if (length < needed) length = needed;
+    unsigned char* bytes = zeroedBytes(length);
+    if (!bytes) return {};
+    dbcs_strcpy(reinterpret_cast<char*>(bytes), text);
+    return {bytes, length};
+}
+
+KeptData keepBytes(const unsigned char* source, unsigned long length) {
+    if (!source) return {};
+    unsigned char* bytes = zeroedBytes(length);
+    if (!bytes) return {};
+    std::memcpy(bytes, source, length);
+    return {bytes, length};
+}
+
+KeptData keepNumber(const unsigned char* source, unsigned long length) {
+    const KeptData number = keepBytes(source, sizeof(std::uint32_t));
+    return {number.bytes, number.bytes ? length : 0};
+}
+
+KeptData keep(RegValType type, const unsigned char* source, unsigned long length) {
+    switch (type) {
+        case RegValString:
+            return keepString(reinterpret_cast<const char*>(source), length);
+        case RegValBinary:
+            return keepBytes(source, length);
+        case RegValDword:
+            return keepNumber(source, length);
+    }
+    return {nullptr, length};
+}
+
+bool saysYes(const unsigned char* text) {
+    switch (text[0]) {
+        case '1':
+        case 'y':
+        case 'Y':
+        case 't':
+        case 'T':
+            return true;
+        case 'o':
+        case 'O':
+            return text[1] == 'n' || text[1] == 'N';
+        default:
+            return false;
+    }
+}
+
+}  // namespace
+
+RegValue::RegValue() : name(nullptr), type(RegValType{}), dataLength(0), data(nullptr) {}
+
+RegValue::RegValue(RegValType newType, const char* newName, unsigned char* newData, unsigned long length)
+    : name(tamrix::copiedString(newName)), type(newType), dataLength(length), data(nullptr) {
+    SetData(newType, newData);
+}
+
+RegValue::~RegValue() {
+    delete[] name;
+    delete[] data;
+}
+
+void RegValue::SetName(const char* newName) {
+    // The copy is made first: the new name may be a part of the old.
+    delete[] std::exchange(name, tamrix::copiedString(newName));
+}
+
+void RegValue::SetData(RegValType newType, unsigned char* newData) {
+    const KeptData kept = keep(newType, newData, dataLength);
+    delete[] std::exchange(data, kept.bytes);
+    dataLength = kept.size;
+    type = newType;
+}
+
+void RegValue::SetDataLength(unsigned long length) {
+    dataLength = length;
+}
+
+unsigned long RegValue::DataLen() {
+    return dataLength;
+}
+
+char* RegValue::Name() {
+    return name;
+}
+
+unsigned long RegValue::NameLen() {
+    return static_cast<unsigned long>(dbcs_strlen(name));
+}
+
+RegValType RegValue::Type() {
+    return type;
+}
+
+char* RegValue::String() {
+    return reinterpret_cast<char*>(data);
+}
+
+unsigned char* RegValue::Buffer() {
+    return data;
+}
+
+unsigned long RegValue::Value() {
+    std::uint32_t number = 0;
+    if (type == RegValDword && data) std::memcpy(&number, data, sizeof number);
+    return number;
+}
+
+int RegValue::BoolValue() {
+    if (!data) return 0;
+    switch (type) {
+        case RegValString:
+            return saysYes(data);
+        case RegValBinary:
+            return data[0] != 0;
+        case RegValDword:
+            return Value() != 0;
+    }
+    return 0;
+}

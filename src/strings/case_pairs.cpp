@@ -1,0 +1,33 @@
+#include "strings/case_pairs.h"
+
+#include <windows.h>
+
+#include <cstring>
+
+namespace tamrix {
+namespace {
+
+/// The mapped size, 0 when the platform fails. A double-byte character becomes at most one of four bytes.
+int mapped(const char* character, scan::Case wanted, char (&result)[4]) {
+    const DWORD flag = wanted == scan::Case::upper ? LCMAP_UPPERCASE : LCMAP_LOWERCASE;
+    return LCMapStringA(LOCALE_SYSTEM_DEFAULT, flag, character, 2, result, sizeof result);
+}
+
+}  // namespace
+
+// The platform goes through Unicode and back, which turns what is no character into a default one, and the second of
+// two codes of one character into the first. Only a mapping that leads back is a pair.
+bool mapDoubleByteCase(char* character, scan::Case wanted) {
+    char there[4];
+    const int size = mapped(character, wanted, there);
+    if (size == 0) return false;
+    if (size != 2 || std::memcmp(there, character, 2) == 0) return true;
+
+    char back[4];
+    const int backSize = mapped(there, wanted == scan::Case::upper ? scan::Case::lower : scan::Case::upper, back);
+    if (backSize == 0) return false;
+    if (backSize == 2 && std::memcmp(back, character, 2) == 0) std::memcpy(character, there, 2);
+    return true;
+}
+
+}  // namespace tamrix

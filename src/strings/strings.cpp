@@ -1,0 +1,117 @@
+// The exported string functions: null arguments, the single-byte road through C's own functions, and the process's
+// lead-byte table for the double-byte one.
+#include "tamrix32/strings.h"
+
+#include <cstring>
+
+#include "strings/case_pairs.h"
+#include "strings/scan.h"
+
+using tamrix::leadByteTable;
+using tamrix::scan::Case;
+
+namespace {
+
+bool isDoubleByte() {
+    return leadByteTable.hasLeadBytes != 0;
+}
+
+/// C knows no comparison without case, and its vendors' own follow the program's locale.
+int compareAsciiFolded(const char* a, const char* b) {
+    for (;; ++a, ++b) {
+        const int left = static_cast<unsigned char>(*a);
+        const int right = static_cast<unsigned char>(*b);
+        if (left != right) {
+            const int difference = static_cast<unsigned char>(tamrix::scan::asciiInCase(*a, Case::lower)) -
+                                   static_cast<unsigned char>(tamrix::scan::asciiInCase(*b, Case::lower));
+            if (difference != 0) return difference;
+        }
+        if (left == 0) return 0;
+    }
+}
+
+char* inCase(char* s, Case wanted) {
+    if (!s) return nullptr;
+    return tamrix::scan::changeCase(s, wanted, leadByteTable, tamrix::mapDoubleByteCase) ? s : nullptr;
+}
+
+}  // namespace
+
+int TAMRIX_CALL dbcs_strcmp(const char* a, const char* b) {
+    if (!a || !b) return -1;
+    return isDoubleByte() ? tamrix::scan::compare(a, b, leadByteTable) : std::strcmp(a, b);
+}
+
+int TAMRIX_CALL dbcs_stricmp(const char* a, const char* b) {
+    if (!a || !b) return -1;
+    return isDoubleByte() ? tamrix::scan::compareFolded(a, b, leadByteTable, tamrix::mapDoubleByteCase)
+                          : compareAsciiFolded(a, b);
+}
+
+int TAMRIX_CALL dbcs_strlen(const char* s) {
+    if (!s) return 0;
+    return isDoubleByte() ? tamrix::scan::length(s, leadByteTable) : static_cast<int>(std::strlen(s));
+}
+
+char* TAMRIX_CALL dbcs_strcpy(char* dst, const char* src) {
+    if (!dst || !src) return dst;
+    return isDoubleByte() ? tamrix::scan::copy(dst, src, leadByteTable) : std::strcpy(dst, src);
+}
+
+char* TAMRIX_CALL dbcs_strcat(char* dst, const char* src) {
+    if (!dst || !src) return dst;
+    if (!isDoubleByte()) return std::strcat(dst, src);
+    tamrix::scan::copy(dst + tamrix::scan::length(dst, leadByteTable), src, leadByteTable);
+    return dst;
+}
+
+char* TAMRIX_CALL dbcs_strncpy(char* dst, const char* src, int n) {
+    if (!dst || !src || n <= 0) return dst;
+    return isDoubleByte() ? tamrix::scan::copyPadded(dst, src, n, leadByteTable)
+                          : std::strncpy(dst, src, static_cast<std::size_t>(n));
+}
+
+char* TAMRIX_CALL dbcs_strchr(const char* s, int c) {
+    if (!s) return nullptr;
+    return const_cast<char*>(isDoubleByte() ? tamrix::scan::findFirst(s, c, leadByteTable) : std::strchr(s, c));
+}
+
+char* TAMRIX_CALL dbcs_strrchr(const char* s, int c) {
+    if (!s) return nullptr;
+    return const_cast<char*>(isDoubleByte() ? tamrix::scan::findLast(s, c, leadByteTable) : std::strrchr(s, c));
+}
+
+char* TAMRIX_CALL dbcs_prevchar(const char* current, const char* start) {
+    if (!current || !start || current == start) return nullptr;
+    return const_cast<char*>(isDoubleByte() ? tamrix::scan::previous(current, start, leadByteTable) : current - 1);
+}
+
+int TAMRIX_CALL dbcs_trunc(const char* s, int n, int checkLength) {
+    if (!s) return 0;
+    if (checkLength != 0) {
+        const int length = dbcs_strlen(s);
+        if (n >= length) return length;
+    }
+    return isDoubleByte() && n > 0 ? tamrix::scan::truncated(s, n, leadByteTable) : n;
+}
+
+char* TAMRIX_CALL dbcs_strupr(char* s) {
+    return inCase(s, Case::upper);
+}
+
+char* TAMRIX_CALL dbcs_strlwr(char* s) {
+    return inCase(s, Case::lower);
+}
+
+int TAMRIX_CALL isdbchar(char b) {
+    return leadByteTable.leads(b) ? 1 : 0;
+}
+
+int TAMRIX_CALL BufStrCpy(char* dst, const char* src, int size) {
+    if (!dst || size <= 0) return 0;
+    if (!src) {
+        *dst = 0;
+        return 0;
+    }
+    return tamrix::scan::copyBounded(dst, src, size, leadByteTable);
+}
