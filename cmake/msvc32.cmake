@@ -22,6 +22,8 @@ get_filename_component(mingwHeaders ${TAMRIX_IMPORT_LIBRARIES}/../include REALPA
 set(flags "-march=i486 -mno-sse -mno-mmx -fno-ms-compatibility -fms-extensions -D_X86_=1 -D__MINGW32__")
 string(APPEND flags " -D__USE_MINGW_ANSI_STDIO=0 -D_GLIBCXX_EXTERN_TEMPLATE=0 -DWINVER=0x0400 -D_WIN32_WINNT=0x0400")
 string(APPEND flags " -D_WIN32_IE=0x0400 -include stdio.h -fno-exceptions -fno-rtti -fno-threadsafe-statics")
+# MinGW's headers ask for __declspec as a macro, which GCC makes it: without one, C++20's <memory> does not compile.
+string(APPEND flags " -D__declspec=__declspec")
 set(CMAKE_CXX_FLAGS_INIT "${flags} -nostdinc++ -isystem ${stdcxx} -isystem ${stdcxx}/i686-w64-mingw32 -isystem ${mingwHeaders}")
 set(CMAKE_RC_FLAGS_INIT "-I ${mingwHeaders}")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-fuse-ld=lld-link -nostdlib")
