@@ -59,7 +59,9 @@ TEST(SharedCounters, AreOnePairForAllProcesses) {
     EXPECT_EQ(sharedCounters()[0], before);
 }
 
-DWORD WINAPI waitFor(void* event) { return WaitForSingleObject(event, 20000); }
+DWORD WINAPI waitFor(void* event) {
+    return WaitForSingleObject(event, 20000);
+}
 
 TEST(SharedCounters, FollowThreads) {
     ASSERT_NE(dll(), nullptr);
