@@ -114,7 +114,7 @@ def check_headers():
         ran = compiles("c++", header, "-std=c++20")
         if ran.returncode:
             breach(path, 1, "does not compile alone: " + ran.stderr.splitlines()[0])
-    for name in ("strings", "macnames", "extmap", "export"):
+    for name in ("strings", "macnames", "extmap"):
         ran = compiles("c", f"tamrix32/{name}.h", "-std=c99", "-pedantic")
         if ran.returncode:
             breach(TOP / f"include/tamrix32/{name}.h", 1, "does not compile as C: " + ran.stderr.splitlines()[0])
