@@ -145,6 +145,7 @@ private:
             const auto byte = takeHex(line, 2);
             if (!byte) return fail("a hex value with something that is no byte");
             data.push_back(static_cast<BYTE>(*byte));
+            skipBlanks(line);
             if (!skip(line, ",")) return;
         }
     }
