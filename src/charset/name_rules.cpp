@@ -15,18 +15,15 @@ NameRules makeNameRules(const QuoteSettings& quotes, const LeadByteTable& leadBy
     rules.close = quotes.close;
     for (std::int32_t i = 0; i < quotes.count; ++i) rules.inSet[quotes.chars[i]] = true;
     for (int byte = 0; byte < 256; ++byte) {
-        const bool lead = leadBytes.isLead[byte] != 0;
         const auto same = static_cast<std::uint8_t>(byte);
         rules.decodes[byte] = rules.inSet[byte] || byte == ' ' || byte == '.';
-        rules.macRole[byte] = lead                                        ? ByteRole::lead
-                              : rules.inSet[byte] && !isNeverQuoted(byte) ? ByteRole::quoted
-                                                                          : ByteRole::plain;
-        rules.windowsRole[byte] = lead ? ByteRole::lead : byte == rules.open ? ByteRole::quoted : ByteRole::plain;
-        rules.windowsByte[byte] = table ? (*table)[byte].toWindows : same;
-        rules.macByte[byte] = byte == '\\' ? std::uint8_t{0} : table ? (*table)[byte].toMacintosh : same;
+        rules.mac[byte].image = table ? (*table)[byte].toWindows : same;
+        rules.windows[byte].image = byte == '\\' ? std::uint8_t{0} : table ? (*table)[byte].toMacintosh : same;
+        if (rules.inSet[byte] && !isNeverQuoted(byte)) rules.mac[byte].role = ByteRole::quoted;
+        if (byte == rules.open) rules.windows[byte].role = ByteRole::quoted;
+        if (leadBytes.isLead[byte]) rules.mac[byte].role = rules.windows[byte].role = ByteRole::lead;
     }
-    rules.macRole[0] = ByteRole::end;
-    rules.windowsRole[0] = ByteRole::end;
+    rules.mac[0].role = rules.windows[0].role = ByteRole::end;
     return rules;
 }
 

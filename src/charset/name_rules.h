@@ -9,7 +9,8 @@
 
 namespace tamrix {
 
-/// The bytes of an AFP name that are written as a bracketed number, and the brackets.
+/// The bytes of an AFP name that are written as a bracketed number, and the brackets, which are never zero once a
+/// process is attached.
 struct QuoteSettings {
     unsigned char* chars;
     std::int32_t count;  // 0 or less: nothing is quoted
@@ -17,15 +18,23 @@ struct QuoteSettings {
     unsigned char close;
 };
 
-enum class ByteRole : std::uint8_t { plain, quoted, lead, end };
+enum class ByteRole : std::uint8_t {
+    plain,   // translated
+    quoted,  // in an AFP name: written as a number; in a Windows name: the opening bracket, which may begin one
+    lead,    // begins a double-byte character, which is copied
+    end,     // the terminator
+};
+
+struct ByteRule {
+    std::uint8_t image;  // on the other side, also of a quoted byte that turns out to stand for itself
+    ByteRole role;
+};
 
 struct NameRules {
-    ByteRole macRole[256];          // of a byte of an AFP name
-    ByteRole windowsRole[256];      // of a byte of a Windows name: `quoted` marks the opening bracket
-    std::uint8_t windowsByte[256];  // a plain AFP byte as Windows writes it
-    std::uint8_t macByte[256];      // a plain Windows byte as AFP writes it; the backslash becomes zero
-    bool inSet[256];                // quoted in the main pass but for letters, digits and the space, which never are
-    bool decodes[256];              // a bracketed number that stands for its byte: the set, the space, the period
+    ByteRule mac[256];      // for the bytes of an AFP name
+    ByteRule windows[256];  // for the bytes of a Windows name; the image of the backslash is zero
+    bool inSet[256];        // the quote set, letters, digits and the space included, which are never quoted in passing
+    bool decodes[256];      // a bracketed number stands for its byte: the set, the space, the period
     unsigned char open;
     unsigned char close;
 };

@@ -1,0 +1,161 @@
+#include "macnames/name_codec.h"
+
+#include <cstddef>
+
+namespace tamrix {
+namespace {
+
+using Byte = unsigned char;
+
+constexpr std::size_t kQuoteSize = 5;
+
+const Byte* bytesOf(const char* text) {
+    return reinterpret_cast<const Byte*>(text);
+}
+
+int cutAt(char* end) {
+    *end = 0;
+    return kDoesNotFit;
+}
+
+int finishAt(char* dst, std::size_t count) {
+    dst[count] = 0;
+    return static_cast<int>(count + 1);
+}
+
+bool endsName(ByteRole role, const Byte* in) {
+    return role == ByteRole::end || (role == ByteRole::lead && in[1] == 0);
+}
+
+/// Translates plain bytes until another one comes or the room is used up; returns how many. Most of a name passes here,
+/// one look-up and one comparison of the room a byte.
+std::size_t translateRun(const ByteRule (&rules)[256], char* dst, const Byte* in, std::size_t room) {
+    std::size_t count = 0;
+    for (; count != room; ++count) {
+        const ByteRule rule = rules[in[count]];
+        if (rule.role != ByteRole::plain) break;
+        dst[count] = static_cast<char>(rule.image);
+    }
+    return count;
+}
+
+void copyCharacter(char* dst, const Byte* in) {
+    dst[0] = static_cast<char>(in[0]);
+    dst[1] = static_cast<char>(in[1]);
+}
+
+void writeQuote(char* dst, const NameRules& rules, unsigned byte) {
+    dst[0] = static_cast<char>(rules.open);
+    dst[1] = static_cast<char>('0' + byte / 100);
+    dst[2] = static_cast<char>('0' + byte % 100 / 10);
+    dst[3] = static_cast<char>('0' + byte % 10);
+    dst[4] = static_cast<char>(rules.close);
+}
+
+/// Whether Windows would drop the last byte of the name that ends at `end`, so that it must be quoted. `count` is what
+/// the bytes before it came to with it. A period behind the value of a lead byte stays, though that byte may be a trail
+/// byte.
+bool endsInDroppedByte(const NameRules& rules, const Byte* end, std::size_t count) {
+    if (count == 0) return false;
+    if (end[-1] == ' ') return true;
+    if (end[-1] != '.') return false;
+    return count <= 2 || rules.mac[end[-2]].role != ByteRole::lead;
+}
+
+/// The byte that the quote at an opening bracket stands for, -1 when it is no quote that decodes.
+int quotedByte(const NameRules& rules, const Byte* in) {
+    int value = 0;
+    for (int i = 1; i <= 3; ++i) {
+        if (in[i] < '0' || in[i] > '9') return -1;
+        value = value * 10 + (in[i] - '0');
+    }
+    return in[4] == rules.close && value <= 255 && rules.decodes[value] ? value : -1;
+}
+
+}  // namespace
+
+int macToWindows(const NameRules& rules, char* dst, const char* afpName, unsigned size) {
+    if (size == 0) return kDoesNotFit;
+    const Byte* in = bytesOf(afpName);
+    const Byte* lastQuoted = nullptr;
+    std::size_t count = 0;
+    for (;;) {
+        const std::size_t run = translateRun(rules.mac, dst + count, in, size - count);
+        in += run;
+        count += run;
+        if (count == size) return cutAt(dst + size - 1);
+        const ByteRole role = rules.mac[*in].role;
+        if (endsName(role, in)) break;
+        const std::size_t needed = role == ByteRole::lead ? 2 : kQuoteSize;
+        if (size - count < needed) return cutAt(dst + count);
+        if (role == ByteRole::lead) {
+            copyCharacter(dst + count, in);
+            in += 2;
+        } else {
+            writeQuote(dst + count, rules, *in);
+            lastQuoted = in++;
+        }
+        count += needed;
+    }
+    if (endsInDroppedByte(rules, in, count) && lastQuoted != in - 1) {
+        if (size - count < kQuoteSize) return cutAt(dst + count - 1);
+        writeQuote(dst + count - 1, rules, in[-1]);
+        count += kQuoteSize - 1;
+    }
+    return finishAt(dst, count);
+}
+
+int macToWindowsCapacity(const NameRules& rules, const char* afpName) {
+    const Byte* in = bytesOf(afpName);
+    const Byte* lastQuoted = nullptr;
+    std::size_t count = 0;
+    for (ByteRole role; !endsName(role = rules.mac[*in].role, in);) {
+        if (role == ByteRole::lead) {
+            count += 2;
+            in += 2;
+            continue;
+        }
+        if (role == ByteRole::quoted) lastQuoted = in;
+        count += rules.inSet[*in++] ? kQuoteSize : 1;
+    }
+    if (endsInDroppedByte(rules, in, count) && lastQuoted != in - 1) count += kQuoteSize - 1;
+    return static_cast<int>(count + 1);
+}
+
+int windowsToMac(const NameRules& rules, char* dst, const char* windowsName, unsigned size) {
+    if (size == 0) return 0;
+    const Byte* in = bytesOf(windowsName);
+    std::size_t count = 0;
+    for (;;) {
+        const std::size_t run = translateRun(rules.windows, dst + count, in, size - count);
+        in += run;
+        count += run;
+        if (count == size) return cutAt(dst + size - 1);
+        const ByteRole role = rules.windows[*in].role;
+        if (endsName(role, in)) return finishAt(dst, count);
+        if (role == ByteRole::lead) {
+            // Both bytes and the terminator, so that a character is never cut here.
+            if (size - count < 3) return cutAt(dst + count);
+            copyCharacter(dst + count, in);
+            in += 2;
+            count += 2;
+            continue;
+        }
+        const int byte = quotedByte(rules, in);
+        dst[count++] = static_cast<char>(byte < 0 ? rules.windows[*in].image : byte);
+        in += byte < 0 ? 1 : kQuoteSize;
+    }
+}
+
+int windowsToMacCapacity(const NameRules& rules, const char* windowsName) {
+    const Byte* in = bytesOf(windowsName);
+    std::size_t count = 0;
+    for (ByteRole role; !endsName(role = rules.windows[*in].role, in);) {
+        const bool decodes = role == ByteRole::quoted && quotedByte(rules, in) >= 0;
+        count += role == ByteRole::lead ? 2 : 1;
+        in += role == ByteRole::lead ? 2 : decodes ? kQuoteSize : 1;
+    }
+    return static_cast<int>(count + 1);
+}
+
+}  // namespace tamrix

@@ -1,0 +1,49 @@
+// The exported name translation: the process's rules, and the in-place forms.
+#include <memory>
+#include <new>
+
+#include "frame/settings.h"
+#include "macnames/name_codec.h"
+#include "tamrix32/macnames.h"
+#include "tamrix32/strings.h"
+
+namespace {
+
+using Translation = int (*)(const tamrix::NameRules& rules, char* dst, const char* name, unsigned size);
+
+/// Translates by way of a block of the same capacity. The name keeps what stands before the block's first zero, also
+/// when the result was cut.
+int translateInPlace(Translation translation, char* name, unsigned size) {
+    if (size == 0) return translation(tamrix::nameRules, name, name, 0);
+    const std::unique_ptr<char[]> translated(new (std::nothrow) char[size]);
+    if (!translated) return tamrix::kDoesNotFit;
+    const int result = translation(tamrix::nameRules, translated.get(), name, size);
+    dbcs_strcpy(name, translated.get());
+    return result;
+}
+
+}  // namespace
+
+int TAMRIX_CALL AFPtoOSCopy(char* dst, const char* afpName, unsigned size) {
+    return tamrix::macToWindows(tamrix::nameRules, dst, afpName, size);
+}
+
+int TAMRIX_CALL AFPtoOSLen(const char* afpName) {
+    return tamrix::macToWindowsCapacity(tamrix::nameRules, afpName);
+}
+
+int TAMRIX_CALL AFPtoOS(char* name, unsigned size) {
+    return translateInPlace(tamrix::macToWindows, name, size);
+}
+
+int TAMRIX_CALL OStoAFPCopy(char* dst, const char* osName, unsigned size) {
+    return tamrix::windowsToMac(tamrix::nameRules, dst, osName, size);
+}
+
+int TAMRIX_CALL OStoAFPLen(const char* osName) {
+    return tamrix::windowsToMacCapacity(tamrix::nameRules, osName);
+}
+
+int TAMRIX_CALL OStoAFP(char* name, unsigned size) {
+    return translateInPlace(tamrix::windowsToMac, name, size);
+}

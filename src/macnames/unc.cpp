@@ -1,0 +1,159 @@
+#include "macnames/unc.h"
+
+#include <algorithm>
+#include <climits>
+#include <cstring>
+
+#include "strings/scan.h"
+
+namespace tamrix {
+namespace {
+
+constexpr int kPrefixLength = 2;
+constexpr char kSeparator = '\\';
+constexpr char kServerDelimiter = '@';
+constexpr char kPrinterDelimiter = '`';
+constexpr char kOwnZone[] = "*";
+
+const char* namedZone(const char* zone) {
+    return zone && std::strcmp(zone, kOwnZone) != 0 ? zone : nullptr;
+}
+
+bool isGiven(const char* text) {
+    return text && *text;
+}
+
+/// Appends to a path, keeping it terminated.
+class PathWriter {
+public:
+    PathWriter(const LeadByteTable& table, char* path) : leads(table), end(path) {}
+    void append(char delimiter) {
+        *end++ = delimiter;
+        *end = 0;
+    }
+    void append(const char* text) {
+        scan::copy(end, text, leads);
+        end += scan::length(text, leads);
+    }
+
+private:
+    const LeadByteTable& leads;
+    char* end;
+};
+
+char* find(const LeadByteTable& leads, char* text, char delimiter) {
+    return const_cast<char*>(scan::findFirst(text, delimiter, leads));
+}
+
+void give(const LeadByteTable& leads, char* part, const char* text) {
+    if (part) scan::copy(part, text, leads);
+}
+
+void giveRest(const LeadByteTable& leads, const UncParts& parts, const char* text) {
+    if (!parts.wantsRest()) return;
+    const unsigned most = std::min(parts.restSize - 1, static_cast<unsigned>(INT_MAX));
+    scan::copyPadded(parts.rest, text, static_cast<int>(most), leads);
+    parts.rest[most] = 0;
+}
+
+bool splitPrinter(const LeadByteTable& leads, char* zone, char* delimiter, const UncParts& parts) {
+    char* const separator = find(leads, zone, kSeparator);
+    if (!separator) return false;
+    *delimiter = *separator = 0;
+    const char* const name = delimiter + 1;
+    const char* const share = separator + 1;
+    give(leads, parts.zone, *zone ? zone : kOwnZone);
+    give(leads, parts.name, name);
+    give(leads, parts.share, share);
+    return *name && *share;
+}
+
+/// Null `delimiter`: the path names no zone. The separator is found before anything is cut, so a delimiter behind it
+/// cuts the volume, and the name is what follows.
+void splitServer(const LeadByteTable& leads, char* zone, char* delimiter, const UncParts& parts) {
+    char* const separator = find(leads, zone, kSeparator);
+    if (delimiter) *delimiter = 0;
+    if (separator) *separator = 0;
+    give(leads, parts.zone, delimiter ? zone : "");
+    give(leads, parts.name, delimiter ? delimiter + 1 : zone);
+    const char* rest = "";
+    if (parts.share) {
+        char* const next = separator ? find(leads, separator + 1, kSeparator) : nullptr;
+        if (next) {
+            *next = 0;
+            rest = next + 1;
+        }
+        give(leads, parts.share, separator ? separator + 1 : "");
+    }
+    giveRest(leads, parts, rest);
+}
+
+}  // namespace
+
+int uncLength(const LeadByteTable& leads, int kind, const char* zone, const char* name, const char* share) {
+    // One part alone may be too long; the sum of three that are not can't overflow.
+    const auto lengthOf = [&leads](const char* text) { return std::min(scan::length(text, leads), kLongestUnc); };
+    zone = namedZone(zone);
+    int length = kPrefixLength + 1;
+    if (kind == kServerPath) {
+        if (zone) length += lengthOf(zone) + 1;
+        if (name) length += lengthOf(name);
+        if (share) length += lengthOf(share) + 1;
+    } else if (kind == kPrinterPath) {
+        if (!name || !share) return 0;
+        if (zone) length += lengthOf(zone);
+        length += lengthOf(name) + 1 + lengthOf(share) + 1;
+    } else {
+        return 0;
+    }
+    return length <= kLongestUnc ? length : 0;
+}
+
+int joinUnc(const LeadByteTable& leads, int kind, char* unc, unsigned short size, const char* zone, const char* name,
+            const char* share) {
+    if (!unc) return 0;
+    const int length = uncLength(leads, kind, zone, name, share);
+    if (length == 0 || length > size) return 0;
+    zone = namedZone(zone);
+    PathWriter path(leads, unc);
+    path.append(kSeparator);
+    path.append(kSeparator);
+    if (isGiven(zone)) path.append(zone);
+    if (kind == kServerPath) {
+        if (isGiven(zone)) path.append(kServerDelimiter);
+        if (isGiven(name)) path.append(name);
+        if (!isGiven(share)) return 1;
+    } else {
+        if (!isGiven(name)) return 0;
+        path.append(kPrinterDelimiter);
+        path.append(name);
+        if (!isGiven(share)) return 0;
+    }
+    path.append(kSeparator);
+    path.append(share);
+    return 1;
+}
+
+bool hasUncPrefix(const char* path) {
+    return path && path[0] == kSeparator && path[1] == kSeparator;
+}
+
+void clearParts(const UncParts& parts) {
+    for (char* part : {parts.zone, parts.name, parts.share, parts.wantsRest() ? parts.rest : nullptr})
+        if (part) *part = 0;
+}
+
+int splitUnc(const LeadByteTable& leads, char* path, const UncParts& parts) {
+    char* const printerDelimiter = find(leads, path, kPrinterDelimiter);
+    char* const serverDelimiter = find(leads, path, kServerDelimiter);
+    char* const zone = path + kPrefixLength;
+    if (!printerDelimiter) {
+        splitServer(leads, zone, serverDelimiter, parts);
+        return kServerPath;
+    }
+    if (parts.wantsRest()) *parts.rest = 0;
+    const bool split = !serverDelimiter && splitPrinter(leads, zone, printerDelimiter, parts);
+    return split ? kPrinterPath : 0;
+}
+
+}  // namespace tamrix
