@@ -14,6 +14,8 @@ __attribute__((section(".shared"))) SharedCounters sharedCounters = {0, 0};
 void constructStatics() {
     buildLeadByteTable();
     sbcsTranslator = chooseTranslator(static_cast<std::uint16_t>(GetOEMCP()), leadByteTable.hasLeadBytes != 0);
+    // Until the settings are loaded nothing is quoted, but names already end at their terminators.
+    nameRules = makeNameRules(quoteSettings, leadByteTable, sbcsTranslator.table);
 }
 
 namespace {

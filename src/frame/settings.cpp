@@ -32,11 +32,17 @@ bool holdsBrackets(RegValue& value) {
            value.String()[1];
 }
 
+/// Bytes that can be read from a value's buffer. A number keeps the length that the registry gave, which whoever wrote
+/// it chose freely, but four bytes of data.
+std::int32_t storedBytes(RegValue& value) {
+    const unsigned long length = value.DataLen();
+    return static_cast<std::int32_t>(value.Type() == RegValDword && length > 4 ? 4 : length);
+}
+
 void readQuoteSettings(RegKey& key) {
     RegValue value;
     // A value of a type that carries no data has a length but no buffer.
-    if (key.ValueByName("QuoteChars", &value) && value.Buffer())
-        setQuoteChars(value.Buffer(), static_cast<std::int32_t>(value.DataLen()));
+    if (key.ValueByName("QuoteChars", &value) && value.Buffer()) setQuoteChars(value.Buffer(), storedBytes(value));
     if (key.ValueByName("QuoteBracketChars", &value) && holdsBrackets(value)) {
         quoteSettings.open = value.Buffer()[0];
         quoteSettings.close = value.Buffer()[1];
