@@ -1,0 +1,58 @@
+"""Icon 1: a workstation and a file server joined by a cable, at 32 and at 16 pixels."""
+
+from raster import curve
+from sprites import (BLACK, GRAY, GREEN, LIME, NAVY, OLIVE, RED, SILVER, TEAL, WHITE, YELLOW, blank, pixels)
+
+
+def _plate(canvas, x, y, width, height, light, middle, dark):
+    canvas.rect(x, y, width, height, dark)
+    canvas.rect(x, y, width - 1, height - 1, light)
+    canvas.rect(x + 1, y + 1, width - 2, height - 2, middle)
+
+
+def _large():
+    canvas = blank(32)
+    canvas.fill([(28, 4), (31, 2), (31, 22), (28, 25)], GRAY)
+    canvas.fill([(18, 4), (21, 2), (31, 2), (28, 4)], WHITE)
+    _plate(canvas, 18, 4, 10, 21, WHITE, SILVER, GRAY)
+    for y in (6, 9):
+        canvas.rect(20, y, 6, 2, GRAY)
+        canvas.rect(20, y, 6, 1, BLACK)
+    canvas.rect(25, 13, 1, 1, LIME)
+    canvas.rect(23, 13, 1, 1, RED)
+    for y in (17, 19, 21):
+        canvas.rect(20, y, 6, 1, GRAY)
+    _plate(canvas, 1, 8, 19, 14, WHITE, SILVER, GRAY)
+    canvas.rect(3, 10, 15, 10, GRAY)
+    canvas.rect(4, 11, 14, 9, TEAL)
+    canvas.rect(3, 10, 15, 1, BLACK)
+    canvas.rect(3, 10, 1, 10, BLACK)
+    canvas.fill([(7, 12), (12, 12), (14, 14), (14, 19), (7, 19)], WHITE)
+    canvas.rect(12, 12, 1, 2, SILVER)
+    for y in (14, 16):
+        canvas.rect(8, y, 4, 1, NAVY)
+    _plate(canvas, 3, 22, 16, 3, WHITE, SILVER, GRAY)
+    canvas.rect(5, 23, 2, 1, GREEN)
+    line = curve([(10, 25), (11, 29), (17, 29.4), (23, 29.2), (24.4, 25)])
+    canvas.stroke([(x, y + 0.8) for x, y in line], 1.6, OLIVE)
+    canvas.stroke(line, 1.4, YELLOW)
+    return pixels(canvas)
+
+
+def _small():
+    canvas = blank(16)
+    _plate(canvas, 10, 1, 5, 11, WHITE, SILVER, GRAY)
+    canvas.rect(11, 3, 3, 1, BLACK)
+    canvas.rect(11, 5, 3, 1, GRAY)
+    canvas.rect(13, 8, 1, 1, LIME)
+    _plate(canvas, 1, 3, 10, 8, WHITE, SILVER, GRAY)
+    canvas.rect(2, 4, 8, 6, TEAL)
+    canvas.rect(4, 5, 4, 4, WHITE)
+    canvas.rect(5, 6, 2, 1, NAVY)
+    canvas.rect(2, 11, 8, 1, SILVER)
+    canvas.stroke([(5.5, 12), (5.5, 14.5), (12.5, 14.5), (12.5, 12)], 1.0, YELLOW)
+    return pixels(canvas)
+
+
+def emblem():
+    return [_large(), _small()]
