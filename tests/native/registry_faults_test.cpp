@@ -1,0 +1,130 @@
+// RegKey and RegValue where the registry refuses or memory runs out: what the outputs hold then, and that nothing is
+// left open. The leak detector watches the memory.
+#include <gtest/gtest.h>
+#include <standin.h>
+
+#include <functional>
+#include <string>
+
+#include "tamrix32/registry.h"
+
+namespace {
+
+constexpr char kHome[] = "Software\\Tamrix Test faults";
+
+/// A key with a value and two subkeys, and the objects that operations work on.
+struct Scene {
+    RegKey key{HKEY_CURRENT_USER, kHome};
+    RegKey other;
+    RegValue value;
+    char name[128] = "kept";
+
+    Scene() {
+        key.SetString("text", "stored");
+        RegKey(&key, "first");
+        RegKey(&key, "second");
+        value.SetName("before");
+        value.SetDataLength(3);
+        value.SetData(RegValBinary, reinterpret_cast<unsigned char*>(name));
+        key.FirstSubKey(&other);
+        key.Open();
+    }
+    ~Scene() { standin::clearRegistry(); }
+
+    bool valueKept() {
+        return value.Name() && std::string(value.Name()) == "before" && value.Type() == RegValBinary &&
+               value.DataLen() == 3 && std::string(value.String(), 3) == "kep";
+    }
+    bool otherClosed() { return !other.Opened() && !other.Handle(); }
+};
+
+struct Operation {
+    const char* name;
+    std::function<bool(Scene&)> run;         // whether it succeeded
+    std::function<bool(Scene&)> afterwards;  // whether its outputs are as stated after a failure
+};
+
+const Operation kOperations[] = {
+    {"Open", [](Scene& s) { return s.key.Open() == 1; }, [](Scene& s) { return !s.key.Opened() && !s.key.Handle(); }},
+    {"Open at a path", [](Scene& s) { return s.other.Open(HKEY_CURRENT_USER, kHome) == 1; }, &Scene::otherClosed},
+    {"Create at a path", [](Scene& s) { return s.other.Create(HKEY_CURRENT_USER, "Software\\Tamrix Test more") == 1; },
+     &Scene::otherClosed},
+    {"Exists", [](Scene& s) { return s.other.Exists(HKEY_CURRENT_USER, kHome) == 1; }, &Scene::otherClosed},
+    {"Construction", [](Scene& s) { return RegKey(&s.key, "third").Opened() == 1; }, [](Scene&) { return true; }},
+    {"FirstValue", [](Scene& s) { return s.key.FirstValue(&s.value) == 1; },
+     [](Scene& s) { return s.valueKept() && s.key.NextValue(&s.value) == 1; }},
+    {"ValueByName", [](Scene& s) { return s.key.ValueByName("text", &s.value) == 1; }, &Scene::valueKept},
+    {"SetString", [](Scene& s) { return s.key.SetString("text", "new") == 1; },
+     [](Scene& s) { return s.key.ValueByName("text", &s.value) && std::string(s.value.String()) == "stored"; }},
+    {"SetDword", [](Scene& s) { return s.key.SetDword("n", 1) == 1; },
+     [](Scene& s) { return !s.key.ValueByName("n", &s.value); }},
+    {"RemoveValue", [](Scene& s) { return s.key.RemoveValue("text") == 1; },
+     [](Scene& s) { return s.key.ValueByName("text", &s.value) == 1; }},
+    {"FirstSubKey by name", [](Scene& s) { return s.key.FirstSubKey(s.name) == 1; },
+     [](Scene& s) { return std::string(s.name) == "kept" && s.key.NextSubKey(s.name) == 1; }},
+    {"SetName", [](Scene& s) { return s.value.SetName("new"), s.value.Name(); },
+     [](Scene& s) { return s.value.NameLen() == 0 && s.value.DataLen() == 3; }},
+    {"SetData", [](Scene& s) { return s.value.SetData(RegValString, nullptr), s.value.String(); },
+     [](Scene& s) { return s.value.DataLen() == 0 && !s.value.BoolValue() && !s.value.Value(); }},
+};
+
+class WithFaults : public testing::TestWithParam<standin::Kind> {
+protected:
+    WithFaults() { standin::clearFaults(); }
+    ~WithFaults() override { standin::clearFaults(); }
+};
+
+TEST_P(WithFaults, FailsAsStatedAndLeavesNothingOpen) {
+    for (const Operation& operation : kOperations) {
+        const std::size_t openBefore = standin::openKeys();
+        for (std::size_t n = 1;; ++n) {
+            SCOPED_TRACE(operation.name + (" with failing call " + std::to_string(n)));
+            Scene scene;
+            standin::clearFaults();
+            standin::failNth(GetParam(), n);
+            const bool succeeded = operation.run(scene);
+            const bool failed = standin::faultHit();
+            standin::clearFaults();
+            EXPECT_NE(succeeded, failed);
+            if (!failed) break;
+            EXPECT_TRUE(operation.afterwards(scene));
+            ASSERT_LT(n, 20u);
+        }
+        EXPECT_EQ(standin::openKeys(), openBefore) << operation.name;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Registry, WithFaults, testing::Values(standin::Kind::registry, standin::Kind::allocation),
+                         [](const auto& kind) { return kind.param == standin::Kind::registry ? "calls" : "memory"; });
+
+TEST(RegistryFaults, WalksOnBehindASubkeyThatCannotBeOpened) {
+    Scene scene;
+    ASSERT_TRUE(standin::denyAccess(HKEY_CURRENT_USER, "Software\\Tamrix Test faults\\first"));
+    EXPECT_STREQ(scene.key.FirstSubKey(&scene.other), "first");
+    EXPECT_TRUE(scene.otherClosed());
+    EXPECT_STREQ(scene.key.NextSubKey(&scene.other), "second");
+    EXPECT_EQ(scene.other.Opened(), 1);
+    EXPECT_EQ(scene.other.Exists(scene.key.Handle(), "first"), 0) << "it may not be opened, so it does not exist";
+}
+
+TEST(RegistryFaults, EndsASubkeyWalkOnlyWhereNothingWasFetched) {
+    const struct {
+        standin::Kind kind;
+        std::size_t n;
+        const char* name;
+    } rows[] = {{standin::Kind::registry, 1, nullptr},
+                {standin::Kind::registry, 2, "first"},
+                {standin::Kind::allocation, 1, nullptr}};
+    for (const auto& row : rows) {
+        Scene scene;
+        standin::clearFaults();
+        standin::failNth(row.kind, row.n);
+        EXPECT_STREQ(scene.key.FirstSubKey(&scene.other), row.name) << "failing call " << row.n;
+        EXPECT_TRUE(standin::faultHit());
+        EXPECT_EQ(scene.other.Opened(), row.name ? 0 : 1) << "nothing fetched leaves the child as it was";
+        standin::clearFaults();
+        EXPECT_STREQ(scene.key.NextSubKey(&scene.other), row.name ? "second" : "first");
+    }
+}
+
+}  // namespace
