@@ -146,7 +146,9 @@ TEST(Names, TranslateInTheProcessCodePage) {
     expectBothWays({"Report.", "Report[046]", "Windows drops a final period"});
     if (GetACP() == 932) {
         // U+8868 is 95 5C in code page 932: its trail byte is a backslash's.
-        expectBothWays({"\x95\x5C.", "\x95\x5C.", "a period behind a lead byte's value stays"});
+        expectBothWays({"\x95\x5C.", "\x95\x5C[046]", "a final period behind a double-byte character"});
+        // U+30E3 is 83 83: its trail byte has a lead byte's value.
+        expectBothWays({"\x83\x83.", "\x83\x83.", "a final period behind a byte of a lead byte's value stays"});
         expectBothWays({"\x95\x5C:", "\x95\x5C[058]", "a trail byte is no separator"});
     } else if (GetACP() == 1252 && (GetOEMCP() == 437 || GetOEMCP() == 850)) {
         expectBothWays({"Caf\x8E", "Caf\xE9", "e acute is 8E on the Macintosh, E9 on Windows"});
