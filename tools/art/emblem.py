@@ -1,6 +1,5 @@
-"""Icon 1: a workstation and a file server joined by a cable, at 32 and at 16 pixels."""
+"""Icon 1: a workstation and a file server on one cable, at 32 and at 16 pixels."""
 
-from raster import curve
 from sprites import (BLACK, GRAY, GREEN, LIME, NAVY, OLIVE, RED, SILVER, TEAL, WHITE, YELLOW, blank, pixels)
 
 
@@ -33,9 +32,12 @@ def _large():
         canvas.rect(8, y, 4, 1, NAVY)
     _plate(canvas, 3, 22, 16, 3, WHITE, SILVER, GRAY)
     canvas.rect(5, 23, 2, 1, GREEN)
-    line = curve([(10, 25), (11, 29), (17, 29.4), (23, 29.2), (24.4, 25)])
-    canvas.stroke([(x, y + 0.8) for x, y in line], 1.6, OLIVE)
-    canvas.stroke(line, 1.4, YELLOW)
+    for x in (10, 24):
+        canvas.rect(x, 25, 2, 3, OLIVE)
+        canvas.rect(x - 1, 27, 4, 4, YELLOW)
+        canvas.rect(x - 1, 30, 4, 1, OLIVE)
+    canvas.rect(1, 28, 30, 2, OLIVE)
+    canvas.rect(1, 28, 30, 1, YELLOW)
     return pixels(canvas)
 
 
@@ -50,7 +52,10 @@ def _small():
     canvas.rect(4, 5, 4, 4, WHITE)
     canvas.rect(5, 6, 2, 1, NAVY)
     canvas.rect(2, 11, 8, 1, SILVER)
-    canvas.stroke([(5.5, 12), (5.5, 14.5), (12.5, 14.5), (12.5, 12)], 1.0, YELLOW)
+    for x in (5, 12):
+        canvas.rect(x, 12, 1, 1, OLIVE)
+        canvas.rect(x - 1, 13, 3, 2, YELLOW)
+    canvas.rect(1, 13, 14, 1, YELLOW)
     return pixels(canvas)
 
 

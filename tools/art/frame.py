@@ -13,11 +13,11 @@ _GLOW = tint((255, 236, 150), 40)
 
 def frame():
     canvas = Canvas(SIZE, SIZE)
-    _casing(canvas)
     inner = SIZE - 2 * BORDER
     canvas.rect(BORDER, BORDER, inner, BAND_TOP - BORDER, tone("wall", 0.1))
     canvas.rect(BORDER, BAND_BOTTOM, inner, SIZE - BORDER - BAND_BOTTOM, TEXT_TEAL)
     _band(canvas)
+    _casing(canvas)
     return canvas
 
 

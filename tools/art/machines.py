@@ -22,8 +22,8 @@ def cabinet(canvas, view, phase):
     front = box.front
     front.raised(4, 42, 62, 36, 1.4, tone("steel", 0.12), tone("steel", 0.26), tone("steel", 0.7))
     front.fill([(6, 44), (6, 76), (24, 76), (12, 44)], tone("steel", 0.33))
-    _reel(front, 20, 62, phase * 15)
-    _reel(front, 50, 62, phase * 15 + 8)
+    _reel(front, 20, 62, phase * 30)
+    _reel(front, 50, 62, phase * 30 + 12)
     front.line([(9.5, 58), (31, 47), (39, 47), (60.5, 58)], 1.1, tone("wood", 0.35))
     front.raised(29, 45, 12, 6, 0.8, tone("steel", 0.95), tone("steel", 0.6), tone("steel", 0.1))
     front.raised(4, 31, 62, 8, 1, tone("steel", 0.1), tone("steel", 0.16), tone("steel", 0.65))
@@ -37,7 +37,6 @@ def cabinet(canvas, view, phase):
     for i in range(9):
         box.side.rect(8, 14 + i * 5, 32, 2, tone("steel", 0.06))
         box.side.rect(8, 16 + i * 5, 32, 0.8, tone("steel", 0.34))
-    return box
 
 
 def _reel(face, u, v, turn):
@@ -86,7 +85,6 @@ def server(canvas, view, phase):
     for i in range(7):
         box.side.rect(9, 12 + i * 5.5, 30, 1.8, tone("beige", 0.18))
         box.side.rect(9, 10.8 + i * 5.5, 30, 0.8, tone("beige", 0.56))
-    return box
 
 
 def hub(canvas, view, phase):
@@ -102,4 +100,3 @@ def hub(canvas, view, phase):
         box.front.rect(u, 2.4, 5.6, 4.8, tone("teal", 0.7))
         box.front.rect(u, 2.9, 5.2, 4.3, BLACK)
         lamp(box.front, u + 1.6, 9.6, "green" if i % 3 else "gold", (i * 5 + phase * 3) % 4 < 2, 1.9)
-    return box

@@ -7,12 +7,17 @@ from solid import Box, Face
 _SHADOW = shade(-2)
 
 
-def desk(canvas, view):
+def desk_frame(canvas, view):
+    """The left leg and the back of the desk. Cables that come from under it are drawn after this."""
     body = Box(canvas, view, 154, 46, 0, 124, 64, 32)
     body.shadow(_SHADOW, 18)
-    leg = Box(canvas, view, 154, 46, 0, 6, 64, 32).paint("wood", 0.6, 0.5, 0.22)
+    Box(canvas, view, 154, 46, 0, 6, 64, 32).paint("wood", 0.6, 0.5, 0.22)
     back = Face(canvas, view, (160, 62, 0), (1, 0, 0), (0, 0, 1))
     back.rect(0, 6, 80, 26, tone("wood", 0.1))
+
+
+def desk_top(canvas, view):
+    """The drawers and the plate."""
     drawers = Box(canvas, view, 234, 46, 0, 44, 64, 32).paint("wood", 0.6, 0.52, 0.28)
     for i, height in enumerate([13, 7.5, 7.5]):
         v = (1.5, 15.2, 23.4)[i]
@@ -22,7 +27,6 @@ def desk(canvas, view):
     plate = Box(canvas, view, 150, 44, 32, 132, 70, 4).paint("wood", 0.74, 0.56, 0.34)
     for i, (u, v, span) in enumerate([(6, 8, 60), (30, 22, 90), (4, 38, 40), (70, 50, 56), (90, 12, 30)]):
         plate.top.rect(u, v, span, 0.9, tone("wood", 0.64 if i % 2 else 0.84))
-    return leg
 
 
 def workstation(canvas, view, phase):
@@ -32,7 +36,7 @@ def workstation(canvas, view, phase):
     case.front.rect(4, 4.6, 22, 1.2, tone("beige", 0.2))
     case.front.raised(38, 2, 20, 4.6, 0.6, tone("beige", 0.9), tone("beige", 0.6), tone("beige", 0.3))
     case.front.rect(40, 4, 13, 0.9, tone("beige", 0.15))
-    foot = Box(canvas, view, 192, 64, 45, 34, 24, 3).paint("beige", 0.5, 0.4, 0.25, 0)
+    Box(canvas, view, 192, 64, 45, 34, 24, 3).paint("beige", 0.5, 0.4, 0.25, 0)
     tube = Box(canvas, view, 188, 52, 50, 44, 20, 38).paint("beige", 0.84, 0.5, 0.3)
     for i in range(5):
         tube.side.rect(3, 8 + i * 5, 13, 1.6, tone("beige", 0.1))
@@ -44,7 +48,6 @@ def workstation(canvas, view, phase):
         front.rect(u, 2.6, 2.4, 1.8, tone("beige", 0.4))
     front.rect(5, 2.8, 2.2, 1.6, tone("green", 0.75))
     _keyboard(plate)
-    return foot
 
 
 def _screen(front, phase):

@@ -63,13 +63,6 @@ def tone(name, lightness):
     return ramp[max(0, min(len(ramp) - 1, int(lightness * (len(ramp) - 1) + 0.5)))]
 
 
-def distance(a, b):
-    red = a[0] - b[0]
-    green = a[1] - b[1]
-    blue = a[2] - b[2]
-    return 3 * red * red + 6 * green * green + 2 * blue * blue
-
-
 def nearest(colour, colours):
     """The index of the entry of `colours` that looks most like `colour`."""
     red, green, blue = colour

@@ -26,40 +26,31 @@ def picture(phase):
     room.chart(canvas, view)
     machines.cabinet(canvas, view, phase)
     machines.server(canvas, view, phase)
-    office.desk(canvas, view)
+    office.desk_frame(canvas, view)
+    _cable(canvas, view, phase, "blue", [(206, 70, 24), (206, 78, 2), (196, 104, 0), (178, 132, 0), (152, 146, 0),
+                                         (140, 158, 4)])
+    office.desk_top(canvas, view)
     office.workstation(canvas, view, phase)
     desktop.mug(canvas, view, phase)
     desktop.lamp(canvas, view)
     desktop.cat(canvas, view, phase)
     office.printer(canvas, view, phase)
-    cables = _cables(view)
-    for line, ramp in cables:
-        _cable(canvas, line, ramp)
-    for line, _ in cables:
-        _packets(canvas, line, phase)
+    _cable(canvas, view, phase, "gold", [(40, 62, 6), (40, 78, 0), (60, 104, 0), (84, 126, 0), (100, 152, 4)])
+    _cable(canvas, view, phase, "red", [(110, 86, 6), (110, 98, 0), (118, 120, 0), (124, 140, 0), (120, 152, 4)])
+    _cable(canvas, view, phase, "leaf", [(154, 176, 5), (180, 182, 0), (230, 158, 0), (290, 146, 0), (332, 136, 0),
+                                         (343, 120, 0), (343, 110, 8)])
     machines.hub(canvas, view, phase)
     return canvas
 
 
-def _cables(view):
-    """Each cable's course over the floor, and its colour."""
-    def laid(points, ramp):
-        return curve([view.point(*point) for point in points]), ramp
-
-    return [
-        laid([(40, 62, 6), (40, 78, 0), (60, 104, 0), (84, 126, 0), (100, 152, 4)], "gold"),
-        laid([(110, 86, 6), (110, 98, 0), (118, 120, 0), (124, 140, 0), (120, 152, 4)], "red"),
-        laid([(190, 100, 10), (190, 118, 0), (176, 138, 0), (150, 146, 0), (140, 158, 4)], "blue"),
-        laid([(154, 176, 5), (180, 182, 0), (230, 158, 0), (290, 146, 0), (332, 136, 0), (343, 120, 0),
-              (343, 110, 8)], "leaf"),
-    ]
-
-
-def _cable(canvas, line, ramp):
+def _cable(canvas, view, phase, ramp, course):
+    """A cable in the tones of a ramp along a course of places in the room, with packets on their way."""
+    line = curve([view.point(*place) for place in course])
     canvas.stroke([(x + 1.2, y + 1.8) for x, y in line], 3, tone("floor", 0.02))
     canvas.stroke(line, 3.2, tone(ramp, 0.22))
     canvas.stroke([(x - 0.2, y - 0.3) for x, y in line], 2.0, tone(ramp, 0.56))
     canvas.stroke([(x - 0.4, y - 0.8) for x, y in line], 0.8, tone(ramp, 0.85))
+    _packets(canvas, line, phase)
 
 
 def _packets(canvas, line, phase):

@@ -7,7 +7,7 @@ edges hard, and whatever is drawn gets a black outline.
 import math
 
 from icons import CLEAR
-from raster import Canvas
+from raster import Canvas, curve
 
 BLACK, MAROON, GREEN, OLIVE, NAVY, PURPLE, TEAL, SILVER = range(8)
 GRAY, RED, LIME, YELLOW, BLUE, PINK, AQUA, WHITE = range(8, 16)
@@ -40,81 +40,60 @@ def mirrored(rows):
     return [row[::-1] for row in rows]
 
 
-class _Turned:
-    """Draws on a canvas in coordinates around a place, turned by some degrees."""
-
-    def __init__(self, canvas, x, y, degrees):
-        self.canvas = canvas
-        self.x = x
-        self.y = y
-        self.cosine = math.cos(math.radians(degrees))
-        self.sine = math.sin(math.radians(degrees))
-
-    def at(self, x, y):
-        return self.x + x * self.cosine - y * self.sine, self.y + x * self.sine + y * self.cosine
-
-    def fill(self, points, paint):
-        self.canvas.fill([self.at(x, y) for x, y in points], paint)
-
-    def rect(self, x, y, width, height, paint):
-        self.fill([(x, y), (x + width, y), (x + width, y + height), (x, y + height)], paint)
-
-
-def _diskette(canvas, x, y, degrees, look):
-    """The body: shutter on top, label below, and between them the eyes, whose pupils are off by `look`."""
-    body = _Turned(canvas, x, y, degrees)
-    body.fill([(-7, -7), (5.6, -7), (7, -5.6), (7, 7), (-7, 7)], BLUE)
-    body.rect(5.4, -5, 1.6, 12, NAVY)
-    body.rect(-7, 5.6, 14, 1.4, NAVY)
-    body.rect(-7, -7, 1.2, 12.6, AQUA)
-    body.rect(-4, -7, 8.4, 4, SILVER)
-    body.rect(-4, -7, 8.4, 1.1, WHITE)
-    body.rect(1.2, -6.2, 2, 2.6, NAVY)
-    body.rect(-4.8, 2.6, 9.6, 4.4, WHITE)
-    body.rect(-3.4, 4.2, 6.6, 1.1, RED)
-    for side in (-2.7, 2.7):
-        left, top = body.at(side, -0.7)
-        canvas.ellipse(left, top, 2.4, 2.6, WHITE)
-        canvas.ellipse(left + look[0], top + look[1], 1.2, 1.3, BLACK)
+def _diskette(canvas, left, top, look):
+    """The body, 16 pixels square: shutter above, label below, between them eyes whose pupils are off by `look`."""
+    canvas.fill([(left, top), (left + 14, top), (left + 16, top + 2), (left + 16, top + 16), (left, top + 16)], BLUE)
+    canvas.rect(left + 15, top + 2, 1, 14, NAVY)
+    canvas.rect(left, top + 15, 16, 1, NAVY)
+    canvas.rect(left, top, 1, 15, AQUA)
+    canvas.rect(left + 4, top, 8, 3, SILVER)
+    canvas.rect(left + 4, top, 8, 1, WHITE)
+    canvas.rect(left + 9, top + 1, 2, 2, NAVY)
+    canvas.rect(left + 3, top + 11, 10, 5, WHITE)
+    canvas.rect(left + 4, top + 12, 8, 1, GRAY)
+    canvas.rect(left + 4, top + 14, 5, 1, GRAY)
+    for eye in (left + 2, left + 9):
+        canvas.rect(eye, top + 4, 5, 6, NAVY)
+        canvas.rect(eye + 1, top + 4, 3, 6, WHITE)
+        canvas.rect(eye, top + 5, 5, 4, WHITE)
+        canvas.rect(eye + 1 + look[0], top + 6 + look[1], 3, 3, BLACK)
+        canvas.rect(eye + 1 + look[0], top + 6 + look[1], 1, 1, WHITE)
 
 
-def _wing(canvas, x, y, tips, far):
-    """A wing that grows from (x, y): one feather to each tip, the longest first."""
-    shade, edge = (GRAY, SILVER) if far else (SILVER, WHITE)
+def _wing(canvas, x, y, tips, far=False):
+    """A wing that grows from (x, y): one feather to each tip, each laid over the one before."""
     for i, (tip_x, tip_y) in enumerate(tips):
         span = math.hypot(tip_x - x, tip_y - y)
         nx, ny = (tip_y - y) / span, (x - tip_x) / span
-        wide = 2.9 - i * 0.2
-        middle = x + (tip_x - x) * 0.55, y + (tip_y - y) * 0.55
-        canvas.fill([(x, y), (middle[0] + nx * wide, middle[1] + ny * wide), (tip_x, tip_y),
-                     (middle[0] - nx * wide, middle[1] - ny * wide)], edge if i % 2 == 0 else shade)
-    canvas.ellipse(x, y, 2.6, 2.4, edge)
+        middle = x + (tip_x - x) * 0.6, y + (tip_y - y) * 0.6
+        for wide, paint in ((3.2, GRAY), (2.3, SILVER if far or i % 2 else WHITE)):
+            canvas.fill(curve([(x, y), (middle[0] + nx * wide, middle[1] + ny * wide), (tip_x, tip_y)], 6)
+                        + curve([(tip_x, tip_y), (middle[0] - nx * wide, middle[1] - ny * wide), (x, y)], 6), paint)
+    canvas.ellipse(x, y, 2.6, 2.4, SILVER if far else WHITE)
 
 
 def _sideways():
-    """Flight to the right: the body leans forward, the wings are swept back."""
+    """Flight to the right: the gaze is ahead, the wings are swept back."""
     canvas = blank()
-    _wing(canvas, 18, 12, [(12, 1.4), (8.6, 4), (7, 7.4)], True)
-    _diskette(canvas, 20, 18.4, 12, (0.9, 0.2))
-    _wing(canvas, 17, 18, [(2, 6), (1.2, 10.6), (2, 15), (5, 18.6)], False)
+    _wing(canvas, 18, 14, [(6, 8), (8, 4), (12, 1)], True)
+    _diskette(canvas, 14, 13, (2, 0))
+    _wing(canvas, 13.6, 21, [(3, 27), (1, 22), (1, 16), (4, 11)])
     return pixels(canvas)
 
 
 def _climbing():
     canvas = blank()
     for side in (-1, 1):
-        _wing(canvas, 16 + side * 7, 14, [(16 + side * 14.6, 22), (16 + side * 12.6, 25.6), (16 + side * 9.6, 28)],
-              False)
-    _diskette(canvas, 16, 13.4, 0, (0, -1.1))
+        _wing(canvas, 16 + side * 7, 13, [(16 + side * 8.6, 29), (16 + side * 12, 27), (16 + side * 15, 22.6)])
+    _diskette(canvas, 8, 4, (0, -2))
     return pixels(canvas)
 
 
 def _diving():
     canvas = blank()
     for side in (-1, 1):
-        _wing(canvas, 16 + side * 6.6, 17, [(16 + side * 14.4, 3), (16 + side * 11, 1.6), (16 + side * 7.4, 2.4)],
-              False)
-    _diskette(canvas, 16, 20.4, 0, (0, 1.2))
+        _wing(canvas, 16 + side * 7, 19, [(16 + side * 7.6, 2), (16 + side * 11.4, 1.4), (16 + side * 15, 5)])
+    _diskette(canvas, 8, 14, (0, 1))
     return pixels(canvas)
 
 
