@@ -198,6 +198,25 @@ TEST_F(Standin, RandomTreesComeBackFromTheFile) {
     EXPECT_GT(saved, 60);
 }
 
+// Code page 932: katakana so is 83 5C, with a backslash as trail byte; 83 alone is half a character.
+TEST_F(Standin, TrailBytesAreNoBackslashesAndHalfCharactersSwallowNothing) {
+    standin::setCodePages(932, 932);
+    givenValue(HKEY_CLASSES_ROOT, "\x83\x5C\\b", "a\x83", REG_SZ, "\x83\x5C\0"s);
+    const std::string before = wholeRegistry();
+    EXPECT_EQ(before, "root\n[\x83\x5C]\n [b]\n  a\x83=1:\x83\x5C\0\nroot\nroot\nroot\n"s);
+    ASSERT_TRUE(standin::saveRegistry(file).ok);
+    standin::clearRegistry();
+    ASSERT_TRUE(standin::loadRegistry(file).ok);
+    EXPECT_EQ(wholeRegistry(), before);
+
+    HKEY half = nullptr, below = nullptr;
+    RegCreateKeyA(HKEY_CLASSES_ROOT, "a\x83", &half);
+    RegCreateKeyA(half, "b", &below);
+    RegCloseKey(below);
+    RegCloseKey(half);
+    EXPECT_FALSE(standin::saveRegistry(file).ok) << "written, the two names would read as one";
+}
+
 TEST_F(Standin, ASaveCutAnywhereLeavesTheOldFileOrTheNew) {
     givenValue(HKEY_CLASSES_ROOT, ".old", "v", REG_SZ, "1\0"s);
     ASSERT_TRUE(standin::saveRegistry(file).ok);
@@ -256,6 +275,7 @@ TEST_F(Standin, CodePagesConvertAndFoldAsPublished) {
         {1252, "\xFF", 0x00FF, "\x9F", "y diaeresis, whose capital lies elsewhere"},
         {1252, "\x81", 0x0081, "\x81", "an undefined byte is a control"},
         {1252, "\xB5", 0x00B5, "\xB5", "the micro sign is no letter"},
+        {850, "\xD5", 0x0131, "\xD5", "the dotless i, which is no partner of I"},
         {1251, "\xFF", 0x044F, "\xDF", "Cyrillic ya"},
         {932, "\x82\x81", 0xFF41, "\x82\x60", "full-width a"},
         {932, "\x83\x5C", 0x30BD, "\x83\x5C", "katakana so, whose trail byte is a backslash"},

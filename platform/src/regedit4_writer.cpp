@@ -77,9 +77,10 @@ public:
             text_ += kLineEnd;
         }
         text_ += kLineEnd;
-        for (const Key* child : key.children()) {
-            names_.push_back(child->name());
-            if (!put(*child, rootName, path.empty() ? child->name() : path + "\\" + child->name())) return false;
+        for (const SubkeyEntry& entry : key.children()) {
+            const Key& child = entry.key();
+            names_.push_back(child.name());
+            if (!put(child, rootName, path.empty() ? child.name() : path + "\\" + child.name())) return false;
             names_.pop_back();
         }
         return true;

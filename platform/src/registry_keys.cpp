@@ -37,11 +37,13 @@ LONG enumerate(RegistryCall& call, HKEY handle, DWORD index, LPSTR name, LPDWORD
     const auto key = call.key(handle, KEY_ENUMERATE_SUB_KEYS);
     if (!key) return call.result();
     if (index >= key->children().size()) return ERROR_NO_MORE_ITEMS;
-    const Key& child = *key->children()[index];
-    if (child.name().size() >= *nameSize) return ERROR_MORE_DATA;
-    std::memcpy(name, child.name().c_str(), child.name().size() + 1);
-    *nameSize = static_cast<DWORD>(child.name().size());
-    if (lastWrite) *lastWrite = child.lastWrite;
+    const SubkeyEntry& child = key->children()[index];
+    const std::string_view childName = child.name();
+    if (childName.size() >= *nameSize) return ERROR_MORE_DATA;
+    std::memcpy(name, childName.data(), childName.size());
+    name[childName.size()] = 0;
+    *nameSize = static_cast<DWORD>(childName.size());
+    if (lastWrite) *lastWrite = child.key().lastWrite;
     return ERROR_SUCCESS;
 }
 

@@ -50,6 +50,14 @@ std::shared_ptr<Key> findKey(const std::shared_ptr<Key>& from, std::string_view 
     return key;
 }
 
+SubkeyEntry::SubkeyEntry(Key& key) : key_(&key), size_(static_cast<BYTE>(key.name().size())), shortName_{} {
+    if (size_ <= sizeof shortName_) key.name().copy(shortName_, size_);
+}
+
+std::string_view SubkeyEntry::name() const {
+    return size_ <= sizeof shortName_ ? std::string_view(shortName_, size_) : std::string_view(key_->name());
+}
+
 Key::Key(std::string_view name) : name_(name), foldedName_(standin::foldedName(name)) {
     touch();
 }
@@ -61,8 +69,8 @@ std::shared_ptr<Key> Key::child(std::string_view name) const {
 
 namespace {
 
-bool foldsBefore(const Key* left, const Key* right) {
-    return left->foldedName() < right->foldedName();
+bool foldsBefore(const SubkeyEntry& left, const SubkeyEntry& right) {
+    return left.key().foldedName() < right.key().foldedName();
 }
 
 }  // namespace
@@ -71,14 +79,15 @@ std::shared_ptr<Key> Key::addChild(std::string_view name) {
     auto child = std::make_shared<Key>(name);
     child->parent = this;
     byName_.emplace(child->foldedName(), child);
-    ordered_.insert(std::upper_bound(ordered_.begin(), ordered_.end(), child.get(), foldsBefore), child.get());
+    const SubkeyEntry entry(*child);
+    ordered_.insert(std::upper_bound(ordered_.begin(), ordered_.end(), entry, foldsBefore), entry);
     touch();
     return child;
 }
 
 void Key::removeChild(Key& child) {
-    const auto [first, last] = std::equal_range(ordered_.begin(), ordered_.end(), &child, foldsBefore);
-    (*first)->markDeleted();
+    const auto [first, last] = std::equal_range(ordered_.begin(), ordered_.end(), SubkeyEntry(child), foldsBefore);
+    child.markDeleted();
     const std::u16string folded = child.foldedName();
     ordered_.erase(first, last);
     byName_.erase(folded);
@@ -106,7 +115,7 @@ bool Key::removeValue(std::string_view name) {
 }
 
 void Key::clear() {
-    for (Key* child : ordered_) child->markDeleted();
+    for (const SubkeyEntry& child : ordered_) child.key().markDeleted();
     ordered_.clear();
     byName_.clear();
     values_.clear();
@@ -116,7 +125,7 @@ void Key::clear() {
 void Key::markDeleted() {
     deleted = true;
     parent = nullptr;
-    for (Key* child : ordered_) child->markDeleted();
+    for (const SubkeyEntry& child : ordered_) child.key().markDeleted();
 }
 
 void Key::touch() {

@@ -25,6 +25,23 @@ struct Value {
     std::vector<BYTE> data;
 };
 
+class Key;
+
+/// A subkey's place in the order of its siblings. Short names lie in it, so that enumerating walks through one block
+/// of memory and doesn't look at the keys.
+class SubkeyEntry {
+public:
+    explicit SubkeyEntry(Key& key);
+
+    Key& key() const { return *key_; }
+    std::string_view name() const;
+
+private:
+    Key* key_;
+    BYTE size_;
+    char shortName_[23];
+};
+
 /// A key and all below it. Subkeys are kept by name and in order, so that both opening one and fetching the nth take a
 /// time that doesn't depend on how many there are.
 class Key {
@@ -38,7 +55,7 @@ public:
     std::shared_ptr<Key> addChild(std::string_view name);
     /// Takes a child out, with all below it; handles that are open on them find them deleted.
     void removeChild(Key& child);
-    const std::vector<Key*>& children() const { return ordered_; }
+    const std::vector<SubkeyEntry>& children() const { return ordered_; }
 
     Value* value(std::string_view name);
     Value& addValue(std::string_view name);
@@ -57,11 +74,11 @@ public:
 private:
     void markDeleted();
 
+    std::vector<Value> values_;  // first, so that opening a key and reading its values touches little memory
     std::string name_;
     std::u16string foldedName_;
     std::unordered_map<std::u16string, std::shared_ptr<Key>> byName_;
-    std::vector<Key*> ordered_;
-    std::vector<Value> values_;
+    std::vector<SubkeyEntry> ordered_;
 };
 
 struct OpenKey {
