@@ -80,6 +80,18 @@ typedef HINSTANCE HMODULE;
 typedef struct HWND__* HWND;
 typedef struct HRSRC__* HRSRC;
 
+/* Drawing: only what public declarations name. */
+typedef struct HBITMAP__* HBITMAP;
+typedef struct HFONT__* HFONT;
+typedef struct HPALETTE__* HPALETTE;
+typedef DWORD COLORREF;
+typedef struct tagRECT {
+    LONG left;
+    LONG top;
+    LONG right;
+    LONG bottom;
+} RECT, *PRECT, *LPRECT;
+
 typedef INT_PTR(CALLBACK* DLGPROC)(HWND, UINT, WPARAM, LPARAM);
 
 typedef struct _FILETIME {
