@@ -6,3 +6,7 @@ else()
     tamrix_suite(custom_resource
         SOURCES custom_resource_test.cpp native/resource_fixture.cpp native/custom_resource_faults_test.cpp)
 endif()
+# Classes derived from the library's are compiled as clients' are, without run-time type information.
+target_compile_options(custom_resource PRIVATE -fno-rtti)
+tamrix_suite(credits SOURCES credits_test.cpp)
+tamrix_suite(sprites SOURCES sprites_test.cpp bitmap_header_test.cpp)

@@ -3,29 +3,18 @@
 
 #include <windows.h>
 
-#include <utility>
+#include "strings/unique_handle.h"
 
 namespace tamrix {
 
-/// A global block by its handle.
-class GlobalBlock {
-public:
-    explicit GlobalBlock(HGLOBAL block) : block_(block) {}
-    ~GlobalBlock() {
-        if (block_) GlobalFree(block_);
-    }
-    GlobalBlock(const GlobalBlock&) = delete;
-    GlobalBlock& operator=(const GlobalBlock&) = delete;
-
-    HGLOBAL get() const { return block_; }
-    explicit operator bool() const { return block_ != nullptr; }
-
-    /// Hands the block to whoever frees it with GlobalFree.
-    HGLOBAL release() { return std::exchange(block_, nullptr); }
-
-private:
-    HGLOBAL block_;
+struct GlobalBlockTraits {
+    using Handle = HGLOBAL;
+    static constexpr Handle kNone = nullptr;
+    static void close(Handle block) { GlobalFree(block); }
 };
+
+/// A global block by its handle.
+using GlobalBlock = UniqueHandle<GlobalBlockTraits>;
 
 /// Keeps a block in place for as long as this lives. The block stays its owner's.
 class GlobalBlockLock {

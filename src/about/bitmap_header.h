@@ -1,0 +1,52 @@
+// The bitmap resources of the about box: the platform's BITMAPINFOHEADER, a colour table, and pixel bits.
+//
+//   offset  bytes  field
+//   0       4      size of the header: 40
+//   4       4      width in pixels
+//   8       4      height in pixels
+//   14      2      bits per pixel
+//   16      4      compression: 0 none, 1 RLE8
+//   20      4      bytes of the bits; may be 0 without compression, rows then fill up to 4 bytes
+//   32      4      colours in the table; 0 means 2 to the power of the bits per pixel
+//   40      4 * n  colour table: blue, green, red, reserved
+//                  then the bits
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <span>
+
+namespace tamrix {
+
+struct ColourEntry {
+    std::uint8_t red;
+    std::uint8_t green;
+    std::uint8_t blue;
+};
+
+/// A bitmap resource whose header, colour table and bits lie within its bytes.
+class BitmapResource {
+public:
+    /// Nothing when the bytes are too few, the header is of another kind, a side is not within 1 to 32767 or the
+    /// colours are more than 8 bits per pixel can name.
+    static std::optional<BitmapResource> read(std::span<const unsigned char> bytes);
+
+    int width() const { return width_; }
+    int height() const { return height_; }
+    int colourCount() const { return colourCount_; }
+    /// `index` is below colourCount().
+    ColourEntry colour(int index) const;
+    const unsigned char* header() const { return bytes_.data(); }
+    std::span<const unsigned char> bits() const;
+
+private:
+    BitmapResource(std::span<const unsigned char> bytes, int width, int height, int colourCount)
+        : bytes_(bytes), width_(width), height_(height), colourCount_(colourCount) {}
+
+    std::span<const unsigned char> bytes_;
+    int width_;
+    int height_;
+    int colourCount_;
+};
+
+}  // namespace tamrix

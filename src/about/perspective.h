@@ -1,0 +1,71 @@
+// Where a frame's parts lie, and the perspective in which the credits travel: each text line is drawn once into a strip
+// and stretched into the text area in three slices, every line lower, wider and taller than the one behind it.
+// All positions and sizes are in pixels of the frame bitmap.
+#pragma once
+
+namespace tamrix {
+
+inline constexpr int kFrameBorder = 14;  // of bitmap 1; nothing is drawn there
+inline constexpr int kPictureCount = 4;
+inline constexpr int kPictureWidth = 383;
+inline constexpr int kPictureHeight = 180;
+inline constexpr int kSlicesPerLine = 3;
+
+/// A slice of the strip and where it goes. It spans the strip's whole width.
+struct Slice {
+    int sourceTop;
+    int sourceHeight;
+    int x;
+    int y;
+    int width;
+    int height;
+};
+
+/// Gives the slices of one frame in order, from the farthest line on.
+class Perspective {
+public:
+    Perspective(int frameWidth, int textTop, int lineHeight)
+        : lineHeight_(lineHeight), x_((frameWidth - frameWidth / 3) / 2), y_(textTop), width_(frameWidth / 3) {}
+
+    /// The index-th slice (0 to 2) of the current line; to be asked for once each, in order.
+    Slice nextSlice(int index) {
+        const int rows = lineHeight_ / kSlicesPerLine;
+        const Slice slice{index * rows, rows, x_, y_, width_, height_};
+        x_ -= 1;
+        y_ += height_;
+        width_ += 2;
+        return slice;
+    }
+
+    void endLine() {
+        x_ += shift_;
+        width_ += growth_;
+        height_ += 1;
+        growth_ += 6;
+        shift_ -= 3;
+    }
+
+    /// Whether the current line is to be drawn in an area that ends above `bottom`. The first one always is.
+    bool reaches(int bottom) const { return height_ == 1 || y_ < bottom; }
+
+private:
+    int lineHeight_;
+    int x_;
+    int y_;
+    int width_;
+    int height_ = 1;
+    int growth_ = 0;
+    int shift_ = 0;
+};
+
+/// The picture after `picture`.
+constexpr int nextPicture(int picture) {
+    return (picture + 1) % kPictureCount;
+}
+
+/// The farthest line of the next frame: the credits move on by one line on every second picture.
+constexpr int nextTopLine(int topLine, int lineCount, int picture) {
+    return picture % 2 ? (topLine + 1) % lineCount : topLine;
+}
+
+}  // namespace tamrix
