@@ -2,6 +2,8 @@
 # libraries, with the header-only half of its libstdc++. There is no vendor C++ runtime; src/runtime/ starts the DLL.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86)
+set(CMAKE_C_COMPILER clang)
+set(CMAKE_C_COMPILER_TARGET i686-pc-windows-msvc)
 set(CMAKE_CXX_COMPILER clang++)
 set(CMAKE_CXX_COMPILER_TARGET i686-pc-windows-msvc)
 set(CMAKE_RC_COMPILER llvm-rc)
@@ -20,10 +22,11 @@ get_filename_component(TAMRIX_IMPORT_LIBRARIES ${TAMRIX_IMPORT_LIBRARIES} DIRECT
 get_filename_component(mingwHeaders ${TAMRIX_IMPORT_LIBRARIES}/../include REALPATH)
 
 set(flags "-march=i486 -mno-sse -mno-mmx -fno-ms-compatibility -fms-extensions -D_X86_=1 -D__MINGW32__")
-string(APPEND flags " -D__USE_MINGW_ANSI_STDIO=0 -D_GLIBCXX_EXTERN_TEMPLATE=0 -DWINVER=0x0400 -D_WIN32_WINNT=0x0400")
-string(APPEND flags " -D_WIN32_IE=0x0400 -include stdio.h -fno-exceptions -fno-rtti -fno-threadsafe-statics")
+string(APPEND flags " -D__USE_MINGW_ANSI_STDIO=0 -DWINVER=0x0400 -D_WIN32_WINNT=0x0400 -D_WIN32_IE=0x0400 -include stdio.h")
 # MinGW's headers ask for __declspec as a macro, which GCC makes it: without one, C++20's <memory> does not compile.
 string(APPEND flags " -D__declspec=__declspec")
+set(CMAKE_C_FLAGS_INIT "${flags} -isystem ${mingwHeaders}")
+string(APPEND flags " -D_GLIBCXX_EXTERN_TEMPLATE=0 -fno-exceptions -fno-rtti -fno-threadsafe-statics")
 set(CMAKE_CXX_FLAGS_INIT "${flags} -nostdinc++ -isystem ${stdcxx} -isystem ${stdcxx}/i686-w64-mingw32 -isystem ${mingwHeaders}")
 set(CMAKE_RC_FLAGS_INIT "-I ${mingwHeaders}")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-fuse-ld=lld-link -nostdlib")
