@@ -3,6 +3,7 @@
 #define TAMRIX32_TAMRIX32_H
 
 #include "tamrix32/about.h"
+#include "tamrix32/browse.h"
 #include "tamrix32/dialogs.h"
 #include "tamrix32/extmap.h"
 #include "tamrix32/frame.h"

@@ -5,31 +5,20 @@
 
 #include <windows.h>
 
-#include <utility>
+#include "strings/unique_handle.h"
 
 namespace tamrix {
 
-/// A font, brush, bitmap or palette of ours. Stock objects belong to the platform and never come in here.
-template <typename Handle>
-class GdiObject {
-public:
-    GdiObject() = default;
-    explicit GdiObject(Handle handle) : handle_(handle) {}
-    GdiObject(GdiObject&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
-    GdiObject& operator=(GdiObject&& other) noexcept {
-        std::swap(handle_, other.handle_);
-        return *this;
-    }
-    ~GdiObject() {
-        if (handle_) DeleteObject(handle_);
-    }
-
-    Handle get() const { return handle_; }
-    explicit operator bool() const { return handle_ != nullptr; }
-
-private:
-    Handle handle_ = nullptr;
+template <typename Object>
+struct GdiObjectTraits {
+    using Handle = Object;
+    static constexpr Handle kNone = nullptr;
+    static void close(Handle handle) { DeleteObject(handle); }
 };
+
+/// A font, brush, bitmap or palette of ours. Stock objects belong to the platform and never come in here.
+template <typename Object>
+using GdiObject = UniqueHandle<GdiObjectTraits<Object>>;
 
 using FontHandle = GdiObject<HFONT>;
 using BrushHandle = GdiObject<HBRUSH>;

@@ -64,3 +64,9 @@ void operator delete[](void* block, const std::nothrow_t&) noexcept {
 extern "C" int __cdecl _purecall() {
     abort();
 }
+
+// Objects that use floating point ask for this name, by which a start-up that knows none would fail to link.
+extern "C" {
+extern const int _fltused;
+const int _fltused = 0;
+}

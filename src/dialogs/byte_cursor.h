@@ -1,0 +1,86 @@
+// Cursors over little-endian bytes. A reader that is asked for more than it has fails for good and gives zeros; a
+// writer is given room for everything beforehand and drops what would not fit.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+#include <span>
+
+namespace tamrix {
+
+class ByteReader {
+public:
+    explicit ByteReader(std::span<const std::uint8_t> bytes) : bytes_(bytes) {}
+
+    bool failed() const { return failed_; }
+    std::size_t position() const { return position_; }
+
+    std::span<const std::uint8_t> take(std::size_t count) {
+        if (failed_ || count > bytes_.size() - position_) {
+            failed_ = true;
+            return {};
+        }
+        position_ += count;
+        return bytes_.subspan(position_ - count, count);
+    }
+
+    std::uint16_t u16() {
+        const auto taken = take(2);
+        return taken.empty() ? std::uint16_t{0} : static_cast<std::uint16_t>(taken[0] | taken[1] << 8);
+    }
+
+    std::int16_t i16() { return static_cast<std::int16_t>(u16()); }
+
+    std::uint32_t u32() {
+        const std::uint32_t low = u16();
+        return low | static_cast<std::uint32_t>(u16()) << 16;
+    }
+
+    /// Moves to the next multiple of `boundary`, a power of two, unless it stands on one.
+    void align(std::size_t boundary) { take((boundary - position_ % boundary) % boundary); }
+
+private:
+    std::span<const std::uint8_t> bytes_;
+    std::size_t position_ = 0;
+    bool failed_ = false;
+};
+
+class ByteWriter {
+public:
+    explicit ByteWriter(std::span<std::uint8_t> bytes) : bytes_(bytes) {}
+
+    std::size_t position() const { return position_; }
+
+    void put(std::span<const std::uint8_t> source) {
+        const auto target = room(source.size());
+        if (!target.empty()) std::memcpy(target.data(), source.data(), source.size());
+    }
+
+    void u16(std::uint16_t value) {
+        const std::uint8_t bytes[] = {static_cast<std::uint8_t>(value), static_cast<std::uint8_t>(value >> 8)};
+        put(bytes);
+    }
+
+    void i16(std::int16_t value) { u16(static_cast<std::uint16_t>(value)); }
+
+    void u32(std::uint32_t value) {
+        u16(static_cast<std::uint16_t>(value));
+        u16(static_cast<std::uint16_t>(value >> 16));
+    }
+
+    /// Moves to the next multiple of `boundary`, leaving the bytes between as they are.
+    void align(std::size_t boundary) { room((boundary - position_ % boundary) % boundary); }
+
+private:
+    std::span<std::uint8_t> room(std::size_t count) {
+        if (count > bytes_.size() - position_) return {};
+        position_ += count;
+        return bytes_.subspan(position_ - count, count);
+    }
+
+    std::span<std::uint8_t> bytes_;
+    std::size_t position_ = 0;
+};
+
+}  // namespace tamrix

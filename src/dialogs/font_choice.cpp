@@ -1,0 +1,38 @@
+#include "dialogs/font_choice.h"
+
+#include <string_view>
+
+namespace tamrix {
+namespace {
+
+/// The font in which dialogs were made while nobody could choose one.
+constexpr std::u16string_view kAuthoredFace = u"MS Sans Serif";
+constexpr std::uint16_t kAuthoredPoints = 8;
+
+bool isAuthoredFont(const TemplateFont& font) {
+    return font.points == kAuthoredPoints && font.face == kAuthoredFace;
+}
+
+/// The low 16 bits of `size` times `numerator` over `denominator`, cut toward zero.
+std::int16_t scaled(std::int16_t size, double numerator, double denominator) {
+    return static_cast<std::int16_t>(static_cast<std::int64_t>(size * numerator / denominator));
+}
+
+}  // namespace
+
+FontDecision chooseFont(const char* configuredFace, std::uint32_t configuredPoints, const TemplateFont& carried,
+                        const FontChoice& candidate) {
+    if (configuredFace && configuredPoints)
+        return {{configuredFace, static_cast<std::uint16_t>(configuredPoints)}, true};
+    if (carried.face && !isAuthoredFont(carried)) return {{nullptr, 0}, false};
+    return {candidate, true};
+}
+
+DialogSize adjustedSize(DialogSize size, const FontMetrics& newFont, const FontMetrics& reference) {
+    if (reference.averageWidth == 0 || reference.height == 0) return size;
+    // One pixel more, so that a slightly narrower font cuts no text.
+    return {scaled(size.cx, newFont.averageWidth + 1.0, reference.averageWidth),
+            scaled(size.cy, newFont.height, reference.height)};
+}
+
+}  // namespace tamrix

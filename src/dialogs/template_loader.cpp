@@ -1,0 +1,144 @@
+// Dialog templates in the configured font: fetches fonts and metrics, lets font_choice.h decide, and shows the result.
+#include <windows.h>
+
+#include <cstdlib>
+#include <memory>
+#include <new>
+#include <optional>
+
+#include "dialogs/dialog_template.h"
+#include "dialogs/font_choice.h"
+#include "frame/gdi_handles.h"
+#include "frame/settings.h"
+#include "tamrix32/dialogs.h"
+
+namespace tamrix {
+namespace {
+
+using TemplatePointer = std::unique_ptr<CDialogTemplate>;
+using BlockPointer = std::unique_ptr<std::uint8_t[]>;
+
+TemplatePointer loadTemplate(HINSTANCE module, const char* name) {
+    TemplatePointer standard(new (std::nothrow) CDialogTemplate);
+    if (standard && standard->load(module, name)) return standard;
+    TemplatePointer extended(new (std::nothrow) CDialogTemplateEx);
+    if (extended && extended->load(module, name)) return extended;
+    return nullptr;
+}
+
+/// The stock font that new fonts are measured against. Its logfont's face becomes the candidate when it is the default
+/// GUI font; the system font only measures.
+struct ReferenceFont {
+    HGDIOBJ font;
+    LOGFONTA description;
+    FontChoice candidate;
+};
+
+void fetchReferenceFont(ReferenceFont& reference) {
+    reference.font = GetStockObject(DEFAULT_GUI_FONT);
+    reference.candidate = {nullptr, 0};
+    const bool usable = reference.font != nullptr;
+    if (!usable) reference.font = GetStockObject(SYSTEM_FONT);
+    if (!usable || !GetObjectA(reference.font, sizeof reference.description, &reference.description)) return;
+    const WindowContext screen;
+    if (!screen) return;
+    const int points = MulDiv(std::abs(reference.description.lfHeight), 72, GetDeviceCaps(screen.get(), LOGPIXELSY));
+    reference.candidate = {reference.description.lfFaceName, static_cast<std::uint16_t>(points)};
+}
+
+std::optional<FontMetrics> measure(HDC context, HGDIOBJ font) {
+    TEXTMETRICA metrics;
+    const SelectedObject selected(context, font);
+    if (!selected || !GetTextMetricsA(context, &metrics)) return std::nullopt;
+    return FontMetrics{metrics.tmAveCharWidth, metrics.tmHeight};
+}
+
+/// The face in the ANSI code page; null when it does not convert.
+std::unique_ptr<char[]> ansiFace(const char16_t* face) {
+    const auto wide = reinterpret_cast<LPCWSTR>(face);
+    const int size = WideCharToMultiByte(CP_ACP, 0, wide, -1, nullptr, 0, nullptr, nullptr);
+    if (size <= 0) return nullptr;
+    std::unique_ptr<char[]> ansi(new (std::nothrow) char[static_cast<std::size_t>(size)]);
+    if (!ansi || WideCharToMultiByte(CP_ACP, 0, wide, -1, ansi.get(), size, nullptr, nullptr) <= 0) return nullptr;
+    return ansi;
+}
+
+FontHandle createFont(HDC context, const CDialogTemplate& dialog) {
+    const auto face = ansiFace(dialog.faceName);
+    if (!face) return FontHandle();
+    const int height = -MulDiv(dialog.pointSize, GetDeviceCaps(context, LOGPIXELSY), 72);
+    return FontHandle(CreateFontA(height, 0, 0, 0, FW_DONTCARE, 0, 0, 0, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
+                                  CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_DONTCARE, face.get()));
+}
+
+void adjustSizeToFont(CDialogTemplate& dialog, HGDIOBJ referenceFont) {
+    const WindowContext screen;
+    if (!screen) return;
+    const FontHandle font = createFont(screen.get(), dialog);
+    const auto newFont = measure(screen.get(), font.get());
+    if (!newFont) return;
+    const auto reference = measure(screen.get(), referenceFont);
+    if (!reference) return;
+    const DialogSize size = adjustedSize({dialog.cx, dialog.cy}, *newFont, *reference);
+    dialog.setWidth(size.cx);
+    dialog.setHeight(size.cy);
+}
+
+void giveFont(CDialogTemplate& dialog, bool adjustSize) {
+    ReferenceFont reference;
+    fetchReferenceFont(reference);
+    const FontDecision decision = chooseFont(dialogFontSettings.faceName, dialogFontSettings.pointSize,
+                                             {dialog.faceName, dialog.pointSize}, reference.candidate);
+    if (decision.font.face) {
+        dialog.setFaceName(decision.font.face);
+        dialog.setPointSize(decision.font.points);
+    }
+    if (adjustSize && decision.sizeMayFollow && dialog.faceName) adjustSizeToFont(dialog, reference.font);
+}
+
+/// The rewritten template in a block that begins, like all of the allocator's, on a 32-bit boundary. Its padding is
+/// zeroed, so that the same template always gives the same bytes.
+BlockPointer writtenBlock(CDialogTemplate& dialog) {
+    const int size = dialog.write(nullptr, 0);
+    BlockPointer block(new (std::nothrow) std::uint8_t[static_cast<std::size_t>(size)]());
+    if (!block || dialog.write(block.get(), size) != size) return nullptr;
+    return block;
+}
+
+BlockPointer templateWithCorrectFont(HINSTANCE module, const char* name, bool adjustSize) {
+    const TemplatePointer dialog = loadTemplate(module, name);
+    if (!dialog) return nullptr;
+    giveFont(*dialog, adjustSize);
+    return writtenBlock(*dialog);
+}
+
+LPCDLGTEMPLATEA asTemplate(const BlockPointer& block) {
+    return reinterpret_cast<LPCDLGTEMPLATEA>(block.get());
+}
+
+}  // namespace
+}  // namespace tamrix
+
+using namespace tamrix;
+
+void* TAMRIX_CALL LoadTemplateWithCorrectFont(HINSTANCE module, const char* templateName, int adjustSize) {
+    return templateWithCorrectFont(module, templateName, adjustSize != 0).release();
+}
+
+void TAMRIX_CALL FreeTemplateWithCorrectFont(void* dialogTemplate) {
+    BlockPointer(static_cast<std::uint8_t*>(dialogTemplate)).reset();
+}
+
+int TAMRIX_CALL ATModalDialog(HINSTANCE module, const char* templateName, DLGPROC dialogProc, HWND parent,
+                              LPARAM initParam) {
+    const BlockPointer block = templateWithCorrectFont(module, templateName, false);
+    if (!block) return -1;
+    return static_cast<int>(DialogBoxIndirectParamA(module, asTemplate(block), parent, dialogProc, initParam));
+}
+
+HWND TAMRIX_CALL ATNonModalDialog(HINSTANCE module, const char* templateName, DLGPROC dialogProc, HWND parent,
+                                  LPARAM initParam) {
+    const BlockPointer block = templateWithCorrectFont(module, templateName, false);
+    if (!block) return nullptr;
+    return CreateDialogIndirectParamA(module, asTemplate(block), parent, dialogProc, initParam);
+}
