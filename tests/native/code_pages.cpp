@@ -1,0 +1,15 @@
+#include "code_pages.h"
+
+#include <standin.h>
+
+#include "frame/entry.h"
+
+std::vector<UINT> testing_support::codePagesAmong(std::initializer_list<UINT> wanted) {
+    return wanted;
+}
+
+bool testing_support::useCodePage(UINT ansi) {
+    if (!standin::setCodePages(ansi, ansi == 1252 ? 437 : ansi)) return false;
+    tamrix::constructStatics();
+    return true;
+}
