@@ -1,0 +1,224 @@
+#include "mapping_file.h"
+
+#include <algorithm>
+#include <array>
+
+#include "tamrix32/strings.h"
+
+namespace tamrix {
+namespace {
+
+constexpr std::size_t kMostFields = 4;
+constexpr std::size_t kCodeLength = 4;
+constexpr std::size_t kMostExtension = 15;
+constexpr std::string_view kHexDigits = "0123456789ABCDEF";
+
+struct Escape {
+    char byte;
+    char letter;
+};
+constexpr std::array kEscapes = {Escape{'\\', '\\'}, Escape{'"', '"'}, Escape{'\t', 't'}, Escape{'\n', 'n'},
+                                 Escape{'\r', 'r'}};
+
+bool isPlain(char byte) {
+    return byte > ' ' && byte <= '~' && byte != '"';
+}
+
+bool needsQuotes(std::string_view field) {
+    return field.empty() || field[0] == '#' || !std::all_of(field.begin(), field.end(), isPlain);
+}
+
+void writeField(std::string& text, std::string_view field) {
+    if (!needsQuotes(field)) {
+        text += field;
+        return;
+    }
+    text += '"';
+    for (const char byte : field) {
+        const auto escape =
+            std::find_if(kEscapes.begin(), kEscapes.end(), [byte](const Escape& known) { return known.byte == byte; });
+        const auto value = static_cast<unsigned char>(byte);
+        if (escape != kEscapes.end()) {
+            text += {'\\', escape->letter};
+        } else if (byte == ' ' || isPlain(byte)) {
+            text += byte;
+        } else {
+            text += {'\\', 'x', kHexDigits[value >> 4], kHexDigits[value & 15]};
+        }
+    }
+    text += '"';
+}
+
+std::optional<unsigned> hexDigit(char digit) {
+    const char upper = digit >= 'a' && digit <= 'f' ? static_cast<char>(digit - 'a' + 'A') : digit;
+    const std::size_t value = kHexDigits.find(upper);
+    return value == std::string_view::npos ? std::nullopt : std::optional(static_cast<unsigned>(value));
+}
+
+/// Reads the fields of one line from left to right. Each step gives what is wrong, or an empty text.
+class LineReader {
+public:
+    explicit LineReader(std::string_view line) : rest_(line) {}
+
+    std::string read(Mapping& mapping) {
+        std::array<std::string, kMostFields> fields;
+        std::size_t count = 0;
+        for (bool more = true; more; ++count) {
+            if (count == kMostFields) return "more than four fields";
+            if (std::string wrong = readField(fields[count]); !wrong.empty()) return wrong;
+            more = takeTab();
+        }
+        if (!rest_.empty()) return "text behind a closing quote";
+        if (count < kMostFields - 1) return "an extension, a type and a creator are needed, separated by tabs";
+        mapping = {std::move(fields[0]), std::move(fields[1]), std::move(fields[2]), std::nullopt};
+        if (count == kMostFields) mapping.comment = std::move(fields[3]);
+        return "";
+    }
+
+private:
+    bool takeTab() {
+        if (rest_.empty() || rest_[0] != '\t') return false;
+        rest_.remove_prefix(1);
+        return true;
+    }
+
+    char take() {
+        const char byte = rest_[0];
+        rest_.remove_prefix(1);
+        return byte;
+    }
+
+    std::string readField(std::string& field) {
+        if (!rest_.empty() && rest_[0] == '"') return readQuoted(field);
+        field = rest_.substr(0, rest_.find('\t'));
+        rest_.remove_prefix(field.size());
+        return field.find('\0') == std::string::npos ? "" : "a zero byte";
+    }
+
+    std::string readQuoted(std::string& field) {
+        take();
+        while (!rest_.empty()) {
+            const char byte = take();
+            if (byte == '"') return field.find('\0') == std::string::npos ? "" : "a zero byte";
+            if (byte != '\\') {
+                field += byte;
+            } else if (!readEscape(field)) {
+                return "an escape that is none of \\\\ \\\" \\t \\n \\r \\xHH";
+            }
+        }
+        return "a quote that is never closed";
+    }
+
+    bool readEscape(std::string& field) {
+        if (rest_.empty()) return false;
+        const char letter = take();
+        if (letter == 'x') return readHex(field);
+        const auto escape = std::find_if(kEscapes.begin(), kEscapes.end(),
+                                         [letter](const Escape& known) { return known.letter == letter; });
+        if (escape == kEscapes.end()) return false;
+        field += escape->byte;
+        return true;
+    }
+
+    bool readHex(std::string& field) {
+        if (rest_.size() < 2) return false;
+        const auto high = hexDigit(take());
+        const auto low = hexDigit(take());
+        if (!high || !low) return false;
+        field += static_cast<char>(*high << 4 | *low);
+        return true;
+    }
+
+    std::string_view rest_;
+};
+
+std::string checkCode(std::string_view code, std::string_view what) {
+    if (code.size() == kCodeLength) return "";
+    return std::string("the ").append(what) + " has " + std::to_string(code.size()) + " bytes instead of 4";
+}
+
+/// Gives the extension its dot, and says why the mapping could not be stored.
+std::string complete(Mapping& mapping) {
+    std::string& extension = mapping.extension;
+    if (!extension.starts_with('.')) extension.insert(extension.begin(), '.');
+    if (extension.size() == 1) return "the extension is empty";
+    if (extension.size() > 1 + kMostExtension) return "the extension has more than 15 bytes";
+    if (dbcs_strchr(extension.c_str(), '\\')) return "the extension holds a backslash";
+    std::string wrong = checkCode(mapping.type, "type");
+    return wrong.empty() ? checkCode(mapping.creator, "creator") : wrong;
+}
+
+/// Where a mapping stands: its key in one letter case, and its line.
+struct Place {
+    std::string key;
+    std::size_t line;
+};
+
+Place placeOf(const Mapping& mapping, std::size_t line) {
+    Place place{mapping.extension, line};
+    for (char& byte : place.key)
+        if (byte >= 'A' && byte <= 'Z') byte = static_cast<char>(byte - 'A' + 'a');
+    return place;
+}
+
+/// The first line that maps an extension again.
+std::optional<MappingFileError> findRepetition(std::vector<Place> places) {
+    std::sort(places.begin(), places.end(),
+              [](const Place& a, const Place& b) { return a.key != b.key ? a.key < b.key : a.line < b.line; });
+    const Place* first = nullptr;
+    const Place* again = nullptr;
+    for (std::size_t i = 1; i < places.size(); ++i) {
+        if (places[i].key != places[i - 1].key || (again && again->line < places[i].line)) continue;
+        first = &places[i - 1];
+        again = &places[i];
+    }
+    if (!again) return std::nullopt;
+    return MappingFileError{again->line, first->key + " is mapped in line " + std::to_string(first->line) + " already"};
+}
+
+/// Takes the next line off a text, without its line end.
+std::string_view takeLine(std::string_view& text) {
+    const std::size_t length = std::min(text.find('\n'), text.size());
+    std::string_view line = text.substr(0, length);
+    text.remove_prefix(std::min(length + 1, text.size()));
+    if (line.ends_with('\r')) line.remove_suffix(1);
+    return line;
+}
+
+}  // namespace
+
+MappingFile parseMappings(std::string_view text) {
+    MappingFile file;
+    std::vector<Place> places;
+    for (std::size_t number = 1; !text.empty(); ++number) {
+        const std::string_view line = takeLine(text);
+        if (line.empty() || line[0] == '#') continue;
+        Mapping mapping;
+        std::string wrong = LineReader(line).read(mapping);
+        if (wrong.empty()) wrong = complete(mapping);
+        if (!wrong.empty()) return {{}, MappingFileError{number, std::move(wrong)}};
+        places.push_back(placeOf(mapping, number));
+        file.mappings.push_back(std::move(mapping));
+    }
+    if (auto repetition = findRepetition(std::move(places))) return {{}, std::move(repetition)};
+    return file;
+}
+
+std::string writeMappings(std::span<const Mapping> mappings) {
+    std::string text;
+    for (const Mapping& mapping : mappings) {
+        writeField(text, mapping.extension);
+        text += '\t';
+        writeField(text, mapping.type);
+        text += '\t';
+        writeField(text, mapping.creator);
+        if (mapping.comment) {
+            text += '\t';
+            writeField(text, *mapping.comment);
+        }
+        text += '\n';
+    }
+    return text;
+}
+
+}  // namespace tamrix
