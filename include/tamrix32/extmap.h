@@ -94,14 +94,14 @@ public:
 
 private:
     friend struct ExtensionMapLayout;
-    // The fields of SExtensionMap, in its order.
-    unsigned int index;
+    // The fields of SExtensionMap, in its order; those that a cursor has no use for are always 0.
+    [[maybe_unused]] unsigned int index;
     char* extension;
     char* type;
     char* creator;
     char* comment;
-    int extensionSize;
-    unsigned int commentSize;
+    [[maybe_unused]] int extensionSize;
+    [[maybe_unused]] unsigned int commentSize;
     // Both held during a pass only.
     RegKey* rootKey;
     RegKey* childKey;

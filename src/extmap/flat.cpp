@@ -1,0 +1,198 @@
+// The flat functions of the extension store, over the platform's registry calls. Whatever they are handed is the
+// caller's; they allocate nothing.
+#include <windows.h>
+
+#include <climits>
+#include <cstddef>
+#include <cstring>
+#include <initializer_list>
+
+#include "extmap/extension_key.h"
+#include "extmap/store_layout.h"
+#include "frame/settings.h"
+#include "registry/unique_key.h"
+#include "tamrix32/extmap.h"
+#include "tamrix32/strings.h"
+
+namespace tamrix {
+namespace {
+
+static_assert(sizeof(void*) != 4 || (sizeof(SExtensionMap) == 28 && offsetof(SExtensionMap, commentSize) == 24));
+
+constexpr char kFallbackType[] = "TEXT";
+constexpr char kFallbackCreator[] = "dosa";
+
+// The rights of every open: to read, write, create subkeys, enumerate, notify and delete.
+constexpr REGSAM kAccess = 0x1001F;
+
+UniqueKey openKey(HKEY root, const char* path) {
+    HKEY key = nullptr;
+    return UniqueKey(RegOpenKeyExA(root, path, 0, kAccess, &key) == ERROR_SUCCESS ? key : nullptr);
+}
+
+UniqueKey createKey(HKEY root, const char* path) {
+    HKEY key = nullptr;
+    return UniqueKey(RegCreateKeyA(root, path, &key) == ERROR_SUCCESS ? key : nullptr);
+}
+
+UniqueKey openExtension(const char* extension) {
+    KeyNameBuffer buffer;
+    const char* name = extensionKeyName(extension, buffer);
+    return name ? openKey(HKEY_CLASSES_ROOT, name) : UniqueKey();
+}
+
+/// Reads a code; false, with `code` undefined, unless the value is a string of exactly a code's size. A value stored
+/// without its terminator gives its first four bytes.
+bool readCode(HKEY key, const char* valueName, char* code) {
+    DWORD type = REG_NONE;
+    DWORD size = kCodeSize;
+    const LONG result = RegQueryValueExA(key, valueName, nullptr, &type, reinterpret_cast<BYTE*>(code), &size);
+    code[kCodeLength] = 0;
+    return result == ERROR_SUCCESS && type == REG_SZ && size == kCodeSize;
+}
+
+/// Reads each code that has a buffer; true when all of them could be read.
+bool readCodes(HKEY key, const SExtensionMap& map, const char* typeValue, const char* creatorValue) {
+    const bool hasType = !map.type || readCode(key, typeValue, map.type);
+    const bool hasCreator = !map.creator || readCode(key, creatorValue, map.creator);
+    return hasType && hasCreator;
+}
+
+/// Reads the comment; it is empty when there is none or it doesn't fit with a terminator.
+void readComment(HKEY key, char* comment, DWORD capacity) {
+    DWORD type = REG_NONE;
+    DWORD size = capacity;
+    const LONG result = RegQueryValueExA(key, kCommentValue, nullptr, &type, reinterpret_cast<BYTE*>(comment), &size);
+    if (result != ERROR_SUCCESS || type != REG_SZ) size = 0;
+    if (size == capacity && comment[size - 1] != 0) size = 0;
+    if (size < capacity) comment[size] = 0;
+}
+
+bool writeText(HKEY key, const char* valueName, const char* text) {
+    const auto size = static_cast<DWORD>(std::strlen(text) + 1);
+    return RegSetValueExA(key, valueName, 0, REG_SZ, reinterpret_cast<const BYTE*>(text), size) == ERROR_SUCCESS;
+}
+
+bool isCode(const char* code) {
+    return code && std::strlen(code) == kCodeLength;
+}
+
+/// Whether a stored code is the wanted one. A shorter wanted code never is.
+bool isSameCode(const char* stored, const char* wanted) {
+    for (int i = 0; i < kCodeLength; ++i)
+        if (wanted[i] == 0 || stored[i] != wanted[i]) return false;
+    return true;
+}
+
+/// Fetches the name of the class key at `index` and moves on. Names that don't fit, and those that cannot be had, come
+/// out empty; false at the end.
+bool nextClassKey(unsigned& index, KeyNameBuffer& name) {
+    if (index == UINT_MAX) return false;
+    const LONG result = RegEnumKeyA(HKEY_CLASSES_ROOT, index++, name, sizeof name);
+    if (result != ERROR_SUCCESS) name[0] = 0;
+    return result != ERROR_NO_MORE_ITEMS;
+}
+
+/// Whether nothing at all is left in a key. Anything but the platform's plain "no more" counts as content.
+bool isEmpty(HKEY key) {
+    char name[32];
+    DWORD nameSize = sizeof name;
+    if (RegEnumKeyA(key, 0, name, sizeof name) != ERROR_NO_MORE_ITEMS) return false;
+    if (RegEnumValueA(key, 0, name, &nameSize, nullptr, nullptr, nullptr, nullptr) != ERROR_NO_MORE_ITEMS) return false;
+    // Windows 95 gives every key an unnamed value, listed or not; one too long for the buffer is content.
+    char unnamed[32] = "";
+    LONG unnamedSize = sizeof unnamed;
+    return RegQueryValueA(key, nullptr, unnamed, &unnamedSize) == ERROR_SUCCESS && unnamed[0] == 0;
+}
+
+}  // namespace
+}  // namespace tamrix
+
+using namespace tamrix;
+
+SExtensionMap::SExtensionMap()
+    : index(0),
+      extension(nullptr),
+      type(nullptr),
+      creator(nullptr),
+      comment(nullptr),
+      extensionSize(0),
+      commentSize(0) {}
+
+int TAMRIX_CALL AddExtMap(SExtensionMap* map) {
+    if (!map->extension || !map->extension[0] || !isCode(map->type) || !isCode(map->creator)) return 0;
+    KeyNameBuffer buffer;
+    const char* name = extensionKeyName(map->extension, buffer);
+    UniqueKey key = createKey(HKEY_CLASSES_ROOT, name);
+    if (!key) return 0;
+    if (map->comment) writeText(key.get(), kCommentValue, map->comment);
+    if (writeText(key.get(), kTypeValue, map->type) && writeText(key.get(), kCreatorValue, map->creator)) return 1;
+    key.reset();
+    RemoveExtMap(map->extension);
+    return 0;
+}
+
+int TAMRIX_CALL GetExtMap(SExtensionMap* map) {
+    const UniqueKey key = openExtension(map->extension);
+    if (!key) return 0;
+    const bool isComplete = readCodes(key.get(), *map, kTypeValue, kCreatorValue);
+    if (map->comment) readComment(key.get(), map->comment, map->commentSize ? map->commentSize : kCommentSize);
+    return isComplete;
+}
+
+int TAMRIX_CALL EnumExtMap(SExtensionMap* map) {
+    KeyNameBuffer name;
+    CodeBuffer type;
+    CodeBuffer creator;
+    SExtensionMap found = *map;
+    found.extension = name;
+    if (!found.type) found.type = type;
+    if (!found.creator) found.creator = creator;
+    while (nextClassKey(map->index, name)) {
+        if (name[0] != '.' || !GetExtMap(&found)) continue;
+        BufStrCpy(map->extension, name + 1, map->extensionSize ? map->extensionSize : kExtensionSize);
+        return 1;
+    }
+    return 0;
+}
+
+int TAMRIX_CALL EnumExtMapCT(SExtensionMap* map) {
+    if (!map->type || !map->creator) return 0;
+    CodeBuffer type;
+    CodeBuffer creator;
+    SExtensionMap found = *map;
+    found.type = type;
+    found.creator = creator;
+    bool isMatch = false;
+    while (!isMatch && EnumExtMap(&found)) isMatch = isSameCode(type, map->type) && isSameCode(creator, map->creator);
+    map->index = found.index;
+    return isMatch;
+}
+
+void TAMRIX_CALL GetDefaultExtMap(SExtensionMap* map) {
+    const UniqueKey key = openKey(HKEY_LOCAL_MACHINE, kSettingsPath);
+    if (key && readCodes(key.get(), *map, kDefaultTypeValue, kDefaultCreatorValue)) return;
+    dbcs_strcpy(map->type, kFallbackType);
+    dbcs_strcpy(map->creator, kFallbackCreator);
+}
+
+int TAMRIX_CALL HasExtMap(char* extension) {
+    CodeBuffer type;
+    CodeBuffer creator;
+    SExtensionMap map;
+    map.extension = extension;
+    map.type = type;
+    map.creator = creator;
+    return GetExtMap(&map);
+}
+
+int TAMRIX_CALL RemoveExtMap(char* extension) {
+    UniqueKey key = openExtension(extension);
+    if (!key) return 1;
+    for (const char* valueName : {kTypeValue, kCreatorValue, kCommentValue}) RegDeleteValueA(key.get(), valueName);
+    const bool isLeftEmpty = isEmpty(key.get());
+    key.reset();
+    KeyNameBuffer buffer;
+    if (isLeftEmpty) RegDeleteKeyA(HKEY_CLASSES_ROOT, extensionKeyName(extension, buffer));
+    return 1;
+}

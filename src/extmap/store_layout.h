@@ -1,0 +1,28 @@
+// How a mapping is stored. It lives in the key of HKEY_CLASSES_ROOT that is named by the extension with its dot, beside
+// whatever else the system keeps there:
+//
+//   "Mac Type"     REG_SZ  the type code's 4 bytes and a terminator
+//   "Mac Creator"  REG_SZ  the creator code's 4 bytes and a terminator
+//   "Mac Comment"  REG_SZ  free text, optional
+//
+// The default codes stand in the settings key, in the same form.
+#pragma once
+
+namespace tamrix {
+
+inline constexpr char kTypeValue[] = "Mac Type";
+inline constexpr char kCreatorValue[] = "Mac Creator";
+inline constexpr char kCommentValue[] = "Mac Comment";
+inline constexpr char kDefaultTypeValue[] = "Default Mac Type";
+inline constexpr char kDefaultCreatorValue[] = "Default Mac Creator";
+
+inline constexpr int kCodeLength = 4;              // bytes
+inline constexpr int kCodeSize = kCodeLength + 1;  // bytes with the terminator
+
+inline constexpr int kExtensionSize = 16;  // an extension with its terminator, without its dot
+inline constexpr unsigned kCommentSize = 256;
+
+/// Room for a code and its terminator.
+using CodeBuffer = char[kCodeSize];
+
+}  // namespace tamrix
