@@ -72,7 +72,7 @@ def check_conditionals():
 OWNERS = {
     r"\bRegCloseKey\b": ["src/registry/unique_key.h"],
     r"\b(DeleteObject|DeleteDC|ReleaseDC)\b": ["src/frame/gdi_handles.h"],
-    r"\bGlobalUnlock\b": ["src/about/global_lock.h"],
+    r"\bGlobalUnlock\b": ["src/frame/global_memory.h"],
     r"\bDestroyWindow\b": ["src/dialogs/browse_dialog.cpp", "src/about/about_box.cpp"],
 }
 
@@ -95,7 +95,7 @@ def check_initialisers():
 
 
 # Headers about what the stand-in does not have: windows and drawing.
-DESKTOP = {"frame/gdi_handles.h"}
+DESKTOP = {"frame/gdi_handles.h", "about/about_sprites.h"}
 
 
 def compiles(language, header, *flags):

@@ -106,7 +106,6 @@ protected:
 
 private:
     friend struct AboutLayout;
-    friend void TAMRIX_CALL ::DoQuillonAboutBox(void);
     int flyerCount;
     int walkerCount;
     int textTop;

@@ -61,6 +61,25 @@ private:
     HGDIOBJ former_;
 };
 
+/// A palette selected into a device context as its foreground palette and realised there, for as long as this lives. A
+/// null palette selects nothing.
+class SelectedPalette {
+public:
+    SelectedPalette(HDC context, HPALETTE palette)
+        : context_(context), former_(palette ? SelectPalette(context, palette, FALSE) : nullptr) {
+        if (palette) RealizePalette(context);
+    }
+    ~SelectedPalette() {
+        if (former_) SelectPalette(context_, former_, FALSE);
+    }
+    SelectedPalette(const SelectedPalette&) = delete;
+    SelectedPalette& operator=(const SelectedPalette&) = delete;
+
+private:
+    HDC context_;
+    HPALETTE former_;
+};
+
 /// A memory device context that suits another one.
 class MemoryContext {
 public:

@@ -1,0 +1,133 @@
+// Composes a frame of the about box off screen: credits in perspective, the picture, the sprites.
+#include <array>
+
+#include "about/about_sprites.h"
+#include "about/credits_text.h"
+#include "about/perspective.h"
+#include "frame/gdi_handles.h"
+#include "frame/global_memory.h"
+#include "tamrix32/about.h"
+
+namespace {
+
+using namespace tamrix;
+
+struct CreditsFonts {
+    FontHandle regular;
+    FontHandle bold;
+    FontHandle italic;
+    FontHandle underlined;
+
+    MarkedFonts made() const { return {bool(bold), bool(italic), bool(underlined)}; }
+
+    HFONT get(CreditsFont font) const {
+        switch (font) {
+            case CreditsFont::bold:
+                return bold.get();
+            case CreditsFont::italic:
+                return italic.get();
+            case CreditsFont::underlined:
+                return underlined.get();
+            default:
+                return regular.get();
+        }
+    }
+};
+
+/// Draws one line after the other into the strip and stretches it into the frame.
+struct CreditsPainter {
+    HDC frame;
+    HDC strip;
+    RECT stripRect;
+    HBRUSH background;
+    const CreditsFonts& fonts;
+    COLORREF textColor;
+    bool hasPalette;
+
+    void drawText(std::string_view line) const {
+        const MarkedLine marked = takeMarker(line, fonts.made());
+        const SelectedObject font(strip, fonts.get(marked.font));
+        std::array<char, kExpandedCapacity> buffer;
+        const std::string_view shown = hasPlaceholder(marked.text, leadByteTable)
+                                           ? expandPlaceholders(marked.text, leadByteTable, buffer)
+                                           : marked.text;
+        RECT area = stripRect;
+        DrawTextA(strip, shown.data(), static_cast<WORD>(shown.size()), &area, DT_CENTER | DT_SINGLELINE | DT_NOPREFIX);
+    }
+
+    void stretch(Perspective& perspective) const {
+        for (int i = 0; i < kSlicesPerLine; ++i) {
+            const Slice slice = perspective.nextSlice(i);
+            StretchBlt(frame, slice.x, slice.y, slice.width, slice.height, strip, 0, slice.sourceTop, stripRect.right,
+                       slice.sourceHeight, SRCCOPY);
+        }
+        perspective.endLine();
+    }
+
+    /// `credits` is null when the text cannot be had; all lines are blank then.
+    void draw(const char* credits, const AboutLine* farthest, int linesInFront, Perspective perspective,
+              int bottom) const {
+        const COLORREF formerColor = SetTextColor(strip, textColor);
+        const int formerMode = SetBkMode(strip, TRANSPARENT);
+        // The default mode merges rows by keeping what is dark in any of them and would eat the white letters.
+        // Averaging keeps more of a far line than leaving rows out, but not every system has it, nor are a palette's
+        // colours there to average with.
+        SetStretchBltMode(frame, COLORONCOLOR);
+        if (!hasPalette) SetStretchBltMode(frame, HALFTONE);
+        for (int k = 0; perspective.reaches(bottom); ++k) {
+            FillRect(strip, &stripRect, background);
+            if (credits && k <= linesInFront) {
+                const AboutLine& line = farthest[-k];
+                drawText({credits + line.offset, static_cast<std::size_t>(line.length)});
+            }
+            stretch(perspective);
+        }
+        SetBkMode(strip, formerMode);
+        SetTextColor(strip, formerColor);
+    }
+};
+
+void copyPicture(HDC frame, HDC source, HBITMAP picture) {
+    const SelectedObject selected(source, picture);
+    if (selected) BitBlt(frame, kFrameBorder, kFrameBorder, kPictureWidth, kPictureHeight, source, 0, 0, SRCCOPY);
+}
+
+}  // namespace
+
+void CAboutQuillonAppleTalk::animate() {
+    const WindowContext screen;
+    const MemoryContext frame(screen.get());
+    const MemoryContext strip(screen.get());
+    if (!screen || !frame || !strip) return;
+    const SelectedObject frameSelected(frame.get(), frameBitmap);
+    const SelectedObject stripSelected(strip.get(), stripBitmap);
+    if (!frameSelected || !stripSelected) return;
+    const SelectedPalette framePalette(frame.get(), palette);
+    const SelectedPalette stripPalette(strip.get(), palette);
+
+    RECT inner = frameRect;
+    InflateRect(&inner, -kFrameBorder, -kFrameBorder);
+    IntersectClipRect(frame.get(), inner.left, inner.top, inner.right, inner.bottom);
+    {
+        const CreditsFonts fonts{FontHandle(createOurFont(0, 0, 0)), FontHandle(createOurFont(1, 0, 0)),
+                                 FontHandle(createOurFont(0, 1, 0)), FontHandle(createOurFont(0, 0, 1))};
+        const BrushHandle background(CreateSolidBrush(backColor));
+        if (background && fonts.regular) {
+            const GlobalBlockLock credits(text);
+            const RECT textArea = {inner.left, textTop, inner.right, inner.bottom};
+            FillRect(frame.get(), &textArea, background.get());
+            const CreditsPainter painter{frame.get(),       strip.get(), {0, 0, frameRect.right, lineHeight},
+                                         background.get(),  fonts,       textColor,
+                                         palette != nullptr};
+            painter.draw(credits.bytes(), lines + topLine, topLine, Perspective(frameRect.right, textTop, lineHeight),
+                         inner.bottom);
+            topLine = nextTopLine(topLine, lineCount, pictureIndex);
+        }
+    }
+    if (const MemoryContext source(frame.get()); source) {
+        copyPicture(frame.get(), source.get(), pictures[pictureIndex]);
+        pictureIndex = nextPicture(pictureIndex);
+    }
+    for (int i = 0; i < flyerCount; ++i) flyers[i].drawFrame(frame.get());
+    for (int i = 0; i < walkerCount; ++i) walkers[i].drawFrame(frame.get());
+}
