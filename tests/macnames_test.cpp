@@ -52,12 +52,25 @@ void PrintTo(const Outcome& outcome, std::ostream* out) {
 
 using Translation = decltype(&macToWindows);
 
+/// A name in a block of its own size, so that the sanitizer sees a look at the byte before or behind it.
+class Exact {
+public:
+    explicit Exact(const std::string& name) : bytes(new char[name.size() + 1]) {
+        std::memcpy(bytes.get(), name.c_str(), name.size() + 1);
+    }
+    operator const char*() const { return bytes.get(); }
+
+private:
+    std::unique_ptr<char[]> bytes;
+};
+
 /// Translates into a block of exactly `size` bytes, which the sanitizer watches, and into one with guards behind it.
 Outcome translate(Translation translation, const NameRules& rules, const std::string& name, unsigned size) {
+    const Exact source(name);
     const std::unique_ptr<char[]> exact(new char[size]);
-    const int result = translation(rules, exact.get(), name.c_str(), size);
+    const int result = translation(rules, exact.get(), source, size);
     std::string guarded(size + 8, '\xEE');
-    EXPECT_EQ(translation(rules, guarded.data(), name.c_str(), size), result);
+    EXPECT_EQ(translation(rules, guarded.data(), source, size), result);
     EXPECT_EQ(guarded.substr(size), std::string(8, '\xEE')) << "written behind the buffer";
     if (size == 0) return {result, ""};
     if (result > 0) {
@@ -110,7 +123,7 @@ TEST(MacToWindows, Examples) {
         const NameRules rules = defaultRules(example.codePage);
         const int needed = static_cast<int>(example.to.size()) + 1;
         EXPECT_EQ(toWindows(rules, example.from), (Outcome{needed, example.to}));
-        EXPECT_EQ(macToWindowsCapacity(rules, example.from.c_str()), needed);
+        EXPECT_EQ(macToWindowsCapacity(rules, Exact(example.from)), needed);
     }
 }
 
@@ -138,7 +151,7 @@ TEST(WindowsToMac, Examples) {
         const NameRules rules = defaultRules(example.codePage);
         const int needed = static_cast<int>(example.to.size()) + 1;
         EXPECT_EQ(toMac(rules, example.from), (Outcome{needed, example.to}));
-        EXPECT_EQ(windowsToMacCapacity(rules, example.from.c_str()), needed);
+        EXPECT_EQ(windowsToMacCapacity(rules, Exact(example.from)), needed);
     }
 }
 
@@ -153,6 +166,8 @@ TEST(MacToWindows, QuoteSetsOfAllSorts) {
     const NameRules period = rulesFor(1252, ".");
     EXPECT_EQ(toWindows(period, "a.b."), (Outcome{13, "a[046]b[046]"})) << "quoted once";
     EXPECT_EQ(macToWindowsCapacity(period, "a.b."), 13);
+    EXPECT_EQ(toWindows(period, "."), (Outcome{6, "[046]"})) << "five bytes, but none before the period";
+    EXPECT_EQ(macToWindowsCapacity(period, Exact(".")), 6);
 
     unsigned char colon = ':';
     for (const std::int32_t count : {0, -1}) {
@@ -320,8 +335,8 @@ TEST(RoundTrip, GivesRandomNamesBack) {
             const Stated expected = stated(name, set, rules, leads, codePage == 1252);
             const Outcome windows = toWindows(rules, name);
             ASSERT_EQ(windows, (Outcome{static_cast<int>(expected.windows.size()) + 1, expected.windows}));
-            ASSERT_GE(macToWindowsCapacity(rules, name.c_str()), windows.result);
-            const int capacity = windowsToMacCapacity(rules, windows.bytes.c_str());
+            ASSERT_GE(macToWindowsCapacity(rules, Exact(name)), windows.result);
+            const int capacity = windowsToMacCapacity(rules, Exact(windows.bytes));
             const Outcome back = toMac(rules, windows.bytes, static_cast<unsigned>(capacity));
             ASSERT_EQ(back.result, capacity);
             if (holdsNumber(expected, set, rules)) {

@@ -52,11 +52,12 @@ void writeQuote(char* dst, const NameRules& rules, unsigned byte) {
     dst[4] = static_cast<char>(rules.close);
 }
 
-/// Whether Windows would drop the last byte of the name that ends at `end`, so that it must be quoted. `count` is what
-/// the bytes before it came to with it. A period behind the value of a lead byte stays, though that byte may be a trail
-/// byte.
-bool endsInDroppedByte(const NameRules& rules, const Byte* end, std::size_t count) {
-    if (count == 0) return false;
+/// Whether Windows would drop the last byte of the name that ends at `end`, so that it must be quoted, unless it was
+/// (`lastQuoted`). `count` is what the name came to without that. A period behind the value of a lead byte stays,
+/// though that byte may be a trail byte.
+bool endsInDroppedByte(const NameRules& rules, const Byte* end, std::size_t count, const Byte* lastQuoted) {
+    // A quoted period may be all of a name and still count more than two bytes.
+    if (count == 0 || end - 1 == lastQuoted) return false;
     if (end[-1] == ' ') return true;
     if (end[-1] != '.') return false;
     return count <= 2 || rules.mac[end[-2]].role != ByteRole::lead;
@@ -97,7 +98,7 @@ int macToWindows(const NameRules& rules, char* dst, const char* afpName, unsigne
         }
         count += needed;
     }
-    if (endsInDroppedByte(rules, in, count) && lastQuoted != in - 1) {
+    if (endsInDroppedByte(rules, in, count, lastQuoted)) {
         if (size - count < kQuoteSize) return cutAt(dst + count - 1);
         writeQuote(dst + count - 1, rules, in[-1]);
         count += kQuoteSize - 1;
@@ -118,7 +119,7 @@ int macToWindowsCapacity(const NameRules& rules, const char* afpName) {
         if (role == ByteRole::quoted) lastQuoted = in;
         count += rules.inSet[*in++] ? kQuoteSize : 1;
     }
-    if (endsInDroppedByte(rules, in, count) && lastQuoted != in - 1) count += kQuoteSize - 1;
+    if (endsInDroppedByte(rules, in, count, lastQuoted)) count += kQuoteSize - 1;
     return static_cast<int>(count + 1);
 }
 
