@@ -154,6 +154,9 @@ TEST(Unc, BoundsTheRest) {
     EXPECT_EQ(split(path, 1252, 1).rest, "");
     EXPECT_EQ(split(path, 1252, 0).rest, "") << "nothing to write into";
     EXPECT_EQ(split("\\\\S\\V\\ab\x83\x40", 932, 4).rest, "ab") << "a character is never split";
+    char none[] = "??";
+    EXPECT_EQ(UNCToStrings(R"(\\S\V)", nullptr, nullptr, nullptr, none, 3), 1);
+    EXPECT_EQ(std::memcmp(none, "\0?", 3), 0) << "an empty rest is one byte, not zeros to the buffer's end";
 }
 
 TEST(Unc, ReturnsOnlyWhatIsWanted) {

@@ -49,8 +49,11 @@ void give(const LeadByteTable& leads, char* part, const char* text) {
     if (part) scan::copy(part, text, leads);
 }
 
+/// Null `text`: there is no rest, and of a buffer that may be large only the first byte is written.
 void giveRest(const LeadByteTable& leads, const UncParts& parts, const char* text) {
     if (!parts.wantsRest()) return;
+    *parts.rest = 0;
+    if (!text) return;
     const unsigned most = std::min(parts.restSize - 1, static_cast<unsigned>(INT_MAX));
     scan::copyPadded(parts.rest, text, static_cast<int>(most), leads);
     parts.rest[most] = 0;
@@ -76,7 +79,7 @@ void splitServer(const LeadByteTable& leads, char* zone, char* delimiter, const 
     if (separator) *separator = 0;
     give(leads, parts.zone, delimiter ? zone : "");
     give(leads, parts.name, delimiter ? delimiter + 1 : zone);
-    const char* rest = "";
+    const char* rest = nullptr;
     if (parts.share) {
         char* const next = separator ? find(leads, separator + 1, kSeparator) : nullptr;
         if (next) {

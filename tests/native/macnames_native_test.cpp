@@ -3,6 +3,7 @@
 #include <standin.h>
 
 #include "frame/entry.h"
+#include "frame/settings.h"
 #include "tamrix32/macnames.h"
 
 namespace {
@@ -44,6 +45,18 @@ TEST_F(CodePages, DecideOnTableAndQuoteSet) {
         EXPECT_EQ(AFPtoOSCopy(name, "\x80\xA1\x8F", sizeof name), AFPtoOSLen("\x80\xA1\x8F"));
         EXPECT_STREQ(name, row.windows);
     }
+}
+
+TEST_F(CodePages, InPlaceKeepsHalfCharacters) {
+    loadUnder(932, 932);
+    char cut[5] = "\x81\x40\x81\x41";
+    EXPECT_EQ(AFPtoOS(cut, 4), -1);
+    EXPECT_STREQ(cut, "\x81\x40\x81") << "as AFPtoOSCopy leaves it";
+    unsigned char lead = 0x81;
+    tamrix::nameRules = tamrix::makeNameRules({&lead, 1, '[', ']'}, tamrix::leadByteTable, nullptr);
+    char number[] = "a[129]";
+    EXPECT_EQ(OStoAFP(number, sizeof number), 3);
+    EXPECT_STREQ(number, "a\x81");
 }
 
 TEST_F(CodePages, InPlaceWithoutMemoryLeavesTheName) {
