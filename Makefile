@@ -11,7 +11,7 @@ test:
 	scripts/run-tests
 
 test-native: native
-	ctest --test-dir build/native --output-on-failure
+	ctest --test-dir build/native --output-on-failure --timeout 300
 
 check:
 	scripts/check

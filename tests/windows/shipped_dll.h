@@ -6,6 +6,7 @@
 #include <windows.h>
 
 #include <cstring>
+#include <stdexcept>
 #include <string>
 
 namespace shipped {
@@ -20,7 +21,7 @@ inline HMODULE dll() {
 template <typename Function>
 Function* function(const char* name) {
     auto* found = reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(dll(), name)));
-    EXPECT_NE(found, nullptr) << name << " is not exported";
+    if (!found) throw std::runtime_error(std::string(name) + " is not exported");
     return found;
 }
 
