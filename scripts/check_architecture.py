@@ -95,7 +95,7 @@ def check_initialisers():
 
 
 # Headers about what the stand-in does not have: windows and drawing.
-DESKTOP = {"frame/gdi_handles.h", "about/about_sprites.h"}
+DESKTOP = {"about/about_sprites.h", "dialogs/extension_map_dialogs.h", "frame/gdi_handles.h"}
 
 
 def compiles(language, header, *flags):

@@ -5,3 +5,7 @@ if(WIN32)
 else()
     target_sources(dialog_template_test PRIVATE native/dialog_template_faults_test.cpp)
 endif()
+if(WIN32)
+    tamrix_suite(extension_map_dialogs_test
+        SOURCES windows/extension_map_dialogs_test.cpp windows/user.cpp windows/allocations.cpp)
+endif()

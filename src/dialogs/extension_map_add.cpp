@@ -1,0 +1,109 @@
+// The dialog that asks for one extension and a comment and adds the line to the editor's list.
+#include <windows.h>
+
+#include <utility>
+
+#include "dialogs/extension_map_dialogs.h"
+#include "dialogs/mapping_lines.h"
+#include "tamrix32/dialogs.h"
+
+namespace tamrix {
+namespace {
+
+struct AddExtMapState {
+    char* creator;  // both are the caller's
+    char* type;
+    OwnedText extension;
+    OwnedText comment;
+};
+
+constexpr INT_PTR kAccepted = 1;
+constexpr INT_PTR kCancelled = 2;
+
+AddExtMapState* stateOf(HWND dialog) {
+    return static_cast<AddExtMapState*>(keptState(dialog));
+}
+
+void onInit(HWND dialog, LPARAM param) {
+    keepState(dialog, param);
+    const AddExtMapState* const state = stateOf(dialog);
+    SetDlgItemTextA(dialog, kCreatorText, state->creator);
+    SetDlgItemTextA(dialog, kTypeText, state->type);
+}
+
+/// The bytes of the typed extension, as far as they matter.
+int extensionLength(HWND dialog) {
+    char text[20];
+    return static_cast<int>(GetDlgItemTextA(dialog, kExtensionField, text, sizeof text));
+}
+
+void rejectLength(HWND dialog) {
+    const MessageText message(kLengthMessage);
+    const MessageText title(kErrorTitle);
+    if (message.loaded && title.loaded) MessageBoxA(dialog, message.text, title.text, MB_OK);
+}
+
+void onOk(HWND dialog) {
+    if (!isAcceptedLength(extensionLength(dialog))) {
+        rejectLength(dialog);
+        return;
+    }
+    AddExtMapState* const state = stateOf(dialog);
+    char text[256];
+    GetDlgItemTextA(dialog, kExtensionField, text, sizeof text);
+    state->extension = dottedExtension(text);
+    GetDlgItemTextA(dialog, kCommentField, text, sizeof text);
+    state->comment = copiedText(text);
+    EndDialog(dialog, kAccepted);
+}
+
+INT_PTR onCommand(HWND dialog, WORD control, WORD code) {
+    if (code != 0) return FALSE;
+    switch (control) {
+        case IDOK:
+            onOk(dialog);
+            return TRUE;
+        case IDCANCEL:
+            EndDialog(dialog, kCancelled);
+            return TRUE;
+        default:
+            return FALSE;
+    }
+}
+
+INT_PTR CALLBACK AddExtMapDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            onInit(dialog, lParam);
+            return FALSE;
+        case WM_HELP:
+            ShowControlHelp(reinterpret_cast<const HELPINFO*>(lParam), dialog);
+            return TRUE;
+        case WM_COMMAND:
+            return onCommand(dialog, LOWORD(wParam), HIWORD(wParam));
+        default:
+            return FALSE;
+    }
+}
+
+void addLine(HWND editor, const AddExtMapState& state) {
+    if (!state.extension || !state.comment) return;
+    const OwnedText line = joinedLine(state.extension.get(), state.comment.get());
+    if (!line) return;
+    const LRESULT index =
+        SendDlgItemMessageA(editor, kMappingList, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.get()));
+    SendDlgItemMessageA(editor, kMappingList, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+}
+
+}  // namespace
+}  // namespace tamrix
+
+using namespace tamrix;
+
+int TAMRIX_CALL AddExtMapDlg(void* parent, char* creator, char* type) {
+    AddExtMapState state{creator, type, nullptr, nullptr};
+    const HWND editor = static_cast<HWND>(parent);
+    if (showDialog(kAddDialog, editor, AddExtMapDlgProc, &state) != kAccepted) return 0;
+    addLine(editor, state);
+    return 1;
+}

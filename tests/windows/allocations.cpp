@@ -1,0 +1,67 @@
+// Every block carries a mark before it that says by which form it was allocated.
+#include "windows/allocations.h"
+
+#include <atomic>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+
+namespace {
+
+constexpr std::uint32_t kCounted = 0x434F554E;
+constexpr std::size_t kMarkSize = 16;
+constinit std::atomic<std::size_t> open{0};
+
+void* allocate(std::size_t size, std::uint32_t mark) {
+    auto* const block = static_cast<std::uint32_t*>(std::malloc(size + kMarkSize));
+    if (!block) return nullptr;
+    *block = mark;
+    if (mark == kCounted) ++open;
+    return reinterpret_cast<char*>(block) + kMarkSize;
+}
+
+void release(void* block) {
+    if (!block) return;
+    void* const start = static_cast<char*>(block) - kMarkSize;
+    if (*static_cast<std::uint32_t*>(start) == kCounted) --open;
+    std::free(start);
+}
+
+}  // namespace
+
+std::size_t testing_support::openBlocks() {
+    return open;
+}
+
+void* operator new(std::size_t size) {
+    void* const block = allocate(size, 0);
+    if (!block) std::abort();
+    return block;
+}
+void* operator new[](std::size_t size) {
+    return operator new(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
+    return allocate(size, kCounted);
+}
+void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
+    return allocate(size, kCounted);
+}
+void operator delete(void* block) noexcept {
+    release(block);
+}
+void operator delete[](void* block) noexcept {
+    release(block);
+}
+void operator delete(void* block, std::size_t) noexcept {
+    release(block);
+}
+void operator delete[](void* block, std::size_t) noexcept {
+    release(block);
+}
+void operator delete(void* block, const std::nothrow_t&) noexcept {
+    release(block);
+}
+void operator delete[](void* block, const std::nothrow_t&) noexcept {
+    release(block);
+}

@@ -1,0 +1,421 @@
+// The mapping dialogs as windows, dealt with by a user from outside; the store is read back by the flat functions.
+#include <gmock/gmock.h>
+#include <windows.h>
+
+#include <atomic>
+#include <mutex>
+
+#include "extmap_store.h"
+#include "frame/settings.h"
+#include "tamrix32/dialogs.h"
+#include "tamrix32/extmap.h"
+#include "windows/allocations.h"
+#include "windows/import_hook.h"
+#include "windows/user.h"
+
+namespace {
+
+using namespace testing_support;
+using extmap_store::exists;
+using extmap_store::givenMapping;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr char kEditCaption[] = "Edit File Extension Mapping";
+constexpr char kAddCaption[] = "Add Filename Extension Mapping";
+constexpr char kConfirmation[] = "Are You Sure?";
+constexpr char kError[] = "Error:";
+
+enum Item { kList = 414, kAdd, kRemove, kHelp, kExtension, kComment, kCreator = 380, kType = 379 };
+
+/// The calls of WinHelpA, as "file command data".
+std::mutex helpLock;
+std::vector<std::string> helpCalls;
+
+BOOL WINAPI recordingWinHelp(HWND, LPCSTR file, UINT command, ULONG_PTR data) {
+    const std::lock_guard lock(helpLock);
+    helpCalls.push_back(std::string(file) + " " + std::to_string(command) + " " + std::to_string(data));
+    return TRUE;
+}
+
+std::vector<std::string> takeHelpCalls() {
+    const std::lock_guard lock(helpLock);
+    return std::exchange(helpCalls, {});
+}
+
+bool waitForHelpCall() {
+    return waitUntil([] {
+        const std::lock_guard lock(helpLock);
+        return !helpCalls.empty();
+    });
+}
+
+HWND item(HWND dialog, int id) {
+    return GetDlgItem(dialog, id);
+}
+
+bool isEnabled(HWND dialog, int id) {
+    return IsWindowEnabled(item(dialog, id)) != FALSE;
+}
+
+std::vector<std::string> listOf(HWND dialog) {
+    return linesOf(item(dialog, kList));
+}
+
+bool waitForLines(HWND dialog, std::size_t count) {
+    return waitUntil([&] { return listOf(dialog).size() == count; });
+}
+
+LRESULT selection(HWND dialog) {
+    return SendMessageA(item(dialog, kList), LB_GETCURSEL, 0, 0);
+}
+
+HWND focusOf(HWND dialog) {
+    GUITHREADINFO info = {};
+    info.cbSize = sizeof info;
+    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
+    return info.hwndFocus;
+}
+
+void selectLine(HWND dialog, int index) {
+    RECT line;
+    SendMessageA(item(dialog, kList), LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&line));
+    clickAt(item(dialog, kList), line.left + 10, (line.top + line.bottom) / 2);
+    EXPECT_TRUE(waitUntil([&] { return selection(dialog) == index; }));
+}
+
+void fill(HWND dialog, int id, const std::string& text) {
+    SendMessageA(item(dialog, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
+}
+
+/// Clicks a button that closes its dialog.
+void clickAway(HWND dialog, int id) {
+    click(item(dialog, id));
+    EXPECT_TRUE(waitUntilGone(dialog));
+}
+
+HWND openAddDialog(HWND dialog) {
+    click(item(dialog, kAdd));
+    return waitForWindow(kAddCaption);
+}
+
+void addMapping(HWND dialog, const std::string& extension, const std::string& comment) {
+    const HWND add = openAddDialog(dialog);
+    fill(add, kExtension, extension);
+    fill(add, kComment, comment);
+    clickAway(add, IDOK);
+}
+
+void confirm(HWND dialog) {
+    click(item(dialog, IDOK));
+    const HWND question = waitForWindow(kConfirmation);
+    clickAway(question, IDOK);
+    EXPECT_TRUE(waitUntilGone(dialog));
+}
+
+/// What the flat functions say of an extension, as "type creator comment".
+std::string flatMapping(std::string extension) {
+    char type[5], creator[5], comment[256];
+    SExtensionMap map;
+    map.extension = extension.data();
+    map.type = type;
+    map.creator = creator;
+    map.comment = comment;
+    if (!GetExtMap(&map)) return "none";
+    return std::string(type) + " " + creator + " " + comment;
+}
+
+class MappingDialogs : public extmap_store::StoreTest {
+protected:
+    void SetUp() override {
+        StoreTest::SetUp();
+        tamrix::instance = GetModuleHandleA(nullptr);
+        ASSERT_TRUE(winHelp.installed());
+        takeHelpCalls();
+    }
+
+    /// Edits the mappings of these codes while the user does so; the dialog reports 0 however it ends.
+    void edit(const std::function<void(HWND)>& user, const char* creator = "TmxC", const char* type = "TmxT") {
+        EXPECT_EQ(withUser(kEditCaption, user, [&] { return show(creator, type); }), 0);
+    }
+
+    static int show(const char* creator, const char* type) {
+        return FileExtMapEditDlg(nullptr, const_cast<char*>(creator), const_cast<char*>(type));
+    }
+
+    ImportHook winHelp{nullptr, "user32.dll", "WinHelpA", reinterpret_cast<const void*>(recordingWinHelp)};
+};
+
+TEST_F(MappingDialogs, ListsTheMappingsOfItsCodesSortedAndLeavesTheStoreAloneOnCancel) {
+    givenMapping(".tmx-b", "TmxT", "TmxC", "B files");
+    givenMapping(".tmx-c", "TmxT", "TmxC");
+    givenMapping(".tmx-a", "TmxT", "TmxC", "A files");
+    givenMapping(".tmx-d", "TmxT", "tmxc", "other creator: case counts");
+    givenMapping(".tmx-e", "TEXT", "TmxC", "other type");
+    edit([](HWND dialog) {
+        EXPECT_EQ(textOf(item(dialog, kCreator)), "TmxC");
+        EXPECT_EQ(textOf(item(dialog, kType)), "TmxT");
+        EXPECT_THAT(listOf(dialog), ElementsAre(".tmx-a\tA files", ".tmx-b\tB files", ".tmx-c"));
+        EXPECT_FALSE(isEnabled(dialog, kRemove));
+        EXPECT_TRUE(GetWindowLongA(dialog, GWL_STYLE) & DS_CONTEXTHELP) << "question mark in the caption";
+        selectLine(dialog, 0);
+        EXPECT_TRUE(waitUntil([&] { return isEnabled(dialog, kRemove); }));
+        click(item(dialog, kRemove));
+        EXPECT_TRUE(waitForLines(dialog, 2));
+        clickAway(dialog, IDCANCEL);
+    });
+    EXPECT_EQ(flatMapping(".tmx-a"), "TmxT TmxC A files");
+    EXPECT_EQ(flatMapping(".tmx-e"), "TEXT TmxC other type");
+}
+
+TEST_F(MappingDialogs, AddsLinesAndWritesThemOnceConfirmed) {
+    givenMapping(".tmx-b", "TmxT", "TmxC");
+    givenMapping(".tmx-m", "TEXT", "ttxt", "moves here");
+    edit([](HWND dialog) {
+        addMapping(dialog, "tmx-c", "C files");
+        EXPECT_THAT(listOf(dialog), ElementsAre(".tmx-b", ".tmx-c\tC files"));
+        EXPECT_EQ(selection(dialog), 1) << "the new line is selected";
+        EXPECT_TRUE(isEnabled(dialog, kRemove));
+        addMapping(dialog, ".tmx-a", "");
+        EXPECT_THAT(listOf(dialog), ElementsAre(".tmx-a\t", ".tmx-b", ".tmx-c\tC files"));
+        EXPECT_EQ(selection(dialog), 0);
+        addMapping(dialog, "tmx-m", "moved");
+        EXPECT_FALSE(exists(".tmx-c")) << "nothing is written before OK";
+        confirm(dialog);
+    });
+    EXPECT_EQ(flatMapping(".tmx-a"), "TmxT TmxC ");
+    EXPECT_EQ(extmap_store::stored(".tmx-a", "Mac Comment"), "(none)");
+    EXPECT_EQ(extmap_store::stored(".tmx-b", "Mac Comment"), "(none)");
+    EXPECT_EQ(flatMapping(".tmx-b"), "TmxT TmxC ");
+    EXPECT_EQ(flatMapping(".tmx-c"), "TmxT TmxC C files");
+    EXPECT_EQ(flatMapping(".tmx-m"), "TmxT TmxC moved");
+}
+
+TEST_F(MappingDialogs, KeepsItsLinesWhenTheConfirmationIsDeclined) {
+    givenMapping(".tmx-a", "TmxT", "TmxC", "A files");
+    edit([](HWND dialog) {
+        addMapping(dialog, "tmx-b", "B files");
+        click(item(dialog, IDOK));
+        const HWND question = waitForWindow(kConfirmation);
+        EXPECT_EQ(textOf(item(question, 0xFFFF)),
+                  "Are you sure you want to change your Orvedi file extension mappings?");
+        clickAway(question, IDCANCEL);
+        EXPECT_TRUE(waitUntil([&] { return focusOf(dialog) == item(dialog, IDCANCEL); }));
+        EXPECT_THAT(listOf(dialog), ElementsAre(".tmx-a\tA files", ".tmx-b\tB files"));
+        EXPECT_FALSE(exists(".tmx-b"));
+        click(item(dialog, IDOK));
+        waitForWindow(kConfirmation);
+        press(VK_RETURN);
+        EXPECT_TRUE(waitUntil([&] { return focusOf(dialog) == item(dialog, IDCANCEL); })) << "Cancel is the default";
+        clickAway(dialog, IDCANCEL);
+    });
+    EXPECT_EQ(flatMapping(".tmx-a"), "TmxT TmxC A files");
+    EXPECT_FALSE(exists(".tmx-b"));
+}
+
+TEST_F(MappingDialogs, RemovesLinesUntilTheListIsEmpty) {
+    givenMapping(".tmx-a", "TmxT", "TmxC", "A files");
+    givenMapping(".tmx-b", "TmxT", "TmxC");
+    givenMapping(".tmx-c", "TmxT", "TmxC");
+    edit([](HWND dialog) {
+        selectLine(dialog, 2);
+        click(item(dialog, kRemove));
+        EXPECT_TRUE(waitForLines(dialog, 2));
+        EXPECT_TRUE(waitUntil([&] { return selection(dialog) == 1; })) << "the new last line";
+        selectLine(dialog, 0);
+        click(item(dialog, kRemove));
+        EXPECT_TRUE(waitForLines(dialog, 1));
+        EXPECT_TRUE(waitUntil([&] { return selection(dialog) == 0; })) << "the line that took its place";
+        EXPECT_TRUE(isEnabled(dialog, kRemove));
+        click(item(dialog, kRemove));
+        EXPECT_TRUE(waitForLines(dialog, 0));
+        EXPECT_TRUE(waitUntil([&] { return !isEnabled(dialog, kRemove); }));
+        confirm(dialog);
+    });
+    for (const char* extension : {".tmx-a", ".tmx-b", ".tmx-c"}) EXPECT_EQ(flatMapping(extension), "none");
+    edit([](HWND dialog) {
+        EXPECT_THAT(listOf(dialog), IsEmpty());
+        clickAway(dialog, IDCANCEL);
+    });
+}
+
+TEST_F(MappingDialogs, WritesLinesInTheirOrderSoThatTheLastOfTwoStays) {
+    givenMapping(".tmx-a", "TmxT", "TmxC", "middle");
+    edit([](HWND dialog) {
+        addMapping(dialog, "tmx-a", "zebra");
+        addMapping(dialog, "tmx-a", "ant");
+        EXPECT_THAT(listOf(dialog), ElementsAre(".tmx-a\tant", ".tmx-a\tmiddle", ".tmx-a\tzebra"));
+        confirm(dialog);
+    });
+    EXPECT_EQ(flatMapping(".tmx-a"), "TmxT TmxC zebra");
+}
+
+TEST_F(MappingDialogs, TakesCommentsOf255BytesAndExtensionsOfAnyLengthFromTheStore) {
+    const std::string longName = extmap_store::nameOfLength(100);
+    givenMapping(longName, "TmxT", "TmxC", "kept");
+    const std::string comment(255, 'c');
+    edit([&](HWND dialog) {
+        addMapping(dialog, "tmx-a", comment + "cut");
+        EXPECT_THAT(listOf(dialog), ElementsAre(".tmx-a\t" + comment, longName + "\tkept"));
+        confirm(dialog);
+    });
+    EXPECT_EQ(extmap_store::stored(".tmx-a", "Mac Comment"), comment);
+    EXPECT_EQ(extmap_store::mappingOf(longName), "TmxT TmxC kept");
+}
+
+TEST_F(MappingDialogs, AcceptExtensionsOfOneToFifteenBytes) {
+    const struct {
+        const char* typed;
+        const char* line;  // null: refused with a message
+    } rows[] = {
+        {"", nullptr},
+        {"a", ".a\t"},
+        {"..txt", "..txt\t"},
+        {".23456789012345", ".23456789012345\t"},
+        {"123456789012345", ".123456789012345\t"},
+        {"1234567890123456", nullptr},
+        {".234567890123456", nullptr},
+        {"an extension that is longer than the buffer that measures it", nullptr},
+    };
+    edit([&](HWND dialog) {
+        std::size_t lines = 0;
+        for (const auto& row : rows) {
+            SCOPED_TRACE(row.typed);
+            const HWND add = openAddDialog(dialog);
+            fill(add, kExtension, row.typed);
+            click(item(add, IDOK));
+            if (row.line) {
+                EXPECT_TRUE(waitUntilGone(add));
+                EXPECT_TRUE(waitForLines(dialog, ++lines));
+                EXPECT_THAT(listOf(dialog), testing::Contains(row.line));
+                continue;
+            }
+            const HWND message = waitForWindow(kError);
+            EXPECT_EQ(textOf(item(message, 0xFFFF)),
+                      "The filename extension must be between 1 and 15 characters long.");
+            press(VK_RETURN);
+            EXPECT_TRUE(waitUntilGone(message));
+            EXPECT_EQ(textOf(item(add, kExtension)), row.typed) << "the dialog stays as it was";
+            clickAway(add, IDCANCEL);
+        }
+        clickAway(dialog, IDCANCEL);
+    });
+}
+
+TEST_F(MappingDialogs, EnterCancelsBoth) {
+    edit([](HWND dialog) {
+        const HWND add = openAddDialog(dialog);
+        EXPECT_EQ(textOf(item(add, kCreator)), "TmxC");
+        EXPECT_EQ(textOf(item(add, kType)), "TmxT");
+        click(item(add, kExtension));
+        for (const char key : {'T', 'X'}) press(static_cast<BYTE>(key));
+        EXPECT_TRUE(waitUntil([&] { return textOf(item(add, kExtension)) == "tx"; }));
+        press(VK_RETURN);
+        EXPECT_TRUE(waitUntilGone(add));
+        EXPECT_THAT(listOf(dialog), IsEmpty()) << "what was typed is dropped";
+        addMapping(dialog, "tmx-a", "");
+        click(item(dialog, kList));
+        press(VK_RETURN);
+        EXPECT_TRUE(waitUntilGone(dialog)) << "without a confirmation";
+    });
+    EXPECT_FALSE(exists(".tmx-a"));
+}
+
+TEST_F(MappingDialogs, ShowLongCodesWholeAndWriteNothingForThem) {
+    edit(
+        [](HWND dialog) {
+            EXPECT_EQ(textOf(item(dialog, kCreator)), "TmxCreator");
+            const HWND add = openAddDialog(dialog);
+            EXPECT_EQ(textOf(item(add, kCreator)), "TmxC");
+            fill(add, kExtension, "tmx-a");
+            clickAway(add, IDOK);
+            confirm(dialog);
+        },
+        "TmxCreator");
+    EXPECT_FALSE(exists(".tmx-a"));
+}
+
+TEST_F(MappingDialogs, GiveHelpOnTheDialogAndOnEachControl) {
+    edit([](HWND dialog) {
+        click(item(dialog, kHelp));
+        EXPECT_TRUE(waitForHelpCall());
+        EXPECT_THAT(takeHelpCalls(), ElementsAre("ATHELP.HLP 1 410")) << "HELP_CONTEXT";
+        press(VK_F1);
+        EXPECT_TRUE(waitForHelpCall());
+        EXPECT_THAT(takeHelpCalls(), ElementsAre("ATHELP.HLP 8 417")) << "HELP_CONTEXTPOPUP for the focused button";
+
+        HELPINFO request = {sizeof request, HELPINFO_MENUITEM, kList, nullptr, 0, {0, 0}};
+        SendMessageA(dialog, WM_HELP, 0, reinterpret_cast<LPARAM>(&request));
+        request.iContextType = HELPINFO_WINDOW;
+        request.iCtrlId = 0;
+        SendMessageA(dialog, WM_HELP, 0, reinterpret_cast<LPARAM>(&request));
+        EXPECT_THAT(takeHelpCalls(), IsEmpty()) << "a menu item, and a window without an id";
+
+        const HWND add = openAddDialog(dialog);
+        click(item(add, kComment));
+        EXPECT_TRUE(waitUntil([&] { return focusOf(add) == item(add, kComment); }));
+        press(VK_F1);
+        EXPECT_TRUE(waitForHelpCall());
+        EXPECT_THAT(takeHelpCalls(), ElementsAre("ATHELP.HLP 8 419"));
+        clickAway(add, IDCANCEL);
+        clickAway(dialog, IDCANCEL);
+    });
+}
+
+TEST_F(MappingDialogs, DoNothingOnOtherCommandsAndCodes) {
+    edit([](HWND dialog) {
+        for (const int id : {int{kAdd}, int{kRemove}, IDOK, IDCANCEL}) {
+            SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_DBLCLK), 0);
+            EXPECT_EQ(GetWindowLongA(dialog, DWL_MSGRESULT), 0);
+        }
+        EXPECT_TRUE(IsWindow(dialog));
+        EXPECT_EQ(GetLastActivePopup(dialog), dialog) << "nothing was opened";
+        clickAway(dialog, IDCANCEL);
+    });
+}
+
+TEST_F(MappingDialogs, RefuseMissingCodes) {
+    EXPECT_EQ(show(nullptr, "TmxT"), 0);
+    EXPECT_EQ(show("TmxC", nullptr), 0);
+}
+
+TEST_F(MappingDialogs, AddWithAnotherParentGivesItsResultOnly) {
+    char creator[] = "TmxC", type[] = "TmxT";
+    const auto add = [&] { return AddExtMapDlg(nullptr, creator, type); };
+    const auto accept = [](HWND dialog) {
+        fill(dialog, kExtension, "tmx-a");
+        clickAway(dialog, IDOK);
+    };
+    EXPECT_EQ(withUser(kAddCaption, accept, add), 1);
+    EXPECT_EQ(withUser(
+                  kAddCaption, [](HWND dialog) { clickAway(dialog, IDCANCEL); }, add),
+              0);
+}
+
+TEST_F(MappingDialogs, LeaveNothingBehind) {
+    givenMapping(".tmx-a", "TmxT", "TmxC", "A files");
+    char face[] = "Arial";
+    tamrix::dialogFontSettings = {face, 10};
+    std::atomic<bool> done = false;
+    std::size_t blocks = 0;
+    const auto cancelEach = [&](HWND first) {
+        PostMessageA(first, WM_COMMAND, IDCANCEL, 0);
+        while (!done) {
+            Sleep(1);
+            if (const HWND dialog = FindWindowA("#32770", kEditCaption)) PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+        }
+    };
+    const auto showOften = [&] {
+        show("TmxC", "TmxT");
+        blocks = openBlocks();
+        for (int round = 0; round < 200; ++round) show("TmxC", "TmxT");
+        done = true;
+        return 0;
+    };
+    withUser(kEditCaption, cancelEach, showOften);
+    tamrix::dialogFontSettings = {};
+    EXPECT_EQ(openBlocks(), blocks);
+    EXPECT_EQ(FindWindowA("#32770", kEditCaption), nullptr);
+}
+
+}  // namespace
