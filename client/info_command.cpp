@@ -1,0 +1,132 @@
+// tamrix info: the settings that the library works with, found by asking it.
+#include <windows.h>
+
+#include "client/command.h"
+#include "client/library_names.h"
+#include "client/output.h"
+#include "client/platform.h"
+#include "tamrix32/registry.h"
+
+namespace tamrix::client {
+namespace {
+
+constexpr Option kOptions[] = {kJsonOption};
+constexpr char kSettingsPath[] = "Software\\Quillon Systems, Inc.\\File Client";
+
+struct Info {
+    long ansi = 0;
+    long oem = 0;
+    ByteRules rules;
+    std::string quoteSet;   // the bytes in rising order
+    std::string leadBytes;  // the same
+    bool hasCounters = false;
+    long processes = 0;
+    long threads = 0;
+    std::string fontFace;  // empty: none is configured
+    long fontSize = 0;
+};
+
+/// The dialog font, which counts only where face and size are both there.
+void readFont(Info& info) {
+    RegKey key;
+    RegValue face, size;
+    if (!key.Open(HKEY_LOCAL_MACHINE, kSettingsPath)) return;
+    if (!key.ValueByName("DialogFont", &face) || face.Type() != RegValString || !face.String()) return;
+    if (!key.ValueByName("DialogFontSize", &size) || size.Type() != RegValDword) return;
+    info.fontFace = face.String();
+    info.fontSize = static_cast<long>(size.Value());
+}
+
+/// Whether a byte is in the quote set. Space and period are read back whatever the set holds; the space is never
+/// quoted, so whether it is in the set makes no difference.
+bool isInSet(const ByteRules& rules, int value) {
+    if (value == ' ') return false;
+    return value == '.' ? rules.isQuoted[value] : rules.decodes[value];
+}
+
+Info gather() {
+    Info info;
+    info.ansi = static_cast<long>(GetACP());
+    info.oem = static_cast<long>(GetOEMCP());
+    info.rules = askLibrary();
+    for (int value = 0; value < 256; ++value) {
+        if (isInSet(info.rules, value)) info.quoteSet += static_cast<char>(value);
+        if (info.rules.isLead[value]) info.leadBytes += static_cast<char>(value);
+    }
+    info.hasCounters = readCounters(info.processes, info.threads);
+    readFont(info);
+    return info;
+}
+
+/// "00-1F 22 2A": rising bytes as ranges.
+std::string ranges(const std::string& bytes) {
+    std::string text;
+    for (std::size_t first = 0; first < bytes.size();) {
+        std::size_t last = first;
+        while (last + 1 < bytes.size() &&
+               static_cast<unsigned char>(bytes[last]) + 1 == static_cast<unsigned char>(bytes[last + 1]))
+            ++last;
+        if (!text.empty()) text += ' ';
+        text += hex({&bytes[first], 1});
+        if (last > first) text += "-" + hex({&bytes[last], 1});
+        first = last + 1;
+    }
+    return text.empty() ? "none" : text;
+}
+
+void printInfo(const Info& info) {
+    const std::string brackets = {static_cast<char>(info.rules.open), ' ', static_cast<char>(info.rules.close)};
+    std::string text = "ANSI code page:   " + decimal(info.ansi) + "\nOEM code page:    " + decimal(info.oem) +
+                       "\nlead bytes:       " + ranges(info.leadBytes) +
+                       "\ncharacter table:  " + (info.rules.tableIsOn ? "on" : "off") +
+                       "\nbrackets:         " + shown(Side::windows, brackets) +
+                       "\nquote set:        " + ranges(info.quoteSet) + " (" +
+                       decimal(static_cast<long>(info.quoteSet.size())) + " bytes)\n";
+    if (info.hasCounters)
+        text += "attached:         processes " + decimal(info.processes) + ", threads " + decimal(info.threads) + "\n";
+    text += "dialog font:      ";
+    text += info.fontFace.empty() ? "not configured"
+                                  : shown(Side::windows, info.fontFace) + ", " + decimal(info.fontSize) + " points";
+    print(text + "\n");
+}
+
+void writeInfo(const Info& info) {
+    Json json;
+    json.beginObject();
+    json.number("ansiCodePage", info.ansi);
+    json.number("oemCodePage", info.oem);
+    json.ascii("leadBytesHex", hex(info.leadBytes));
+    json.boolean("characterTable", info.rules.tableIsOn);
+    json.bytes("open", Side::windows, {static_cast<char>(info.rules.open)});
+    json.bytes("close", Side::windows, {static_cast<char>(info.rules.close)});
+    json.ascii("quoteSetHex", hex(info.quoteSet));
+    if (info.hasCounters) {
+        json.number("processes", info.processes);
+        json.number("threads", info.threads);
+    }
+    json.bytes("dialogFont", Side::windows, info.fontFace);
+    json.number("dialogFontSize", info.fontSize);
+    json.endObject();
+    json.finish();
+}
+
+int run(const Arguments& arguments) {
+    const Info info = gather();
+    if (arguments.has("--json"))
+        writeInfo(info);
+    else
+        printInfo(info);
+    return kDone;
+}
+
+constexpr Command kCommands[] = {{"info", "", "print the code pages and the settings in force",
+                                  "Bytes are hexadecimal. The quote set is that of the Macintosh side of a name.\n",
+                                  kOptions, 0, 0, run}};
+
+}  // namespace
+
+std::span<const Command> infoCommands() {
+    return kCommands;
+}
+
+}  // namespace tamrix::client

@@ -1,0 +1,160 @@
+// The tamrix command: finds the command in the tables, reads its line, starts the library and runs it.
+#include "client/command.h"
+#include "client/output.h"
+#include "client/platform.h"
+
+namespace tamrix::client {
+namespace {
+
+constexpr char kVersion[] = "tamrix 6.1\n";
+
+constexpr Option kCommonOptions[] = {
+    {"--text", "utf-8", "names are typed and shown as UTF-8 text; without it they are raw bytes"},
+    {"--help", nullptr, "print this help"},
+    {"--version", nullptr, "print the version"},
+};
+
+constexpr char kIntroduction[] =
+    "usage: tamrix COMMAND [OPTION...] [ARGUMENT...]\n\n"
+    "Names of Macintosh file servers and their Windows forms, paths of AppleTalk servers and printers, and the map "
+    "from\n"
+    "file-name extensions to Macintosh types and creators.\n\n";
+
+constexpr char kStatuses[] =
+    "\nStatus: 0 done; 1 a name failed or was not found; 2 the command line or the environment is at fault.\n";
+
+using Group = std::span<const Command> (*)();
+constexpr Group kGroups[] = {nameCommands, renameCommands, uncCommands, infoCommands};
+
+void printOptions(std::span<const Option> options) {
+    for (const Option& option : options) {
+        std::string line = "  " + std::string(option.name);
+        if (option.value) line += " " + std::string(option.value);
+        line.resize(line.size() < 24 ? 24 : line.size() + 1, ' ');
+        print(line + option.help + "\n");
+    }
+}
+
+void printCommand(const Command& command) {
+    std::string line = "  " + std::string(command.name) + " " + command.operands;
+    line.resize(line.size() < 46 ? 46 : line.size() + 1, ' ');
+    print(line + command.summary + "\n");
+}
+
+/// Help for the program, or for the commands of one group.
+void printOverview(std::string_view group) {
+    print(kIntroduction);
+    print("Commands:\n");
+    for (const Group commands : kGroups)
+        for (const Command& command : commands())
+            if (group.empty() || std::string_view(command.name).starts_with(group)) printCommand(command);
+    print("\nOptions of every command:\n");
+    printOptions(kCommonOptions);
+    printOptions(platformOptions());
+    print(kStatuses);
+}
+
+void printHelp(const Command& command) {
+    print("usage: tamrix " + std::string(command.name) + " [OPTION...] " + command.operands + "\n\n" + command.summary +
+          "\n");
+    if (command.details[0]) print("\n" + std::string(command.details));
+    print("\nOptions:\n");
+    printOptions(command.options);
+    printOptions(kCommonOptions);
+    printOptions(platformOptions());
+    print(kStatuses);
+}
+
+/// The command that the words at `at` name, which moves behind them; null when there is none.
+const Command* findCommand(std::span<char* const> words, std::size_t& at) {
+    const std::string one = words[at];
+    const std::string two = at + 1 < words.size() ? one + " " + words[at + 1] : one;
+    for (const Group commands : kGroups)
+        for (const Command& command : commands()) {
+            if (one != command.name && two != command.name) continue;
+            at += one == command.name ? 1 : 2;
+            return &command;
+        }
+    return nullptr;
+}
+
+bool isGroup(const std::string& word) {
+    for (const Group commands : kGroups)
+        for (const Command& command : commands())
+            if (std::string_view(command.name).starts_with(word + " ")) return true;
+    return false;
+}
+
+/// The line names no command: help was asked for, or something is wrong with it.
+int runWithoutCommand(const Arguments& arguments, std::span<char* const> words, std::size_t at) {
+    const std::string word = at < words.size() ? words[at] : "";
+    const bool asksHelp =
+        arguments.has("--help") || (at + 1 < words.size() && std::string_view(words[at + 1]) == "--help");
+    if (!arguments.isGood()) {
+        complain("", arguments.complaint());
+    } else if (arguments.has("--version")) {
+        print(kVersion);
+        return kDone;
+    } else if (asksHelp && (word.empty() || isGroup(word))) {
+        printOverview(word.empty() ? word : word + " ");
+        return kDone;
+    } else if (word.empty()) {
+        complain("", "a command is missing (tamrix --help lists them)");
+    } else if (isGroup(word)) {
+        complain(word, at + 1 < words.size() ? "no such command: " + word + " " + words[at + 1]
+                                             : "needs one more word (tamrix " + word + " --help lists them)");
+    } else {
+        complain(word, "no such command (tamrix --help lists them)");
+    }
+    return kUsageError;
+}
+
+/// What is wrong with the line of a command; empty when nothing is.
+std::string complaintAbout(const Command& command, const Arguments& arguments) {
+    const int count = static_cast<int>(arguments.operands().size());
+    const char* text = arguments.value("--text");
+    if (!arguments.isGood()) return arguments.complaint();
+    if (text && std::string_view(text) != "utf-8") return "--text takes utf-8 only: " + std::string(text);
+    if (count < command.fewest) return "an argument is missing: " + std::string(command.operands);
+    if (command.most >= 0 && count > command.most)
+        return "one argument too many: " + arguments.operands()[static_cast<std::size_t>(command.most)];
+    return {};
+}
+
+int run(const Command& command, const Arguments& arguments) {
+    if (arguments.has("--help") || arguments.has("--version")) {
+        arguments.has("--help") ? printHelp(command) : print(kVersion);
+        return kDone;
+    }
+    std::string reason = complaintAbout(command, arguments);
+    if (reason.empty()) {
+        textIsUtf8 = arguments.has("--text");
+        if (startLibrary(arguments, command.changesMappings, reason)) return command.run(arguments);
+    }
+    complain(command.name, reason);
+    return kUsageError;
+}
+
+int runLine(std::span<char* const> words) {
+    Arguments arguments;
+    arguments.allow(kCommonOptions);
+    arguments.allow(platformOptions());
+    std::size_t at = arguments.parse(words, 1, true);
+    const Command* command = arguments.isGood() && at < words.size() ? findCommand(words, at) : nullptr;
+    if (!command) return runWithoutCommand(arguments, words, at);
+    arguments.allow(command->options);
+    arguments.parse(words, at, false);
+    return run(*command, arguments);
+}
+
+}  // namespace
+}  // namespace tamrix::client
+
+int main(int argc, char** argv) {
+    using namespace tamrix::client;
+    makeStreamsBinary();
+    const int status = runLine({argv, static_cast<std::size_t>(argc)});
+    if (finishOutput()) return status;
+    complain("", "standard output could not be written");
+    return kUsageError;
+}

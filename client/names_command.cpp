@@ -1,0 +1,192 @@
+// tamrix name: Macintosh names to Windows names and back, and what happens to them on the way.
+#include <stdio.h>
+
+#include "client/command.h"
+#include "client/name_check.h"
+#include "client/output.h"
+#include "client/platform.h"
+
+namespace tamrix::client {
+namespace {
+
+constexpr Option kZeroOption = {"-0", nullptr, "names from standard input, and printed, end in a zero byte"};
+constexpr Option kConvertOptions[] = {kZeroOption, kJsonOption};
+constexpr Option kToMacOptions[] = {
+    kZeroOption, {"--separator", "TEXT", "print TEXT between the parts of a path, not a zero byte"}, kJsonOption};
+
+/// Reads the next name up to `ending`; false at the end.
+bool readName(char ending, std::string& name) {
+    name.clear();
+    int c = getc(stdin);
+    if (c == EOF) return false;
+    for (; c != EOF && c != static_cast<unsigned char>(ending); c = getc(stdin)) name.push_back(static_cast<char>(c));
+    return true;
+}
+
+/// Calls `act` with the bytes of each name, from the operands or, without any, from standard input; kSomeFailed when a
+/// name could not be taken or `act` says false.
+template <typename Act>
+int forEachName(const Arguments& arguments, Side side, Act act) {
+    int status = kDone;
+    const auto take = [&](const std::string& text) {
+        std::string bytes;
+        const bool isKnown = bytesFromText(side, text, bytes);
+        if (!isKnown) complain(text, side == Side::mac ? "not a name in Mac Roman" : "not a name in this code page");
+        const bool isWhole = bytes.find('\0') == std::string::npos;
+        if (isKnown && !isWhole) complain(text, "holds a zero byte (names end in one with -0)");
+        if (!isKnown || !isWhole || !act(bytes)) status = kSomeFailed;
+    };
+    for (const std::string& operand : arguments.operands()) take(argumentText(operand));
+    if (!arguments.operands().empty()) return status;
+
+    const char ending = arguments.has("-0") ? '\0' : '\n';
+    std::string text;
+    while (readName(ending, text)) {
+        // No Windows name holds a carriage return, but lines of Windows programs end in one.
+        if (side == Side::windows && ending == '\n' && text.ends_with('\r')) text.pop_back();
+        take(text);
+    }
+    return status;
+}
+
+int convert(const Arguments& arguments, Side from, Side to, std::string (*translate)(const std::string&)) {
+    const bool asJson = arguments.has("--json");
+    const std::string ending(1, arguments.has("-0") ? '\0' : '\n');
+    const char* separator = arguments.value("--separator");
+    Json json;
+    if (asJson) json.beginArray();
+    const int status = forEachName(arguments, from, [&](const std::string& name) {
+        const std::string result = translate(name);
+        if (asJson) {
+            json.beginObject();
+            json.bytes("from", from, name);
+            json.bytes("to", to, result);
+            json.endObject();
+            return true;
+        }
+        std::string text;
+        if (!textFromBytes(to, result, text)) {
+            complain(shown(from, name), "the result has no text");
+            return false;
+        }
+        if (separator)
+            for (std::size_t at = 0; (at = text.find('\0', at)) != std::string::npos;)
+                text.replace(at, 1, separator), at += std::string_view(separator).size();
+        print(text + ending);
+        return true;
+    });
+    if (asJson) {
+        json.endArray();
+        json.finish();
+    }
+    return status;
+}
+
+int runToWindows(const Arguments& arguments) {
+    return convert(arguments, Side::mac, Side::windows, windowsNameOf);
+}
+
+int runToMac(const Arguments& arguments) {
+    return convert(arguments, Side::windows, Side::mac, macNameOf);
+}
+
+/// "0x3A ':'", or the number alone where the byte is no visible character of ASCII.
+std::string described(unsigned char byte) {
+    const char c = static_cast<char>(byte);
+    const std::string number = "0x" + hex({&c, 1});
+    return byte > 0x20 && byte < 0x7F ? number + " '" + c + "'" : number;
+}
+
+std::string ordinal(std::size_t position) {
+    return decimal(static_cast<long>(position) + 1);
+}
+
+void printReport(const std::string& name, const NameReport& report, const ByteRules& rules) {
+    std::string text = shown(Side::mac, name) + "\n  Windows name: " + shown(Side::windows, report.windowsName) + " (" +
+                       decimal(static_cast<long>(report.windowsName.size())) + " bytes)\n";
+    for (const QuotedByte& quoted : report.quoted)
+        text += "  byte " + ordinal(quoted.position) + ", " + described(quoted.byte) + ", is written as " +
+                shown(Side::windows, bracketed(rules, quoted.byte)) + ": " + quoted.reason + "\n";
+    for (const LooksQuoted& look : report.looksQuoted)
+        text += "  byte " + ordinal(look.position) + ": the name already holds " +
+                shown(Side::windows, bracketed(rules, look.value)) + ", which comes back as " +
+                described(static_cast<unsigned char>(look.value)) + "\n";
+    text += report.comesBack ? "  comes back unchanged\n" : "  DOES NOT come back unchanged\n";
+    if (report.tooLong)
+        text += "  TOO LONG: Windows takes at most " + decimal(static_cast<long>(kLongestWindowsName)) + " bytes\n";
+    print(text);
+}
+
+void writeReport(Json& json, const std::string& name, const NameReport& report) {
+    json.beginObject();
+    json.bytes("name", Side::mac, name);
+    json.bytes("windows", Side::windows, report.windowsName);
+    json.beginArray("quoted");
+    for (const QuotedByte& quoted : report.quoted) {
+        json.beginObject();
+        json.number("position", static_cast<long>(quoted.position));
+        json.number("byte", quoted.byte);
+        json.ascii("reason", quoted.reason);
+        json.endObject();
+    }
+    json.endArray();
+    json.beginArray("looksQuoted");
+    for (const LooksQuoted& look : report.looksQuoted) {
+        json.beginObject();
+        json.number("position", static_cast<long>(look.position));
+        json.number("value", look.value);
+        json.endObject();
+    }
+    json.endArray();
+    json.boolean("comesBack", report.comesBack);
+    json.boolean("tooLong", report.tooLong);
+    json.endObject();
+}
+
+int runCheck(const Arguments& arguments) {
+    const bool asJson = arguments.has("--json");
+    const ByteRules rules = askLibrary();
+    Json json;
+    if (asJson) json.beginArray();
+    const int status = forEachName(arguments, Side::mac, [&](const std::string& name) {
+        const NameReport report = checkName(name, rules);
+        if (asJson)
+            writeReport(json, name, report);
+        else
+            printReport(name, report, rules);
+        return report.comesBack && !report.tooLong;
+    });
+    if (asJson) {
+        json.endArray();
+        json.finish();
+    }
+    return status;
+}
+
+constexpr char kFromInput[] =
+    "Without a NAME, names are read from standard input, one a line (or each up to a zero byte with -0).\n";
+
+constexpr char kCheckDetails[] =
+    "Says for each Macintosh name which bytes are written as bracketed numbers and why, whether the name comes back\n"
+    "unchanged, and whether it is longer than Windows takes. Status 1 when a name does not come back or is too long.\n";
+
+constexpr char kToMacDetails[] =
+    "A backslash separates the parts of a path and becomes a zero byte. Without a NAME, names are read from standard\n"
+    "input, one a line (a carriage return before the line's end is dropped), or each up to a zero byte with -0.\n";
+
+constexpr Command kCommands[] = {
+    {"name to-windows", "[NAME...]", "turn Macintosh names into Windows names", kFromInput, kConvertOptions, 0, -1,
+     runToWindows},
+    {"name to-mac", "[NAME...]", "turn Windows names or paths into Macintosh names", kToMacDetails, kToMacOptions, 0,
+     -1, runToMac},
+    {"name check", "[NAME...]", "say what happens to Macintosh names on the way", kCheckDetails, kConvertOptions, 0, -1,
+     runCheck},
+};
+
+}  // namespace
+
+std::span<const Command> nameCommands() {
+    return kCommands;
+}
+
+}  // namespace tamrix::client

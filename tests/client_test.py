@@ -1,0 +1,277 @@
+#!/usr/bin/env python3
+"""client_test.py PROGRAM...: runs the tamrix command as its users do. PROGRAM is the native program or, for the shipped
+one, "wine" and its path. Names and arguments are bytes; expectations are written from the rules, not from output."""
+import json
+import os
+import pathlib
+import subprocess
+import sys
+import tempfile
+import unittest
+
+PROGRAM = [os.path.abspath(word) if os.path.exists(word) else word for word in sys.argv[1:]]
+IS_NATIVE = len(PROGRAM) == 1
+native_only = unittest.skipUnless(IS_NATIVE, "the native program's own option")
+
+
+def setUpModule():
+    """Under Wine, one program that waits for input keeps the system up between the others, which then start at once.
+    Nobody reads what the first two print: Wine's own processes inherit their output and hold it open."""
+    if not IS_NATIVE:
+        silent = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
+        waiting = subprocess.Popen([*PROGRAM, "name", "to-mac"], stdin=subprocess.PIPE, **silent)
+        unittest.addModuleCleanup(lambda: (waiting.stdin.close(), waiting.wait()))
+        subprocess.run([*PROGRAM, "--version"], check=True, **silent)
+
+
+class ClientTest(unittest.TestCase):
+    def setUp(self):
+        folder = tempfile.TemporaryDirectory()
+        self.addCleanup(folder.cleanup)
+        self.folder = pathlib.Path(folder.name)
+
+    def run_tamrix(self, *arguments, typed=b"", status=0):
+        environment = dict(os.environ, XDG_DATA_HOME=str(self.folder / "data"))
+        ran = subprocess.run([*PROGRAM, *arguments], input=typed, capture_output=True, cwd=self.folder,
+                             env=environment)
+        self.assertEqual(ran.returncode, status, (arguments, ran.stdout, ran.stderr))
+        return ran
+
+    def output(self, *arguments, **keywords):
+        return self.run_tamrix(*arguments, **keywords).stdout
+
+    def json(self, *arguments, **keywords):
+        return json.loads(self.output(*arguments, "--json", **keywords).decode("utf-8"))
+
+    def complaint(self, *arguments, status):
+        return self.run_tamrix(*arguments, status=status).stderr
+
+
+class CommandLine(ClientTest):
+    def test_what_is_wrong_is_named_and_nothing_is_printed(self):
+        for arguments, named in (
+                ([], b"command is missing"), (["frobnicate"], b"frobnicate"), (["name"], b"name"),
+                (["name", "frobnicate"], b"name frobnicate"), (["name", "check", "--frob"], b"--frob"),
+                (["info", "--json=1"], b"--json"), (["unc", "join"], b"NAME [SHARE]"),
+                (["unc", "join", "a", "b", "odd"], b"odd"), (["unc", "join", "a", "--zone"], b"--zone"),
+                (["info", "--text", "latin1"], b"latin1"), (["rename", "--to-mac", "absent"], b"absent"),
+                (["rename", "."], b"--to-windows"), (["rename", ".", "--to-mac", "--to-windows"], b"--to-mac")):
+            with self.subTest(arguments):
+                ran = self.run_tamrix(*arguments, status=2)
+                self.assertIn(named, ran.stderr)
+                self.assertEqual(ran.stdout, b"")
+
+    def test_help_of_every_listed_command(self):
+        overview = self.output("--help").decode()
+        listed = [line[2:46].split("[")[0] for line in overview.split("Commands:\n")[1].split("\n\n")[0].split("\n")]
+        commands = [[word for word in line.split() if word.islower()] for line in listed]
+        self.assertIn(["name", "to-windows"], commands)
+        for command in commands:
+            self.assertIn(" ".join(["usage: tamrix", *command]).encode(), self.output(*command, "--help"))
+        self.assertRegex(self.output("--version"), rb"^tamrix \d+\.\d+\n$")
+
+    @unittest.skipUnless(os.path.exists("/dev/full"), "needs a full device")
+    def test_output_that_cannot_be_written_is_an_error(self):
+        with open("/dev/full", "wb") as full:
+            ran = subprocess.run([*PROGRAM, "info"], stdout=full, stderr=subprocess.PIPE)
+        self.assertEqual(ran.returncode, 2)
+        self.assertIn(b"standard output", ran.stderr)
+
+    @native_only
+    def test_code_pages_and_their_limits(self):
+        self.assertIn(b"12", self.complaint("--code-page", "12", "info", status=2))
+        self.assertIn(b"866", self.complaint("info", "--oem-code-page=866", status=2))
+        self.assertTrue(self.json("info", "--oem-code-page", "850")["characterTable"])
+        japanese = self.json("info", "--code-page", "932")
+        self.assertEqual((japanese["ansiCodePage"], japanese["oemCodePage"]), (932, 932))
+        self.assertFalse(japanese["characterTable"])
+        self.assertEqual(japanese["leadBytesHex"], bytes([*range(0x81, 0xA0), *range(0xE0, 0xFD)]).hex().upper())
+
+
+class Names(ClientTest):
+    def test_names_go_there_and_back(self):
+        for mac, windows in ((b"Q1: Budget?", b"Q1[058] Budget[063]"), (b"Report.", b"Report[046]"),
+                             (b"ab ", b"ab[032]"), (b"Icon\r", b"Icon[013]"), (b"caf\x8e", b"caf\xe9"),
+                             (b"\x87", b"[135]"), (b"", b"")):
+            with self.subTest(mac):
+                self.assertEqual(self.output("name", "to-windows", "-0", typed=mac + b"\0"), windows + b"\0")
+                self.assertEqual(self.output("name", "to-mac", "-0", typed=windows + b"\0"), mac + b"\0")
+
+    def test_names_as_arguments_and_lines(self):
+        self.assertEqual(self.output("name", "to-windows", "a/b", "--", "-c:"), b"a[047]b\n-c[058]\n")
+        self.assertEqual(self.output("name", "to-windows", typed=b"a:\r\nlast"), b"a[058][013]\nlast\n")
+        self.assertEqual(self.output("name", "to-mac", typed=b"a[058]\r\n\nlast"), b"a:\n\nlast\n")
+        self.assertEqual(self.output("name", "to-mac", typed=b""), b"")
+
+    def test_the_parts_of_a_path(self):
+        self.assertEqual(self.output("name", "to-mac", "d\\e\\f"), b"d\0e\0f\n")
+        self.assertEqual(self.output("name", "to-mac", "--separator", "::", "d\\e\\f"), b"d::e::f\n")
+        self.assertEqual(self.json("name", "to-mac", "d\\e")[0]["toHex"], "640065")
+
+    def test_text_is_mac_roman_on_one_side_and_the_code_page_on_the_other(self):
+        text = "caf\u00e9 \u00df".encode()
+        self.assertEqual(self.output("name", "to-windows", "--text", "utf-8", typed=text), text + b"\n")
+        self.assertEqual(self.output("name", "to-mac", "--text", "utf-8", typed=text), text + b"\n")
+        for typed, trap in (("\u4e00", "not in Mac Roman"), ("\u0142", "would fold onto l")):
+            with self.subTest(trap):
+                ran = self.run_tamrix("name", "to-windows", "--text=utf-8", typed=f"a\n{typed}\nb\n".encode(), status=1)
+                self.assertEqual(ran.stdout, b"a\nb\n")
+                self.assertIn(typed.encode(), ran.stderr)
+        for malformed in (b"\xff", b"\xc3", b"\xc0\xaf", b"\xed\xa0\x80", b"\xf4\x90\x80\x80"):
+            self.run_tamrix("name", "to-windows", "--text", "utf-8", typed=malformed, status=1)
+
+    def test_a_zero_byte_inside_a_line_is_refused(self):
+        ran = self.run_tamrix("name", "to-windows", typed=b"a\0b\nc\n", status=1)
+        self.assertEqual(ran.stdout, b"c\n")
+
+    def test_check_says_what_is_quoted_and_why(self):
+        name, = self.json("name", "check", typed=b"@a\r\x87?b.")
+        self.assertEqual([(each["position"], each["byte"]) for each in name["quoted"]],
+                         [(0, 0x40), (2, 13), (3, 0x87), (4, 0x3F), (6, 0x2E)])
+        self.assertEqual(len({each["reason"] for each in name["quoted"]}), 5)
+        self.assertTrue(name["comesBack"])
+
+    def test_check_finds_what_does_not_come_back_or_fit(self):
+        look, = self.json("name", "check", "x[058]", status=1)
+        self.assertEqual(look["looksQuoted"], [{"position": 1, "value": 58}])
+        self.assertFalse(look["comesBack"])
+        for harmless in ("x[048]", "x[999]", "x[58]", "x[0:8]", "x[058"):
+            report, = self.json("name", "check", harmless)
+            self.assertEqual((report["looksQuoted"], report["comesBack"]), ([], True), harmless)
+        fits, not_fits = self.json("name", "check", "a" * 250 + ":", "a" * 251 + ":", status=1)
+        self.assertEqual((fits["tooLong"], not_fits["tooLong"]), (False, True))
+
+    def test_json_keeps_every_byte(self):
+        every = bytes(byte for byte in range(1, 256) if byte != 10)
+        for name in self.json("name", "to-windows", typed=every):
+            self.assertEqual(name["from"].encode("latin-1"), every)
+            self.assertEqual(bytes.fromhex(name["fromHex"]), every)
+            self.assertEqual(bytes.fromhex(name["toHex"]), name["to"].encode("latin-1"))
+
+    @native_only
+    def test_settings_of_the_registry_file_apply(self):
+        settings = self.folder / "settings.reg"
+        settings.write_bytes(b"REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quillon Systems, Inc.\\File Client]\r\n"
+                             b'"QuoteChars"="#%"\r\n"QuoteBracketChars"="{}"\r\n')
+        self.assertEqual(self.output("name", "to-windows", "--registry", settings, "a#b:"), b"a{035}b:\n")
+        info = self.json("info", "--registry", settings)
+        self.assertEqual((info["quoteSetHex"], info["open"], info["close"]), ("002325", "{", "}"))
+        settings.write_bytes(b"REGEDIT4\r\n\r\n[HKEY_NOWHERE\\x]\r\n")
+        self.assertIn(b"settings.reg:3", self.complaint("info", "--registry", settings, status=2))
+
+    @native_only
+    def test_trail_bytes_are_never_taken_for_characters(self):
+        tricky = "\u8868".encode("cp932")  # its trail byte is a backslash
+        self.assertEqual(self.output("--code-page", "932", "name", "to-windows", typed=tricky), tricky + b"\n")
+        self.assertEqual(self.output("--code-page", "932", "name", "to-mac", typed=tricky), tricky + b"\n")
+
+
+class Rename(ClientTest):
+    def make(self, *names):
+        for name in names:
+            path = os.path.join(os.fsencode(self.folder), b"tree", name)
+            os.makedirs(os.path.dirname(path), exist_ok=True)
+            with open(path, "wb") as file:
+                file.write(name)
+
+    def tree(self):
+        top = os.path.join(os.fsencode(self.folder), b"tree")
+        paths = [os.path.join(folder, name) for folder, _, names in os.walk(top) for name in names]
+        return {os.path.relpath(path, top): pathlib.Path(os.fsdecode(path)).read_bytes() for path in paths}
+
+    def test_a_dry_run_changes_nothing(self):
+        self.make(b"d[064]/a[091]", b"plain")  # 91, the bracket, is not in the set
+        before = self.tree()
+        self.assertEqual([row["status"] for row in self.json("rename", "--to-mac", "tree")], ["would rename"])
+        self.assertEqual(len(self.output("rename", "--to-mac", "tree").splitlines()), 1)
+        self.assertEqual(self.tree(), before)
+
+    def test_names_are_given_deepest_first(self):
+        self.make(b"d[064]/e[096]/f[064]", b"d[064]/plain")
+        rows = self.json("rename", "--to-mac", "--apply", "tree")
+        self.assertEqual([(row["to"], row["status"]) for row in rows],
+                         [("f@", "renamed"), ("e`", "renamed"), ("d@", "renamed")])
+        self.assertEqual(self.tree(), {b"d@/e`/f@": b"d[064]/e[096]/f[064]", b"d@/plain": b"d[064]/plain"})
+
+    def test_nothing_is_overwritten(self):
+        self.make(b"a[064]", b"a@", b"ok[096]")
+        before = self.tree()
+        ran = self.run_tamrix("rename", "--to-mac", "--apply", "tree", status=1)
+        self.assertIn(b"collision", ran.stderr)
+        self.assertIn(b"a[064]", ran.stderr)
+        after = self.tree()
+        self.assertEqual(after.pop(b"ok`"), before.pop(b"ok[096]"))
+        self.assertEqual(after, before)
+
+    @native_only
+    def test_two_that_would_get_one_name_both_stay(self):
+        # Macintosh 87 is E1 in Windows, and quoted on its way there.
+        self.make(b"x[135]", b"x\xe1", b"y[064]")
+        ran = self.run_tamrix("rename", "--to-mac", "--apply", "tree", status=1)
+        self.assertEqual(ran.stderr.count(b"collision"), 2)
+        self.assertEqual(set(self.tree()), {b"x[135]", b"x\xe1", b"y@"})
+
+    @native_only
+    def test_a_name_that_becomes_free_is_taken(self):
+        self.make(b"\x80", b"\xc4", b"\x83")  # 80 -> C4 -> 83 -> C9: each takes the name of the one before it
+        self.output("rename", "--to-windows", "--apply", "tree")
+        self.assertEqual(self.tree(), {b"\xc4": b"\x80", b"\x83": b"\xc4", b"\xc9": b"\x83"})
+
+    @native_only
+    def test_what_the_disk_does_not_take_is_left(self):
+        self.make(b"a[047]b", b"c[000]")
+        ran = self.run_tamrix("rename", "--to-mac", "--apply", "tree", status=1)
+        self.assertIn(b"slash", ran.stderr)
+        self.assertIn(b"zero byte", ran.stderr)
+        self.assertEqual(set(self.tree()), {b"a[047]b", b"c[000]"})
+
+    @native_only
+    def test_links_are_not_followed_and_text_is_text(self):
+        self.make("caf\u00e9:".encode(), b"plain")
+        os.mkdir(self.folder / "other")
+        (self.folder / "other" / "x:").touch()
+        os.symlink("../other", self.folder / "tree" / "link:")
+        self.output("rename", "--text", "utf-8", "--to-windows", "--apply", "tree")
+        self.assertIn("caf\u00e9[058]".encode(), self.tree())
+        self.assertTrue((self.folder / "tree" / "link[058]").is_symlink())
+        self.assertTrue((self.folder / "other" / "x:").exists())
+
+    @unittest.skipIf(IS_NATIVE, "names that differ only in case stand in one native folder")
+    def test_names_that_differ_only_in_case_collide(self):
+        self.make(b"x[064]", b"X@")
+        ran = self.run_tamrix("rename", "--to-mac", "--apply", "tree", status=1)
+        self.assertIn(b"collision", ran.stderr)
+        self.assertEqual(set(self.tree()), {b"x[064]", b"X@"})
+
+
+class Paths(ClientTest):
+    def test_join_and_length(self):
+        self.assertEqual(self.output("unc", "join", "--zone", "Sales", "Mercury", "Projects"),
+                         b"\\\\Sales@Mercury\\Projects\n")
+        self.assertEqual(self.output("unc", "join", "--zone", "*", "Mercury"), b"\\\\Mercury\n")
+        self.assertEqual(self.output("unc", "join", "--printer", "Laser", "Queue"), b"\\\\`Laser\\Queue\n")
+        self.assertEqual(self.output("unc", "length", "--zone", "*", "Mercury", "Projects"), b"19\n")
+        self.assertIn(b"Laser", self.complaint("unc", "join", "--printer", "Laser", status=1))
+        self.run_tamrix("unc", "join", "a" * 32767, status=1)
+
+    def test_split(self):
+        server, printer, neither = self.json("unc", "split", "\\\\Sales@Mercury\\Projects\\Docs\\a.txt",
+                                             "\\\\`Laser\\Queue", "c:\\x", status=1)
+        parts = ("kind", "zone", "name", "share", "rest")
+        self.assertEqual([server[part] for part in parts], ["server", "Sales", "Mercury", "Projects", "Docs\\a.txt"])
+        self.assertEqual([printer[part] for part in parts], ["printer", "*", "Laser", "Queue", ""])
+        self.assertEqual(neither["kind"], "none")
+        self.assertIn(b"share\tProjects\n", self.output("unc", "split", "\\\\Mercury\\Projects"))
+
+
+class Info(ClientTest):
+    def test_western_defaults(self):
+        info = self.json("info")
+        self.assertEqual((info["ansiCodePage"], info["oemCodePage"], info["characterTable"]), (1252, 437, True))
+        self.assertEqual((info["open"], info["close"], len(info["quoteSetHex"])), ("[", "]", 2 * 74))
+        self.assertGreaterEqual(info["processes"], 1)
+        self.assertIn(b"[ ]", self.output("info"))
+
+
+if __name__ == "__main__":
+    unittest.main(argv=sys.argv[:1])
