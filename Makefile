@@ -1,5 +1,5 @@
 # Thin targets over CMake presets and scripts/. See README.md.
-.PHONY: demo test test-native check bench fuzz build-fuzz dist clean native native-clang native-release wine release
+.PHONY: demo test test-native check bench fuzz build-fuzz dist reference clean native native-clang native-release wine release
 
 JOBS ?= $(shell nproc)
 
@@ -24,6 +24,11 @@ fuzz:
 
 dist:
 	scripts/dist
+
+# From the headers, by doxygen; fails where something public has no comment.
+reference:
+	@mkdir -p build/reference
+	doxygen docs/Doxyfile
 
 build-fuzz:
 	@mkdir -p build

@@ -1,4 +1,5 @@
-// Counted access to raw resources, and the animated about box.
+/// @file
+/// Counted access to raw resources, and the animated about box.
 #ifndef TAMRIX32_ABOUT_H
 #define TAMRIX32_ABOUT_H
 
@@ -17,9 +18,14 @@ class TAMRIX_CLASS CCustomResource {
 public:
     /// The low 16 bits of `id` name the resource.
     CCustomResource(void* module, int id, char* type);
+    /// Keeps both pointers; a null argument makes every lock fail.
     CCustomResource(void* module, char* name, char* type);
+    /// Copies the locks with the rest: copy unlocked objects only.
+    /// @{
     CCustomResource(const CCustomResource&) = default;
     CCustomResource& operator=(const CCustomResource&) = default;
+    /// @}
+    /// Releases what is still locked.
     virtual ~CCustomResource();
     /// A moveable global block with a copy of the bytes (one zero byte for an empty resource), owned by the caller who
     /// frees it with GlobalFree; null when the resource or the memory cannot be had. The lock count ends as it began.
@@ -32,6 +38,7 @@ public:
     unsigned char* getAddress();
     /// Bytes of the resource; 0 before the first lock, kept after the last unlock.
     long getSize();
+    /// 1 while at least one lock is held.
     int isLocked();
 
 protected:
@@ -54,10 +61,14 @@ private:
 /// Holds a resource locked for the length of a block; ask the resource's isLocked() whether it worked.
 class TAMRIX_CLASS AutoCustomResource {
 public:
+    /// Locks the resource, which must outlive this object; the destructor unlocks it once.
     AutoCustomResource(CCustomResource& resource);
     ~AutoCustomResource();
+    /// Copies the reference and locks nothing, while each copy's destructor unlocks.
+    /// @{
     AutoCustomResource(const AutoCustomResource&) = default;
     AutoCustomResource& operator=(const AutoCustomResource&) = default;
+    /// @}
 
 private:
     CCustomResource* resource;
@@ -92,17 +103,28 @@ protected:
     virtual void animate();
     /// 1 lets a click, a key, a command or the loss of focus close the box.
     virtual int canClose();
+    /// The timer `id` fired, every 333 milliseconds: composes and shows the next frame.
     virtual void doTimer(unsigned int id);
+    /// The window is going: stops the timer; a modeless box deletes itself here.
     virtual void dialogDestroyed();
+    /// Centres the new window `dialog` (an HWND) on the screen, composes the first frame and starts the timer.
     virtual void initDialog(void* dialog);
+    /// Copies the frame bitmap to `dc` (an HDC).
     virtual void paint(void* dc);
     /// Builds the line table from the credits text; 0 when memory runs out.
     virtual int parseText();
 
+    /// @name What the box draws with: each result is the caller's, and null on failure.
+    /// @{
+    /// The colours of a bitmap resource of the library; null as well where the screen has more than 8 bits a pixel.
     HPALETTE createOurPalette(int bitmapId);
+    /// A bitmap resource of the library, its size written to `rect` where given; 0 makes a blank one of that size.
     HBITMAP createOurBitmap(int bitmapId, RECT* rect);
+    /// A copy of a "TEXT" resource, terminated by a zero byte.
     HGLOBAL createOurText(HINSTANCE module, int textId);
+    /// The credits' face, 33 pixels high, in one of its four forms.
     HFONT createOurFont(int bold, int italic, int underline);
+    /// @}
 
 private:
     friend struct AboutLayout;

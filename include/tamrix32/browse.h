@@ -1,4 +1,5 @@
-// The file, save and folder dialog.
+/// @file
+/// The file, save and folder dialog.
 #ifndef TAMRIX32_BROWSE_H
 #define TAMRIX32_BROWSE_H
 

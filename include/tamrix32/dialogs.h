@@ -1,4 +1,5 @@
-// Dialogs in the configured font: templates rewritten and shown, and the two dialogs that edit extension mappings.
+/// @file
+/// Dialogs in the configured font: templates rewritten and shown, and the two dialogs that edit extension mappings.
 #ifndef TAMRIX32_DIALOGS_H
 #define TAMRIX32_DIALOGS_H
 

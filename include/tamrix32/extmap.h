@@ -1,9 +1,10 @@
-// The store that maps file-name extensions to Macintosh file type and creator codes, kept in the registry: flat
-// functions over a plain record (usable from C), and a cursor class.
-//
-// A mapping lives in the key of HKEY_CLASSES_ROOT named by the extension with its dot, in the REG_SZ values "Mac Type",
-// "Mac Creator" (4 bytes and the terminator each) and, optionally, "Mac Comment". Codes compare byte for byte. An
-// extension given without a dot gets one and is cut to 15 bytes at a character's boundary.
+/// @file
+/// The store that maps file-name extensions to Macintosh file type and creator codes, kept in the registry: flat
+/// functions over a plain record (usable from C), and a cursor class.
+///
+/// A mapping lives in the key of HKEY_CLASSES_ROOT named by the extension with its dot, in the REG_SZ values "Mac
+/// Type", "Mac Creator" (4 bytes and the terminator each) and, optionally, "Mac Comment". Codes compare byte for byte.
+/// An extension given without a dot gets one and is cut to 15 bytes at a character's boundary.
 #ifndef TAMRIX32_EXTMAP_H
 #define TAMRIX32_EXTMAP_H
 
@@ -64,12 +65,15 @@ class TAMRIX_CLASS CExtensionMap {
 public:
     CExtensionMap();
     ~CExtensionMap();
-    /// Starts a pass over all mappings; 1 when one was fetched. Extensions are held with their dot.
+    /// Starts a pass over all mappings, or goes on with it; 1 when one was fetched. Extensions are held with their dot.
+    /// @{
     int First();
     int Next();
+    /// @}
     /// Starts a pass over the mappings with exactly this creator and type; 0 when either is null or longer than 4
     /// bytes. After every step the held codes are the wanted ones.
     int FirstCT(char* creator, char* type);
+    /// Goes on to the next mapping with the held codes; 0 at the end.
     int NextCT();
     /// Loads creator and type of one extension, with or without its dot; 1 when it has both, else 0 with the held codes
     /// unchanged. Ends any pass. A missing extension's key is created and stays behind empty.
@@ -80,14 +84,20 @@ public:
     int Create();
     /// Removes the held extension's values; its key stays (or is created). 0 when the key cannot be opened.
     int Delete();
+    /// The held string, or null.
+    /// @{
     char* Extension();
     char* Type();
     char* Creator();
     char* Comment();
+    /// @}
+    /// Holds a copy from now on; null holds none. Nothing is checked.
+    /// @{
     void SetExtension(char* extension);
     void SetType(char* type);
     void SetCreator(char* creator);
     void SetComment(char* comment);
+    /// @}
 
     CExtensionMap(const CExtensionMap&) = delete;
     CExtensionMap& operator=(const CExtensionMap&) = delete;

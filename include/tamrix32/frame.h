@@ -1,4 +1,5 @@
-// The library's own module.
+/// @file
+/// The library's own module.
 #ifndef TAMRIX32_FRAME_H
 #define TAMRIX32_FRAME_H
 

@@ -1,6 +1,7 @@
-// Macintosh names: the character table, names of the Apple Filing Protocol (AFP) as Windows names, and the UNC paths of
-// AppleTalk servers and printers. Strings are zero-terminated; lengths, sizes and capacities are bytes, capacities with
-// the terminator. No state: every function is reentrant.
+/// @file
+/// Macintosh names: the character table, names of the Apple Filing Protocol (AFP) as Windows names, and the UNC paths
+/// of AppleTalk servers and printers. Strings are zero-terminated; lengths, sizes and capacities are bytes, capacities
+/// with the terminator. No state: every function is reentrant.
 #ifndef TAMRIX32_MACNAMES_H
 #define TAMRIX32_MACNAMES_H
 
@@ -9,14 +10,20 @@
 /// Macintosh to Windows (AtoI) and Windows to Macintosh (ItoA), byte for byte, in place. The table is on only where the
 /// ANSI code page is single-byte and the OEM code page is 437 or 850; elsewhere bytes pass unchanged. No null
 /// arguments.
+/// @{
 TAMRIX_FUNCTION void TAMRIX_CALL SBCS_AtoI(char* s);
 TAMRIX_FUNCTION void TAMRIX_CALL SBCS_ItoA(char* s);
+/// @}
 /// Copies with the terminator.
+/// @{
 TAMRIX_FUNCTION void TAMRIX_CALL SBCS_AtoI_Copy(char* dst, const char* src);
 TAMRIX_FUNCTION void TAMRIX_CALL SBCS_ItoA_Copy(char* dst, const char* src);
+/// @}
 /// Writes exactly `n` bytes: the source up to `n` bytes, then zeros; no terminator when the source fills them.
+/// @{
 TAMRIX_FUNCTION void TAMRIX_CALL SBCS_AtoI_nCopy(char* dst, const char* src, unsigned n);
 TAMRIX_FUNCTION void TAMRIX_CALL SBCS_ItoA_nCopy(char* dst, const char* src, unsigned n);
+/// @}
 
 /// Turns an AFP name into a Windows name: bytes of the quote set become a bracketed three-digit number, for example
 /// [058] for a colon, so does a trailing space or period; other single bytes go through the table, double-byte
@@ -34,13 +41,16 @@ TAMRIX_FUNCTION int TAMRIX_CALL AFPtoOS(char* name, unsigned size);
 /// terminator, which counts components too; -1 when `size` is too small (`dst` holds a terminated prefix), 0 when it
 /// is 0.
 TAMRIX_FUNCTION int TAMRIX_CALL OStoAFPCopy(char* dst, const char* osName, unsigned size);
+/// The capacity that OStoAFPCopy needs.
 TAMRIX_FUNCTION int TAMRIX_CALL OStoAFPLen(const char* osName);
 /// In place; of a path, `name` keeps the first component only, while the result counts all.
 TAMRIX_FUNCTION int TAMRIX_CALL OStoAFP(char* name, unsigned size);
 
 /// The zone delimiters of the two forms of path: "@" for servers, the grave accent for printers. Constant strings.
+/// @{
 TAMRIX_FUNCTION const char* TAMRIX_CALL ZoneSrvDelimiter(void);
 TAMRIX_FUNCTION const char* TAMRIX_CALL ZonePrnDelimiter(void);
+/// @}
 
 /// Capacity that StringsToUNC needs for `kind` 1 (server: zone@name\share) or 2 (printer: zone`name\share), at most
 /// 32,767. 0 for another kind, for a printer without name or share, and for a path longer than that. Any string may be

@@ -1,10 +1,11 @@
-// Strings that never split a double-byte character.
-//
-// A string is a zero-terminated byte string in the active ANSI code page. A double-byte character is a lead byte and
-// the byte after it, whatever that byte is. Lengths, sizes, counts and limits are bytes; positions are byte pointers.
-// When the code page has no lead bytes, each function behaves as the C function of the same name without the prefix,
-// except that null arguments are accepted and give the stated results. A lone lead byte before the terminator ends
-// the string: no scan reads past the terminator. Nothing allocates; all functions are reentrant.
+/// @file
+/// Strings that never split a double-byte character.
+///
+/// A string is a zero-terminated byte string in the active ANSI code page. A double-byte character is a lead byte and
+/// the byte after it, whatever that byte is. Lengths, sizes, counts and limits are bytes; positions are byte pointers.
+/// When the code page has no lead bytes, each function behaves as the C function of the same name without the prefix,
+/// except that null arguments are accepted and give the stated results. A lone lead byte before the terminator ends
+/// the string: no scan reads past the terminator. Nothing allocates; all functions are reentrant.
 #ifndef TAMRIX32_STRINGS_H
 #define TAMRIX32_STRINGS_H
 

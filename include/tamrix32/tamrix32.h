@@ -1,4 +1,5 @@
-// Everything that Tamrix32 offers. From C, the flat functions.
+/// @file
+/// Everything that Tamrix32 offers. From C, the flat functions.
 #ifndef TAMRIX32_TAMRIX32_H
 #define TAMRIX32_TAMRIX32_H
 
