@@ -40,7 +40,8 @@ def module_uses():
 
 
 PUBLIC_HEADERS = {"strings": "strings", "registry": "registry", "frame": "frame", "macnames": "macnames",
-                  "extmap": "extmap", "dialogs": "dialogs", "about": "about"}
+                  "extmap": "extmap", "dialogs": "dialogs", "browse": "dialogs",
+                  "about": "about"}
 
 
 def check_includes(uses):

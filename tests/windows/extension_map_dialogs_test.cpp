@@ -204,8 +204,7 @@ TEST_F(MappingDialogs, KeepsItsLinesWhenTheConfirmationIsDeclined) {
         EXPECT_THAT(listOf(dialog), ElementsAre(".tmx-a\tA files", ".tmx-b\tB files"));
         EXPECT_FALSE(exists(".tmx-b"));
         click(item(dialog, IDOK));
-        waitForWindow(kConfirmation);
-        press(VK_RETURN);
+        press(waitForWindow(kConfirmation), VK_RETURN);
         EXPECT_TRUE(waitUntil([&] { return focusOf(dialog) == item(dialog, IDCANCEL); })) << "Cancel is the default";
         clickAway(dialog, IDCANCEL);
     });
@@ -293,7 +292,7 @@ TEST_F(MappingDialogs, AcceptExtensionsOfOneToFifteenBytes) {
             const HWND message = waitForWindow(kError);
             EXPECT_EQ(textOf(item(message, 0xFFFF)),
                       "The filename extension must be between 1 and 15 characters long.");
-            press(VK_RETURN);
+            press(message, VK_RETURN);
             EXPECT_TRUE(waitUntilGone(message));
             EXPECT_EQ(textOf(item(add, kExtension)), row.typed) << "the dialog stays as it was";
             clickAway(add, IDCANCEL);
@@ -308,14 +307,14 @@ TEST_F(MappingDialogs, EnterCancelsBoth) {
         EXPECT_EQ(textOf(item(add, kCreator)), "TmxC");
         EXPECT_EQ(textOf(item(add, kType)), "TmxT");
         click(item(add, kExtension));
-        for (const char key : {'T', 'X'}) press(static_cast<BYTE>(key));
+        for (const char key : {'T', 'X'}) press(add, static_cast<BYTE>(key));
         EXPECT_TRUE(waitUntil([&] { return textOf(item(add, kExtension)) == "tx"; }));
-        press(VK_RETURN);
+        press(add, VK_RETURN);
         EXPECT_TRUE(waitUntilGone(add));
         EXPECT_THAT(listOf(dialog), IsEmpty()) << "what was typed is dropped";
         addMapping(dialog, "tmx-a", "");
         click(item(dialog, kList));
-        press(VK_RETURN);
+        press(dialog, VK_RETURN);
         EXPECT_TRUE(waitUntilGone(dialog)) << "without a confirmation";
     });
     EXPECT_FALSE(exists(".tmx-a"));
@@ -340,7 +339,7 @@ TEST_F(MappingDialogs, GiveHelpOnTheDialogAndOnEachControl) {
         click(item(dialog, kHelp));
         EXPECT_TRUE(waitForHelpCall());
         EXPECT_THAT(takeHelpCalls(), ElementsAre("ATHELP.HLP 1 410")) << "HELP_CONTEXT";
-        press(VK_F1);
+        press(dialog, VK_F1);
         EXPECT_TRUE(waitForHelpCall());
         EXPECT_THAT(takeHelpCalls(), ElementsAre("ATHELP.HLP 8 417")) << "HELP_CONTEXTPOPUP for the focused button";
 
@@ -354,7 +353,7 @@ TEST_F(MappingDialogs, GiveHelpOnTheDialogAndOnEachControl) {
         const HWND add = openAddDialog(dialog);
         click(item(add, kComment));
         EXPECT_TRUE(waitUntil([&] { return focusOf(add) == item(add, kComment); }));
-        press(VK_F1);
+        press(add, VK_F1);
         EXPECT_TRUE(waitForHelpCall());
         EXPECT_THAT(takeHelpCalls(), ElementsAre("ATHELP.HLP 8 419"));
         clickAway(add, IDCANCEL);

@@ -8,7 +8,7 @@
 namespace testing_support {
 namespace {
 
-constexpr DWORD kPatience = 5000;  // milliseconds
+constexpr DWORD kPatience = 10000;  // milliseconds
 constexpr DWORD kStep = 5;
 
 struct Search {
@@ -42,6 +42,13 @@ void cancelWhatIsLeft(const std::atomic<bool>& ended) {
     }
 }
 
+/// Input that says itself where it happens: the pointer's own position may lag behind.
+void mouse(DWORD button, POINT place) {
+    const auto scaled = [](int value, int size) { return static_cast<DWORD>((value * 65536 + 32768) / size); };
+    mouse_event(button | MOUSEEVENTF_MOVE | MOUSEEVENTF_ABSOLUTE, scaled(place.x, GetSystemMetrics(SM_CXSCREEN)),
+                scaled(place.y, GetSystemMetrics(SM_CYSCREEN)), 0, 0);
+}
+
 }  // namespace
 
 bool waitUntil(const std::function<bool()>& condition) {
@@ -65,9 +72,9 @@ bool waitUntilGone(HWND window) {
 void clickAt(HWND window, int x, int y) {
     POINT place = {x, y};
     ClientToScreen(window, &place);
-    SetCursorPos(place.x, place.y);
-    mouse_event(MOUSEEVENTF_LEFTDOWN, 0, 0, 0, 0);
-    mouse_event(MOUSEEVENTF_LEFTUP, 0, 0, 0, 0);
+    EXPECT_TRUE(waitUntil([&] { return IsWindowEnabled(window) && WindowFromPoint(place) == window; }));
+    mouse(MOUSEEVENTF_LEFTDOWN, place);
+    mouse(MOUSEEVENTF_LEFTUP, place);
 }
 
 void click(HWND window) {
@@ -76,7 +83,13 @@ void click(HWND window) {
     clickAt(window, area.right / 2, area.bottom / 2);
 }
 
-void press(BYTE key) {
+void press(HWND dialog, BYTE key) {
+    EXPECT_TRUE(waitUntil([&] {
+        GUITHREADINFO info = {};
+        info.cbSize = sizeof info;
+        GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
+        return GetForegroundWindow() == dialog && info.hwndActive == dialog;
+    }));
     keybd_event(key, 0, 0, 0);
     keybd_event(key, 0, KEYEVENTF_KEYUP, 0);
 }

@@ -22,8 +22,8 @@ bool waitUntilGone(HWND window);
 void click(HWND window);
 /// Clicks at a place of a window, in pixels from its client area's corner.
 void clickAt(HWND window, int x, int y);
-/// Presses and releases a key, given as its virtual code.
-void press(BYTE key);
+/// Presses and releases a key, given as its virtual code, once the dialog is the active window.
+void press(HWND dialog, BYTE key);
 
 std::string textOf(HWND window);
 std::vector<std::string> linesOf(HWND list);
