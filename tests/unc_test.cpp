@@ -140,6 +140,7 @@ TEST(Unc, SplitsPaths) {
         {"932: trail byte 0x60 is no grave accent", 932, "\\\\\x83\x60\\V", {1, "", "\x83\x60", "V", ""}},
         {"932: trail byte 0x5C is no backslash", 932, "\\\\Z@\x95\x5C\\V", {1, "Z", "\x95\x5C", "V", ""}},
         {"932: a lone lead byte ends the path", 932, "\\\\Z@S\\V\x81", {1, "Z", "S", "V", ""}},
+        {"932: and is no share", 932, "\\\\`P\\\x81", {0, "*", "P", "", ""}},
         {"1252: the same bytes are two characters", 1252, "\\\\\x83\x40\\V", {1, "\x83", "", "V", ""}},
     };
     for (const auto& row : rows) {

@@ -19,8 +19,9 @@ const char* namedZone(const char* zone) {
     return zone && std::strcmp(zone, kOwnZone) != 0 ? zone : nullptr;
 }
 
-bool isGiven(const char* text) {
-    return text && *text;
+/// Whether there is text; a lone lead byte is none.
+bool isGiven(const char* text, const LeadByteTable& leads) {
+    return text && scan::characterSize(text, leads) != 0;
 }
 
 /// Appends to a path, keeping it terminated.
@@ -68,7 +69,7 @@ bool splitPrinter(const LeadByteTable& leads, char* zone, char* delimiter, const
     give(leads, parts.zone, *zone ? zone : kOwnZone);
     give(leads, parts.name, name);
     give(leads, parts.share, share);
-    return *name && *share;
+    return isGiven(name, leads) && isGiven(share, leads);
 }
 
 /// Null `delimiter`: the path names no zone. The separator is found before anything is cut, so a delimiter behind it
@@ -121,16 +122,16 @@ int joinUnc(const LeadByteTable& leads, int kind, char* unc, unsigned short size
     PathWriter path(leads, unc);
     path.append(kSeparator);
     path.append(kSeparator);
-    if (isGiven(zone)) path.append(zone);
+    if (isGiven(zone, leads)) path.append(zone);
     if (kind == kServerPath) {
-        if (isGiven(zone)) path.append(kServerDelimiter);
-        if (isGiven(name)) path.append(name);
-        if (!isGiven(share)) return 1;
+        if (isGiven(zone, leads)) path.append(kServerDelimiter);
+        if (isGiven(name, leads)) path.append(name);
+        if (!isGiven(share, leads)) return 1;
     } else {
-        if (!isGiven(name)) return 0;
+        if (!isGiven(name, leads)) return 0;
         path.append(kPrinterDelimiter);
         path.append(name);
-        if (!isGiven(share)) return 0;
+        if (!isGiven(share, leads)) return 0;
     }
     path.append(kSeparator);
     path.append(share);
