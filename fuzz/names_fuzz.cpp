@@ -37,14 +37,14 @@ void cut(Translation translation, const NameRules& rules, const std::string& nam
 bool comesBack(const NameRules& rules, const std::string& name) {
     for (std::size_t i = 0; i < name.size(); ++i) {
         const auto& rule = rules.mac[static_cast<unsigned char>(name[i])];
-        if (rule.role == tamrix::ByteRole::lead) {
+        if (rule.role() == tamrix::ByteRole::lead) {
             // Trail bytes below the letters occur in no code page; at the end they would be quoted apart.
             if (++i == name.size() || name[i] == ' ' || name[i] == '.') return false;
             continue;
         }
-        if (rule.role != tamrix::ByteRole::plain) continue;
-        const auto& back = rules.windows[rule.image];
-        if (back.role != tamrix::ByteRole::plain || back.image != static_cast<unsigned char>(name[i])) return false;
+        if (rule.role() != tamrix::ByteRole::plain) continue;
+        const auto& back = rules.windows[rule.image()];
+        if (back.role() != tamrix::ByteRole::plain || back.image() != static_cast<unsigned char>(name[i])) return false;
     }
     return true;
 }

@@ -7,6 +7,11 @@ bool isNeverQuoted(int byte) {
     return (byte >= 'a' && byte <= 'z') || (byte >= 'A' && byte <= 'Z') || (byte >= '0' && byte <= '9') || byte == ' ';
 }
 
+ByteRole roleOf(int byte, bool lead, bool quoted) {
+    if (byte == 0) return ByteRole::end;
+    return lead ? ByteRole::lead : quoted ? ByteRole::quoted : ByteRole::plain;
+}
+
 }  // namespace
 
 NameRules makeNameRules(const QuoteSettings& quotes, const LeadByteTable& leadBytes, const CharacterTable* table) {
@@ -17,13 +22,13 @@ NameRules makeNameRules(const QuoteSettings& quotes, const LeadByteTable& leadBy
     for (int byte = 0; byte < 256; ++byte) {
         const auto same = static_cast<std::uint8_t>(byte);
         rules.decodes[byte] = rules.inSet[byte] || byte == ' ' || byte == '.';
-        rules.mac[byte].image = table ? (*table)[byte].toWindows : same;
-        rules.windows[byte].image = byte == '\\' ? std::uint8_t{0} : table ? (*table)[byte].toMacintosh : same;
-        if (rules.inSet[byte] && !isNeverQuoted(byte)) rules.mac[byte].role = ByteRole::quoted;
-        if (byte == rules.open) rules.windows[byte].role = ByteRole::quoted;
-        if (leadBytes.isLead[byte]) rules.mac[byte].role = rules.windows[byte].role = ByteRole::lead;
+        const bool lead = leadBytes.isLead[byte] != 0;
+        const bool quoted = rules.inSet[byte] && !isNeverQuoted(byte);
+        rules.mac[byte] = {roleOf(byte, lead, quoted), table ? (*table)[byte].toWindows : same};
+        rules.windows[byte] = {roleOf(byte, lead, byte == rules.open), byte == '\\' ? std::uint8_t{0}
+                                                                       : table      ? (*table)[byte].toMacintosh
+                                                                                    : same};
     }
-    rules.mac[0].role = rules.windows[0].role = ByteRole::end;
     return rules;
 }
 

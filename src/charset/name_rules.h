@@ -25,9 +25,19 @@ enum class ByteRole : std::uint8_t {
     end,     // the terminator
 };
 
-struct ByteRule {
-    std::uint8_t image;  // on the other side, also of a quoted byte that turns out to stand for itself
-    ByteRole role;
+/// A byte's role and its image on the other side, in one number, so that translation loads both at once and tells a
+/// plain byte by one comparison.
+class ByteRule {
+public:
+    constexpr ByteRule() = default;
+    constexpr ByteRule(ByteRole role, std::uint8_t image) : bits(static_cast<std::uint16_t>(int(role) << 8 | image)) {}
+    bool isPlain() const { return bits <= 0xFF; }
+    ByteRole role() const { return static_cast<ByteRole>(bits >> 8); }
+    /// Also that of a quoted byte, for a bracket that begins no quote.
+    std::uint8_t image() const { return static_cast<std::uint8_t>(bits); }
+
+private:
+    std::uint16_t bits = 0;
 };
 
 struct NameRules {

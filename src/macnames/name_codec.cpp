@@ -28,14 +28,22 @@ bool endsName(ByteRole role, const Byte* in) {
 }
 
 /// Translates plain bytes until another one comes or the room is used up; returns how many. Most of a name passes here,
-/// one look-up and one comparison of the room a byte.
+/// so the room is compared once for several bytes.
 std::size_t translateRun(const ByteRule (&rules)[256], char* dst, const Byte* in, std::size_t room) {
+    const auto translated = [&rules, dst, in](std::size_t at) {
+        const ByteRule rule = rules[in[at]];
+        if (!rule.isPlain()) return false;
+        dst[at] = static_cast<char>(rule.image());
+        return true;
+    };
     std::size_t count = 0;
-    for (; count != room; ++count) {
-        const ByteRule rule = rules[in[count]];
-        if (rule.role != ByteRole::plain) break;
-        dst[count] = static_cast<char>(rule.image);
+    for (; room - count >= 4; count += 4) {
+        if (!translated(count)) return count;
+        if (!translated(count + 1)) return count + 1;
+        if (!translated(count + 2)) return count + 2;
+        if (!translated(count + 3)) return count + 3;
     }
+    while (count != room && translated(count)) ++count;
     return count;
 }
 
@@ -60,17 +68,15 @@ bool endsInDroppedByte(const NameRules& rules, const Byte* end, std::size_t coun
     if (count == 0 || end - 1 == lastQuoted) return false;
     if (end[-1] == ' ') return true;
     if (end[-1] != '.') return false;
-    return count <= 2 || rules.mac[end[-2]].role != ByteRole::lead;
+    return count <= 2 || rules.mac[end[-2]].role() != ByteRole::lead;
 }
 
 /// The byte that the quote at an opening bracket stands for, -1 when it is no quote that decodes.
 int quotedByte(const NameRules& rules, const Byte* in) {
-    int value = 0;
-    for (int i = 1; i <= 3; ++i) {
-        if (in[i] < '0' || in[i] > '9') return -1;
-        value = value * 10 + (in[i] - '0');
-    }
-    return in[4] == rules.close && value <= 255 && rules.decodes[value] ? value : -1;
+    const auto digit = [in](int i) { return static_cast<unsigned>(in[i]) - '0'; };
+    if (digit(1) > 9 || digit(2) > 9 || digit(3) > 9 || in[4] != rules.close) return -1;
+    const unsigned value = digit(1) * 100 + digit(2) * 10 + digit(3);
+    return value <= 255 && rules.decodes[value] ? static_cast<int>(value) : -1;
 }
 
 }  // namespace
@@ -85,7 +91,7 @@ int macToWindows(const NameRules& rules, char* dst, const char* afpName, unsigne
         in += run;
         count += run;
         if (count == size) return cutAt(dst + size - 1);
-        const ByteRole role = rules.mac[*in].role;
+        const ByteRole role = rules.mac[*in].role();
         if (endsName(role, in)) break;
         const std::size_t needed = role == ByteRole::lead ? 2 : kQuoteSize;
         if (size - count < needed) return cutAt(dst + count);
@@ -110,7 +116,7 @@ int macToWindowsCapacity(const NameRules& rules, const char* afpName) {
     const Byte* in = bytesOf(afpName);
     const Byte* lastQuoted = nullptr;
     std::size_t count = 0;
-    for (ByteRole role; !endsName(role = rules.mac[*in].role, in);) {
+    for (ByteRole role; !endsName(role = rules.mac[*in].role(), in);) {
         if (role == ByteRole::lead) {
             count += 2;
             in += 2;
@@ -132,26 +138,26 @@ int windowsToMac(const NameRules& rules, char* dst, const char* windowsName, uns
         in += run;
         count += run;
         if (count == size) return cutAt(dst + size - 1);
-        const ByteRole role = rules.windows[*in].role;
-        if (endsName(role, in)) return finishAt(dst, count);
-        if (role == ByteRole::lead) {
-            // Both bytes and the terminator, so that a character is never cut here.
-            if (size - count < 3) return cutAt(dst + count);
-            copyCharacter(dst + count, in);
-            in += 2;
-            count += 2;
+        const ByteRule rule = rules.windows[*in];
+        if (rule.role() == ByteRole::quoted) {
+            const int byte = quotedByte(rules, in);
+            dst[count++] = static_cast<char>(byte < 0 ? rule.image() : byte);
+            in += byte < 0 ? 1 : kQuoteSize;
             continue;
         }
-        const int byte = quotedByte(rules, in);
-        dst[count++] = static_cast<char>(byte < 0 ? rules.windows[*in].image : byte);
-        in += byte < 0 ? 1 : kQuoteSize;
+        if (endsName(rule.role(), in)) return finishAt(dst, count);
+        // Both bytes and the terminator, so that a character is never cut here.
+        if (size - count < 3) return cutAt(dst + count);
+        copyCharacter(dst + count, in);
+        in += 2;
+        count += 2;
     }
 }
 
 int windowsToMacCapacity(const NameRules& rules, const char* windowsName) {
     const Byte* in = bytesOf(windowsName);
     std::size_t count = 0;
-    for (ByteRole role; !endsName(role = rules.windows[*in].role, in);) {
+    for (ByteRole role; !endsName(role = rules.windows[*in].role(), in);) {
         const bool decodes = role == ByteRole::quoted && quotedByte(rules, in) >= 0;
         count += role == ByteRole::lead ? 2 : 1;
         in += role == ByteRole::lead ? 2 : decodes ? kQuoteSize : 1;
