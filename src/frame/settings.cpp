@@ -13,7 +13,7 @@ HINSTANCE instance;
 SbcsTranslator sbcsTranslator;
 QuoteSettings quoteSettings;
 DialogFontSettings dialogFontSettings;
-NameRules nameRules;
+NameRules nameRules{};
 
 namespace {
 

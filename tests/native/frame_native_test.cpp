@@ -69,7 +69,7 @@ TEST_F(Loading, WithoutMemoryForTheDefaultSetNothingIsQuoted) {
     EXPECT_TRUE(standin::faultHit());
     EXPECT_EQ(quoteSettings.chars, nullptr);
     EXPECT_EQ(quoteSettings.count, 0);
-    EXPECT_EQ(nameRules.mac[static_cast<unsigned char>(':')].role, ByteRole::plain);
+    EXPECT_EQ(nameRules.mac[static_cast<unsigned char>(':')].role(), ByteRole::plain);
 }
 
 TEST_F(Loading, NeverFailsWhenMemoryRunsOut) {
