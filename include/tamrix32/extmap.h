@@ -20,8 +20,11 @@ typedef struct SExtensionMap
 {
 #ifdef __cplusplus
     SExtensionMap();
+    /// Copies the pointers, not the buffers.
+    /// @{
     SExtensionMap(const SExtensionMap&) = default;
     SExtensionMap& operator=(const SExtensionMap&) = default;
+    /// @}
 #endif
     unsigned int index;  ///< position of an enumeration; 0 starts it
     char* extension;     ///< input of AddExtMap and GetExtMap; output buffer of the enumerations, may be null there
