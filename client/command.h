@@ -29,6 +29,8 @@ struct Command {
 std::span<const Command> nameCommands();
 std::span<const Command> renameCommands();
 std::span<const Command> uncCommands();
+std::span<const Command> extmapCommands();
+std::span<const Command> transferCommands();
 std::span<const Command> infoCommands();
 
 constexpr Option kJsonOption = {"--json", nullptr, "print one JSON document"};

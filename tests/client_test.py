@@ -31,7 +31,8 @@ class ClientTest(unittest.TestCase):
         self.folder = pathlib.Path(folder.name)
 
     def run_tamrix(self, *arguments, typed=b"", status=0):
-        environment = dict(os.environ, XDG_DATA_HOME=str(self.folder / "data"))
+        # Wine takes arguments in the locale's encoding; this locale is always there, and is Western.
+        environment = dict(os.environ, XDG_DATA_HOME=str(self.folder / "data"), LC_ALL="C.UTF-8")
         ran = subprocess.run([*PROGRAM, *arguments], input=typed, capture_output=True, cwd=self.folder,
                              env=environment)
         self.assertEqual(ran.returncode, status, (arguments, ran.stdout, ran.stderr))
@@ -262,6 +263,111 @@ class Paths(ClientTest):
         self.assertEqual([printer[part] for part in parts], ["printer", "*", "Laser", "Queue", ""])
         self.assertEqual(neither["kind"], "none")
         self.assertIn(b"share\tProjects\n", self.output("unc", "split", "\\\\Mercury\\Projects"))
+
+
+class Mappings(ClientTest):
+    """Extensions begin with .tamrix; on Windows the registry is the prefix's own and is left as it was."""
+
+    def setUp(self):
+        super().setUp()
+        if not IS_NATIVE:
+            self.addCleanup(self.forget)
+            self.before = self.store()
+
+    def forget(self):
+        for extension in (".tamrixa", ".tamrixb", ".tamrixc"):
+            subprocess.run([*PROGRAM, "extmap", "remove", extension], stderr=subprocess.DEVNULL)
+        self.assertEqual(self.store(), self.before)
+
+    def store(self):
+        return {each["extension"]: (each["type"], each["creator"], each["comment"]) for each in
+                self.json("extmap", "list")}
+
+    def test_a_mapping_lives_from_run_to_run(self):
+        self.run_tamrix("extmap", "set", "tamrixa", "TEXT", "ttxt", "Plain text")
+        self.run_tamrix("extmap", "set", ".tamrixb", "BnHq", "SIT ")
+        self.assertEqual(self.output("extmap", "get", ".TAMRIXA"), b".TAMRIXA\tTEXT\tttxt\tPlain text\n")
+        self.assertEqual(self.store()[".tamrixb"], ("BnHq", "SIT ", ""))
+        self.assertEqual(self.output("extmap", "list", "--type", "BnHq", "--creator", "SIT "),
+                         b".tamrixb\tBnHq\tSIT \n")
+        self.run_tamrix("extmap", "set", "tamrixa", "TEXT", "MOSS")
+        self.assertEqual(self.store()[".tamrixa"], ("TEXT", "MOSS", "Plain text"))
+        self.run_tamrix("extmap", "set", "tamrixa", "TEXT", "MOSS", "")
+        self.assertEqual(self.store()[".tamrixa"], ("TEXT", "MOSS", ""))
+        self.assertIn(b"tamrixc", self.complaint("extmap", "remove", "tamrixa", "tamrixc", status=1))
+        self.assertNotIn(".tamrixa", self.store())
+        self.assertIn(b"tamrixa", self.complaint("extmap", "get", "tamrixa", status=1))
+
+    def test_what_is_no_mapping_is_named_and_not_written(self):
+        before = self.store()
+        for arguments, named in ((["set", "tamrixa", "TXT", "ttxt"], b"TXT"),
+                                 (["set", "tamrixa", "TEXT", "ttxt5"], b"ttxt5"),
+                                 (["set", ".", "TEXT", "ttxt"], b"."), (["set", "a\\b", "TEXT", "ttxt"], b"a\\b"),
+                                 (["set", "tamrixa890123456", "TEXT", "ttxt"], b"tamrixa890123456"),
+                                 (["list", "--type", "abc"], b"abc"), (["remove", "tamrixa", ""], b"extension")):
+            with self.subTest(arguments):
+                self.assertIn(named, self.complaint("extmap", *arguments, status=2))
+        self.assertEqual(self.store(), before)
+
+    def test_a_file_goes_in_whole_or_not_at_all(self):
+        self.run_tamrix("extmap", "set", "tamrixa", "TEXT", "ttxt", "old")
+        before = self.store()
+        file = self.folder / "map.txt"
+        good = b"# new\n.tamrixa\tTEXT\tttxt\ntamrixb\t\"BnH \"\t\"\\xA5\\xA5\\xA5\\xA5\"\r\n"
+        file.write_bytes(good + b".tamrixc\tTEXT\tfive5\n")
+        self.assertIn(b"map.txt:4", self.complaint("extmap", "import", "map.txt", status=2))
+        self.assertIn(b"absent.txt", self.complaint("extmap", "import", "absent.txt", status=2))
+        self.assertEqual(self.store(), before)
+        file.write_bytes(good)
+        planned = self.output("extmap", "import", "--dry-run", "map.txt")
+        self.assertEqual([line.split()[:2] for line in planned.splitlines()],
+                         [[b"change", b".tamrixa"], [b"add", b".tamrixb"]])
+        self.assertEqual(self.store(), before)
+        self.assertEqual(self.output("extmap", "import", "map.txt"), planned)
+        self.assertEqual(self.store(), {**before, ".tamrixa": ("TEXT", "ttxt", ""),
+                                        ".tamrixb": ("BnH ", "\xa5" * 4, "")})
+        self.assertEqual(self.output("extmap", "import", "-", typed=good), b"")
+
+    def test_what_is_exported_comes_back(self):
+        self.run_tamrix("extmap", "set", "tamrixa", "TEXT", "a\tb ", 'a "comment" with \\ and a tab\t')
+        self.run_tamrix("extmap", "export", "map.txt")
+        before = self.store()
+        self.assertEqual((self.folder / "map.txt").read_bytes(), self.output("extmap", "export"))
+        self.run_tamrix("extmap", "remove", "tamrixa")
+        self.run_tamrix("extmap", "import", "map.txt")
+        self.assertEqual(self.store(), before)
+        self.assertIn(b"absent", self.complaint("extmap", "export", "absent/map.txt", status=2))
+
+    def test_the_default_codes(self):
+        self.assertEqual(self.output("extmap", "default"), b"TEXT\tdosa\n")
+        self.assertEqual(self.json("extmap", "default")["creatorHex"], b"dosa".hex().upper())
+
+    def test_codes_are_mac_roman_and_comments_in_the_code_page(self):
+        self.run_tamrix("--text=utf-8", "extmap", "set", "tamrixa", "TEXT", "\u00fcbe\u2022", "gr\u00fcn \u2022")
+        mapping = self.json("extmap", "get", "tamrixa")
+        self.assertEqual((mapping["creatorHex"], mapping["commentHex"]), ("9F6265A5", "6772FC6E2095"))
+        self.assertEqual(self.json("extmap", "get", "--text", "utf-8", "tamrixa")["creator"], "\u00fcbe\u2022")
+
+    @native_only
+    def test_the_starter_set_goes_in(self):
+        starter = pathlib.Path(__file__).resolve().parent.parent / "share/starter-mappings.txt"
+        lines = [line for line in starter.read_bytes().splitlines() if line and not line.startswith(b"#")]
+        self.run_tamrix("extmap", "import", starter)
+        self.assertEqual(len(self.store()), len(lines))
+
+    @native_only
+    def test_runs_at_once_lose_nothing(self):
+        environment = dict(os.environ, XDG_DATA_HOME=str(self.folder / "data"))
+        runs = [subprocess.Popen([*PROGRAM, "extmap", "set", f"t{number}", "TEXT", "ttxt"], env=environment)
+                for number in range(12)]
+        self.assertEqual([run.wait() for run in runs], [0] * 12)
+        self.assertEqual(len(self.store()), 12)
+
+    @native_only
+    def test_a_registry_file_that_cannot_be_saved(self):
+        (self.folder / "file").touch()
+        complaint = self.complaint("--registry", "file/x.reg", "extmap", "set", "a", "TEXT", "ttxt", status=2)
+        self.assertIn(b"file/x.reg", complaint)
 
 
 class Info(ClientTest):

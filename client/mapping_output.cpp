@@ -1,0 +1,43 @@
+#include "client/mapping_output.h"
+
+#include "client/platform.h"
+#include "tamrix32/strings.h"
+
+namespace tamrix::client {
+
+bool takeExtension(const std::string& argument, std::string& extension) {
+    if (!bytesFromText(Side::windows, argumentText(argument), extension)) {
+        complain(argument, "not text of this code page");
+        return false;
+    }
+    if (!extension.starts_with('.')) extension.insert(extension.begin(), '.');
+    const bool isGood = extension.size() > 1 && !dbcs_strchr(extension.c_str(), '\\');
+    if (!isGood) complain(argument, "not an extension: it is empty or holds a backslash");
+    return isGood;
+}
+
+bool takeCode(const std::string& argument, std::string& code) {
+    if (!bytesFromText(Side::mac, argumentText(argument), code)) {
+        complain(argument, "not text in Mac Roman");
+        return false;
+    }
+    const bool isGood = code.size() == 4;
+    if (!isGood) complain(argument, "a code has 4 bytes, not " + decimal(static_cast<long>(code.size())));
+    return isGood;
+}
+
+void printMapping(const Mapping& mapping) {
+    std::string line = shown(Side::windows, mapping.extension) + "\t" + shown(Side::mac, mapping.type) + "\t" +
+                       shown(Side::mac, mapping.creator);
+    if (mapping.comment) line += "\t" + shown(Side::windows, *mapping.comment);
+    print(line + "\n");
+}
+
+void writeMapping(Json& json, const Mapping& mapping) {
+    json.bytes("extension", Side::windows, mapping.extension);
+    json.bytes("type", Side::mac, mapping.type);
+    json.bytes("creator", Side::mac, mapping.creator);
+    json.bytes("comment", Side::windows, mapping.comment.value_or(""));
+}
+
+}  // namespace tamrix::client

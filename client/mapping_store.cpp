@@ -1,0 +1,94 @@
+#include "client/mapping_store.h"
+
+#include <string.h>
+
+#include <algorithm>
+
+#include "tamrix32/extmap.h"
+
+namespace tamrix::client {
+namespace {
+
+constexpr unsigned kCommentSize = 32768;
+
+/// The buffers that a record points to. What the registry returns may lack its terminator, so each ends in a zero byte
+/// that the library is not told of.
+class Record {
+public:
+    Record() {
+        map_.extension = extension_;
+        map_.type = type_;
+        map_.creator = creator_;
+        map_.comment = comment_.data();
+        map_.extensionSize = sizeof extension_;
+        map_.commentSize = kCommentSize;
+    }
+
+    bool next() {
+        memset(comment_.data(), 0, comment_.size());
+        return EnumExtMap(&map_) != 0;
+    }
+    bool get(const std::string& extension) {
+        std::string name = extension;
+        map_.extension = name.data();
+        const bool found = GetExtMap(&map_) != 0;
+        map_.extension = extension_;
+        return found;
+    }
+    void getDefault() { GetDefaultExtMap(&map_); }
+
+    Mapping mapping(const std::string& extension) const {
+        Mapping result{extension, type_, creator_, std::nullopt};
+        if (comment_[0]) result.comment = comment_.c_str();
+        return result;
+    }
+    std::string extension() const { return std::string(".") + extension_; }
+
+private:
+    SExtensionMap map_;
+    char extension_[17] = {};
+    char type_[6] = {};
+    char creator_[6] = {};
+    std::string comment_ = std::string(kCommentSize + 1, '\0');
+};
+
+}  // namespace
+
+std::vector<Mapping> allMappings() {
+    std::vector<Mapping> mappings;
+    Record record;
+    while (record.next()) mappings.push_back(record.mapping(record.extension()));
+    std::sort(mappings.begin(), mappings.end(),
+              [](const Mapping& a, const Mapping& b) { return a.extension < b.extension; });
+    return mappings;
+}
+
+bool findMapping(const std::string& extension, Mapping& mapping) {
+    Record record;
+    if (!record.get(extension)) return false;
+    mapping = record.mapping(extension);
+    return true;
+}
+
+bool putMapping(const Mapping& mapping) {
+    Mapping copy = mapping;
+    CExtensionMap cursor;
+    cursor.SetExtension(copy.extension.data());
+    cursor.SetType(copy.type.data());
+    cursor.SetCreator(copy.creator.data());
+    if (copy.comment && !copy.comment->empty()) cursor.SetComment(copy.comment->data());
+    return cursor.Create() != 0;
+}
+
+void removeMapping(const std::string& extension) {
+    std::string name = extension;
+    RemoveExtMap(name.data());
+}
+
+Mapping defaultMapping() {
+    Record record;
+    record.getDefault();
+    return record.mapping("");
+}
+
+}  // namespace tamrix::client

@@ -1,0 +1,24 @@
+// The extension mappings of this machine as values, over the library's functions. An empty comment is none.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include "client/mapping_file.h"
+
+namespace tamrix::client {
+
+/// Every complete mapping whose extension has at most 15 bytes, in the order of their extensions' bytes.
+std::vector<Mapping> allMappings();
+
+/// The mapping of an extension, which is given with its dot; false when it has none.
+bool findMapping(const std::string& extension, Mapping& mapping);
+
+/// Writes the whole mapping: a comment that it does not have goes away. False when the registry refuses.
+bool putMapping(const Mapping& mapping);
+
+void removeMapping(const std::string& extension);
+
+Mapping defaultMapping();
+
+}  // namespace tamrix::client

@@ -1,0 +1,141 @@
+// tamrix extmap export and import: all mappings as a text file.
+#include <stdio.h>
+
+#include "client/command.h"
+#include "client/mapping_output.h"
+#include "client/mapping_store.h"
+#include "client/platform.h"
+
+namespace tamrix::client {
+namespace {
+
+constexpr Option kImportOptions[] = {{"--dry-run", nullptr, "only say what would change"}, kJsonOption};
+
+bool readAll(FILE* file, std::string& text) {
+    char block[2048];
+    while (const std::size_t size = fread(block, 1, sizeof block, file)) text.append(block, size);
+    return !ferror(file);
+}
+
+bool readFile(const std::string& name, std::string& text) {
+    if (name == "-") return readAll(stdin, text);
+    FILE* file = fopen(name.c_str(), "rb");
+    if (!file) return false;
+    const bool done = readAll(file, text);
+    fclose(file);
+    return done;
+}
+
+bool writeFile(const std::string& name, const std::string& text) {
+    FILE* file = fopen(name.c_str(), "wb");
+    if (!file) return false;
+    const bool written = fwrite(text.data(), 1, text.size(), file) == text.size();
+    return fclose(file) == 0 && written;
+}
+
+int runExport(const Arguments& arguments) {
+    const std::string text = writeMappings(allMappings());
+    if (arguments.operands().empty() || arguments.operands()[0] == "-") {
+        print(text);
+        return kDone;
+    }
+    if (writeFile(arguments.operands()[0], text)) return kDone;
+    complain(arguments.operands()[0], "the file cannot be written");
+    return kUsageError;
+}
+
+struct Change {
+    Mapping wanted;
+    Mapping old;
+    bool isNew;
+};
+
+/// What of the file differs from the store.
+std::vector<Change> changesFor(std::vector<Mapping> mappings) {
+    std::vector<Change> changes;
+    for (Mapping& wanted : mappings) {
+        if (wanted.comment && wanted.comment->empty()) wanted.comment.reset();
+        Change change{wanted, {}, true};
+        change.isNew = !findMapping(wanted.extension, change.old);
+        if (change.isNew || change.old != wanted) changes.push_back(change);
+    }
+    return changes;
+}
+
+/// Writes all changes; where one is refused, those before it are undone. The refused one, or null.
+const Change* apply(const std::vector<Change>& changes) {
+    for (std::size_t i = 0; i < changes.size(); ++i) {
+        if (putMapping(changes[i].wanted)) continue;
+        for (std::size_t undo = 0; undo <= i; ++undo)
+            changes[undo].isNew ? removeMapping(changes[undo].wanted.extension) : void(putMapping(changes[undo].old));
+        return &changes[i];
+    }
+    return nullptr;
+}
+
+void printChanges(const std::vector<Change>& changes) {
+    for (const Change& change : changes) {
+        print(change.isNew ? "add\t" : "change\t");
+        printMapping(change.wanted);
+    }
+}
+
+void writeChanges(const std::vector<Change>& changes) {
+    Json json;
+    json.beginArray();
+    for (const Change& change : changes) {
+        json.beginObject();
+        json.ascii("change", change.isNew ? "add" : "change");
+        writeMapping(json, change.wanted);
+        json.endObject();
+    }
+    json.endArray();
+    json.finish();
+}
+
+int runImport(const Arguments& arguments) {
+    const std::string& name = arguments.operands()[0];
+    std::string text, reason;
+    if (!readFile(name, text)) {
+        complain(name, "the file cannot be read");
+        return kUsageError;
+    }
+    MappingFile file = parseMappings(text);
+    if (file.error) {
+        complain(name + ":" + decimal(static_cast<long>(file.error->line)), file.error->message);
+        return kUsageError;
+    }
+    const std::vector<Change> changes = changesFor(std::move(file.mappings));
+    if (!arguments.has("--dry-run")) {
+        if (const Change* refused = apply(changes))
+            reason = shown(Side::windows, refused->wanted.extension) + ": the registry refuses the mapping";
+        if (reason.empty() && !changes.empty()) keepMappings(reason);
+        if (!reason.empty()) {
+            complain(name, reason + "; nothing was imported");
+            return kUsageError;
+        }
+    }
+    arguments.has("--json") ? writeChanges(changes) : printChanges(changes);
+    return kDone;
+}
+
+constexpr char kExportDetails[] =
+    "Writes a line for each mapping: extension, type, creator and comment, separated by tabs and quoted where needed.\n"
+    "Without FILE, or with -, it is printed.\n";
+constexpr char kImportDetails[] =
+    "Takes what export writes (- is standard input). Mappings that are not in FILE stay. A bad line is named with its\n"
+    "number, and nothing is imported then. Prints what changed.\n";
+
+constexpr Command kCommands[] = {
+    {"extmap export", "[FILE]", "write all mappings as text", kExportDetails, {}, 0, 1, runExport},
+    {"extmap import", "FILE", "add and change mappings from text", kImportDetails, kImportOptions, 1, 1, runImport,
+     true},
+};
+
+}  // namespace
+
+std::span<const Command> transferCommands() {
+    return kCommands;
+}
+
+}  // namespace tamrix::client
