@@ -5,6 +5,6 @@
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);
-    DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
+    DllMain(GetModuleHandleA(nullptr), DLL_PROCESS_ATTACH, nullptr);
     return RUN_ALL_TESTS();
 }

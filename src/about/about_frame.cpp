@@ -112,7 +112,7 @@ void CAboutQuillonAppleTalk::animate() {
         const CreditsFonts fonts{FontHandle(createOurFont(0, 0, 0)), FontHandle(createOurFont(1, 0, 0)),
                                  FontHandle(createOurFont(0, 1, 0)), FontHandle(createOurFont(0, 0, 1))};
         const BrushHandle background(CreateSolidBrush(backColor));
-        if (background && fonts.regular) {
+        if (background && fonts.regular && lines) {
             const GlobalBlockLock credits(text);
             const RECT textArea = {inner.left, textTop, inner.right, inner.bottom};
             FillRect(frame.get(), &textArea, background.get());
@@ -128,6 +128,7 @@ void CAboutQuillonAppleTalk::animate() {
         copyPicture(frame.get(), source.get(), pictures[pictureIndex]);
         pictureIndex = nextPicture(pictureIndex);
     }
-    for (int i = 0; i < flyerCount; ++i) flyers[i].drawFrame(frame.get());
-    for (int i = 0; i < walkerCount; ++i) walkers[i].drawFrame(frame.get());
+    // A class derived from a box that could not be built may still ask for frames.
+    for (int i = 0; flyers && i < flyerCount; ++i) flyers[i].drawFrame(frame.get());
+    for (int i = 0; walkers && i < walkerCount; ++i) walkers[i].drawFrame(frame.get());
 }
