@@ -12,7 +12,7 @@ tamrix_suite(credits SOURCES credits_test.cpp)
 tamrix_suite(sprites SOURCES sprites_test.cpp bitmap_header_test.cpp)
 if(WIN32)
     tamrix_suite(about_box
-        SOURCES windows/about_frame_test.cpp windows/test_resources.rc)
+        SOURCES windows/about_box_test.cpp windows/about_frame_test.cpp windows/test_resources.rc)
     target_compile_options(about_box PRIVATE -fno-rtti)
     # Draws frames of the about box into files, to be looked at.
     add_executable(about_frames ${PROJECT_SOURCE_DIR}/tools/about_frames.cpp)

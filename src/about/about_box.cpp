@@ -167,6 +167,10 @@ int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARA
         case WM_KILLFOCUS:
             if (!isClosing(window) && box->canClose()) box->revoke();
             return 0;
+        case WM_GETDLGCODE:
+            // A modal dialog's loop would keep the Tab and arrow keys to itself; any key closes this one.
+            SetWindowLongA(window, DWL_MSGRESULT, DLGC_WANTALLKEYS);
+            return 1;
         case WM_DESTROY:
             SetWindowLongA(window, DWL_USER, 0);
             box->dialogDestroyed();
