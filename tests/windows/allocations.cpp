@@ -11,6 +11,7 @@ namespace {
 constexpr std::uint32_t kCounted = 0x434F554E;
 constexpr std::size_t kMarkSize = 16;
 constinit std::atomic<std::size_t> open{0};
+constinit std::atomic<bool> failing{false};
 
 void* allocate(std::size_t size, std::uint32_t mark) {
     auto* const block = static_cast<std::uint32_t*>(std::malloc(size + kMarkSize));
@@ -33,6 +34,10 @@ std::size_t testing_support::openBlocks() {
     return open;
 }
 
+void testing_support::failAllocations(bool fail) {
+    failing = fail;
+}
+
 void* operator new(std::size_t size) {
     void* const block = allocate(size, 0);
     if (!block) std::abort();
@@ -42,10 +47,10 @@ void* operator new[](std::size_t size) {
     return operator new(size);
 }
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
-    return allocate(size, kCounted);
+    return failing ? nullptr : allocate(size, kCounted);
 }
 void* operator new[](std::size_t size, const std::nothrow_t&) noexcept {
-    return allocate(size, kCounted);
+    return failing ? nullptr : allocate(size, kCounted);
 }
 void operator delete(void* block) noexcept {
     release(block);
