@@ -49,19 +49,25 @@ def extract(page, folder):
     print(";".join(names))
 
 
+def text(stream):
+    stream.seek(0)
+    return stream.read().decode("utf-8", "backslashreplace")
+
+
 def run(expected_file, command):
     expected = expected_file.read_text(encoding="utf-8").splitlines()
     arguments = []
     if expected and expected[0].startswith("$ "):
         arguments = shlex.split(expected.pop(0)[2:])[1:]
-    # A file, since Wine's own processes inherit a pipe and keep it open after the program has ended.
-    with tempfile.TemporaryFile() as output:
-        ran = subprocess.run(command + arguments, stdout=output, stderr=subprocess.STDOUT, timeout=60)
-        output.seek(0)
-        printed = output.read().decode("utf-8", "backslashreplace").splitlines()
-    if printed != expected:
+    # Files, since Wine's own processes inherit pipes and keep them open after the program has ended.
+    with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
+        ran = subprocess.run(command + arguments, stdout=output, stderr=errors, timeout=60)
+        printed, complaints = (text(stream).splitlines() for stream in (output, errors))
+    failed = printed != expected or ran.returncode != 0
+    if failed:
         print("\n".join(difflib.unified_diff(expected, printed, "on the page", "printed", lineterm="")))
-    sys.exit(1 if printed != expected or ran.returncode else 0)
+        print("\n".join([f"status {ran.returncode}", *complaints]))
+    sys.exit(failed)
 
 
 if sys.argv[1] == "extract":
