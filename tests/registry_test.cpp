@@ -126,6 +126,19 @@ TEST(RegValue, KeepsDataOfThreeTypesOnly) {
     EXPECT_EQ(value.BoolValue(), 0);
 }
 
+TEST(RegValue, BeginsWithNothing) {
+    unsigned char number[] = {7, 0, 0, 0};
+    RegValue none;
+    RegValue unnamed(RegValDword, nullptr, number, 4);
+    EXPECT_EQ(int(none.Type()), 0);
+    EXPECT_EQ(none.DataLen(), 0u);
+    EXPECT_EQ(none.String(), nullptr);
+    for (RegValue* nameless : {&none, &unnamed}) {
+        EXPECT_EQ(nameless->Name(), nullptr);
+        EXPECT_EQ(nameless->NameLen(), 0u);
+    }
+}
+
 TEST(RegValue, TakesPartsOfWhatItHolds) {
     std::string text = "whole text";
     RegValue value(RegValString, "whole name", bytesOf(text), 0);
@@ -298,9 +311,12 @@ TEST_F(Registry, KeepsAnOpenKeyOnItsOldPath) {
     givenKey("second");
     RegKey moving(&key, "first");
     moving.SetRelPath("second");
+    moving.SetAncestor(HKEY_CURRENT_USER);
     EXPECT_EQ(moving.SetDword("n", 1), 1);
     RegKey first(&key, "first");
     EXPECT_EQ(first.ValueByName("n", &value), 1);
+    EXPECT_EQ(moving.Open(), 0) << "another ancestor has no such key";
+    moving.SetAncestor(key.Handle());
     EXPECT_EQ(moving.Open(), 1);
     EXPECT_EQ(moving.ValueByName("n", &value), 0);
 }

@@ -3,9 +3,9 @@
 #include <cstring>
 #include <new>
 
+#include "registry/copied_string.h"
 #include "strings/lead_bytes.h"
 #include "tamrix32/registry.h"
-#include "tamrix32/strings.h"
 
 namespace tamrix {
 
@@ -49,11 +49,6 @@ void readQuoteSettings(RegKey& key) {
     }
 }
 
-char* copyOf(const char* text) {
-    char* copy = new (std::nothrow) char[static_cast<std::size_t>(dbcs_strlen(text)) + 1];
-    return dbcs_strcpy(copy, text);
-}
-
 }  // namespace
 
 void freeQuoteSettings() {
@@ -80,7 +75,7 @@ void loadDialogFontSettings() {
     if (!key.ValueByName("DialogFont", &face) || face.Type() != RegValString || !face.String()) return;
     if (!key.ValueByName("DialogFontSize", &size) || size.Type() != RegValDword) return;
     delete[] dialogFontSettings.faceName;
-    dialogFontSettings.faceName = copyOf(face.String());
+    dialogFontSettings.faceName = copiedString(face.String());
     dialogFontSettings.pointSize = static_cast<std::uint32_t>(size.Value());
 }
 

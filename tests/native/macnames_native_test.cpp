@@ -47,6 +47,15 @@ TEST_F(CodePages, DecideOnTableAndQuoteSet) {
     }
 }
 
+TEST_F(CodePages, TheTableIsChosenOnceAndTheLeadBytesAtEveryAttach) {
+    loadUnder(1252, 437);
+    ASSERT_TRUE(standin::setCodePages(932, 932));
+    DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
+    char name[8];
+    EXPECT_EQ(AFPtoOSCopy(name, "\xA5\x95\x5C", sizeof name), 4);
+    EXPECT_STREQ(name, "\x95\x95\x5C") << "the table still on, 955C one character";
+}
+
 TEST_F(CodePages, InPlaceKeepsHalfCharacters) {
     loadUnder(932, 932);
     char cut[5] = "\x81\x40\x81\x41";

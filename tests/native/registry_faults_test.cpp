@@ -107,6 +107,17 @@ TEST(RegistryFaults, WalksOnBehindASubkeyThatCannotBeOpened) {
     EXPECT_EQ(scene.other.Exists(scene.key.Handle(), "first"), 0) << "it may not be opened, so it does not exist";
 }
 
+TEST(RegistryFaults, DescribesAKeyThatCouldNotBeCreated) {
+    Scene scene;
+    standin::failNth(standin::Kind::registry, 1);
+    RegKey third(&scene.key, "third");
+    EXPECT_TRUE(standin::faultHit());
+    EXPECT_EQ(third.Opened(), 0);
+    EXPECT_EQ(third.Open(), 0) << "the call that failed created nothing";
+    EXPECT_EQ(third.Create(), 1);
+    EXPECT_EQ(RegKey().Exists(HKEY_CURRENT_USER, "Software\\Tamrix Test faults\\third"), 1);
+}
+
 TEST(RegistryFaults, EndsASubkeyWalkOnlyWhereNothingWasFetched) {
     const struct {
         standin::Kind kind;
