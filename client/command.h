@@ -32,6 +32,7 @@ std::span<const Command> uncCommands();
 std::span<const Command> extmapCommands();
 std::span<const Command> transferCommands();
 std::span<const Command> infoCommands();
+std::span<const Command> dialogCommands();
 
 constexpr Option kJsonOption = {"--json", nullptr, "print one JSON document"};
 

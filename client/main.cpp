@@ -24,7 +24,8 @@ constexpr char kStatuses[] =
     "\nStatus: 0 done; 1 a name failed or was not found; 2 the command line or the environment is at fault.\n";
 
 using Group = std::span<const Command> (*)();
-constexpr Group kGroups[] = {nameCommands, renameCommands, uncCommands, extmapCommands, transferCommands, infoCommands};
+constexpr Group kGroups[] = {nameCommands,     renameCommands, uncCommands,   extmapCommands,
+                             transferCommands, infoCommands,   dialogCommands};
 
 void printOptions(std::span<const Option> options) {
     for (const Option& option : options) {

@@ -370,6 +370,44 @@ class Mappings(ClientTest):
         self.assertIn(b"file/x.reg", complaint)
 
 
+class Dialogs(ClientTest):
+    OK, CANCEL = 1, 2
+
+    @native_only
+    def test_natively_they_say_what_they_need(self):
+        for arguments in (["edit", "ttxt", "TEXT"], ["browse"], ["dialog", "x.dll", "1"], ["about", "--modeless"]):
+            self.assertIn(b"needs Windows", self.complaint(*arguments, status=2))
+        self.assertIn(b"TXT", self.complaint("edit", "ttxt", "TXT", status=2))
+        self.assertIn(b"--title", self.complaint("browse", "--title", "x" * 64, status=2))
+        self.assertIn(b"--folder", self.complaint("browse", "--open", "--folder", status=2))
+
+    def pressing(self, title, button, *arguments, status):
+        """Runs the command, and presses the button in the dialog with this title."""
+        press = subprocess.Popen(["wine", os.environ["TAMRIX_PRESS_BUTTON"], title, str(button)])
+        ran = self.run_tamrix(*arguments, status=status)
+        self.assertEqual(press.wait(), 0, title)
+        return ran.stdout
+
+    @unittest.skipUnless("TAMRIX_PRESS_BUTTON" in os.environ, "nothing to press buttons with")
+    def test_what_is_chosen_is_printed(self):
+        windows = "C:\\windows"
+        chosen = self.pressing("Pick it", self.OK, "browse", "--folder", "--title", "Pick it", windows, status=0)
+        self.assertEqual(chosen.lower(), b"c:\\windows\n")
+        chosen = self.pressing("Keep it", self.OK, "browse", "--save", "--title=Keep it", "--filter", "Any|*.*",
+                               "--json", windows + "\\new.txt", status=0)
+        self.assertEqual(json.loads(chosen)["path"].lower(), "c:\\windows\\new.txt")
+        self.assertEqual(self.pressing("None", self.CANCEL, "browse", "--title", "None", windows, status=1), b"")
+
+    @unittest.skipUnless("TAMRIX_PRESS_BUTTON" in os.environ, "nothing to press buttons with")
+    def test_dialogs_show_and_end(self):
+        library = os.path.join(os.path.dirname(PROGRAM[-1]), "Tamrix32.dll")
+        for adjust in ([], ["--adjust"]):
+            self.pressing("Add Filename Extension Mapping", self.OK, "dialog", *adjust, library, "411", status=0)
+        self.assertIn(b"999", self.complaint("dialog", library, "999", status=1))
+        self.assertIn(b"absent.dll", self.complaint("dialog", "absent.dll", "1", status=2))
+        self.pressing("Edit File Extension Mapping", self.CANCEL, "edit", "ttxt", "TEXT", status=0)
+
+
 class Info(ClientTest):
     def test_western_defaults(self):
         info = self.json("info")

@@ -1,0 +1,136 @@
+// The dialogs for real.
+#include <stdlib.h>
+#include <string.h>
+#include <windows.h>
+
+#include "client/command.h"
+#include "client/dialog_actions.h"
+#include "client/output.h"
+#include "client/resource_ids.h"
+#include "client/text.h"
+#include "tamrix32/about.h"
+#include "tamrix32/browse.h"
+#include "tamrix32/dialogs.h"
+
+namespace tamrix::client {
+namespace {
+
+/// Writes texts over this program's strings kTitleString and kFilterString, which hold room for them: the browse dialog
+/// takes its texts from a module's string table only. The page of the resource that is written to becomes this
+/// process's own. A block of the table is 16 strings, each a length in 16-bit units and its units. Free texts fit since
+/// the strings of the resource script are as long as what the library reads of them.
+bool setStrings(const WideString& title, const WideString& filter) {
+    HMODULE self = GetModuleHandleA(nullptr);
+    const HRSRC resource = FindResourceA(self, MAKEINTRESOURCEA(kTitleString / 16 + 1), RT_STRING);
+    void* block = resource ? LockResource(LoadResource(self, resource)) : nullptr;
+    const DWORD size = block ? SizeofResource(self, resource) : 0;
+    std::basic_string<WCHAR> table(kTitleString % 16, 0);
+    for (const WideString* text : {&title, &filter}) {
+        table.push_back(static_cast<WCHAR>(text->size()));
+        table += *text;
+    }
+    table.resize(table.size() + 16 - kFilterString % 16 - 1, 0);
+    DWORD protection;
+    if (table.size() * sizeof(WCHAR) > size || !VirtualProtect(block, size, PAGE_READWRITE, &protection)) return false;
+    memcpy(block, table.data(), table.size() * sizeof(WCHAR));
+    return true;
+}
+
+WideString wide(const std::string& bytes) {
+    WideString result(bytes.size(), 0);
+    const int size = static_cast<int>(bytes.size());
+    result.resize(static_cast<std::size_t>(MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, result.data(), size)));
+    return result;
+}
+
+INT_PTR CALLBACK plainDialog(HWND window, UINT message, WPARAM wParam, LPARAM) {
+    if (message == WM_INITDIALOG) return TRUE;
+    const bool ends = message == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL);
+    if (ends || message == WM_CLOSE) EndDialog(window, 1);
+    return ends || message == WM_CLOSE;
+}
+
+/// A box that ends the message loop with its window.
+class LoopingAbout : public CAboutQuillonAppleTalk {
+protected:
+    void dialogDestroyed() override {
+        PostQuitMessage(0);
+        CAboutQuillonAppleTalk::dialogDestroyed();
+    }
+};
+
+int noAbout() {
+    complain("about", "the box could not be built");
+    return kUsageError;
+}
+
+}  // namespace
+
+int editMappings(const std::string& creator, const std::string& type) {
+    std::string creatorCopy = creator, typeCopy = type;
+    FileExtMapEditDlg(nullptr, creatorCopy.data(), typeCopy.data());
+    return kDone;
+}
+
+int browse(const BrowseRequest& request, std::string& chosen) {
+    if (!setStrings(wide(request.title), wide(request.filter))) {
+        complain("browse", "the title and the filter could not be set");
+        return kUsageError;
+    }
+    CBrowseDlg dialog(request.mode == BrowseMode::save, request.mode == BrowseMode::folder, GetModuleHandleA(nullptr),
+                      request.title.empty() ? 0 : kTitleString, request.filter.empty() ? 0 : kFilterString);
+    char path[MAX_PATH] = "";
+    std::string initial = request.initial;
+    if (!dialog.invoke(nullptr, path, initial.data())) return kSomeFailed;
+    chosen = path;
+    return kDone;
+}
+
+int showDialog(const std::string& module, const std::string& id, bool adjustSize) {
+    const HMODULE loaded = LoadLibraryExA(module.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    if (!loaded) {
+        complain(module, "not a module that can be loaded");
+        return kUsageError;
+    }
+    char* end = nullptr;
+    const unsigned long number = strtoul(id.c_str(), &end, 10);
+    const char* name = *end == '\0' && number < 0x10000 ? MAKEINTRESOURCEA(number) : id.c_str();
+    int status = kDone;
+    if (void* rewritten = LoadTemplateWithCorrectFont(loaded, name, adjustSize)) {
+        // The program's own instance: controls of a module that was loaded as data would not find their classes there.
+        const INT_PTR ended = DialogBoxIndirectParamA(
+            GetModuleHandleA(nullptr), static_cast<const DLGTEMPLATE*>(rewritten), nullptr, plainDialog, 0);
+        FreeTemplateWithCorrectFont(rewritten);
+        if (ended == -1) {
+            complain(id, "the dialog could not be made: it may use controls of its own");
+            status = kSomeFailed;
+        }
+    } else {
+        complain(id, "no such dialog in " + module);
+        status = kSomeFailed;
+    }
+    FreeLibrary(loaded);
+    return status;
+}
+
+int showAbout(bool modal) {
+    if (modal) {
+        DoQuillonAboutBox();
+        return kDone;
+    }
+    auto* box = new LoopingAbout;
+    box->invoke(0);
+    if (!box->isOpen()) {
+        delete box;
+        return noAbout();
+    }
+    // The box deletes itself with its window.
+    MSG message;
+    while (GetMessageA(&message, nullptr, 0, 0) > 0) {
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+    }
+    return kDone;
+}
+
+}  // namespace tamrix::client
