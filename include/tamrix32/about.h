@@ -116,6 +116,7 @@ protected:
 
     /// @name What the box draws with: each result is the caller's, and null on failure.
     /// @{
+
     /// The colours of a bitmap resource of the library; null as well where the screen has more than 8 bits a pixel.
     HPALETTE createOurPalette(int bitmapId);
     /// A bitmap resource of the library, its size written to `rect` where given; 0 makes a blank one of that size.

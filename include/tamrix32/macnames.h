@@ -52,9 +52,9 @@ TAMRIX_FUNCTION const char* TAMRIX_CALL ZoneSrvDelimiter(void);
 TAMRIX_FUNCTION const char* TAMRIX_CALL ZonePrnDelimiter(void);
 /// @}
 
-/// Capacity that StringsToUNC needs for `kind` 1 (server: zone@name\share) or 2 (printer: zone`name\share), at most
-/// 32,767. 0 for another kind, for a printer without name or share, and for a path longer than that. Any string may be
-/// null; the zone "*" counts as none.
+/// Capacity that StringsToUNC needs for `kind` 1 (a server: zone, at sign, name, backslash, share) or 2 (a printer,
+/// with a grave accent for the at sign), at most 32,767. 0 for another kind, for a printer without name or share, and
+/// for a path longer than that. Any string may be null; the zone "*" counts as none.
 TAMRIX_FUNCTION int TAMRIX_CALL UNCLength(int kind, const char* zone, const char* name, const char* share);
 /// Builds the path in a buffer of `size` bytes. 1 when it was built; 0, with nothing written, when UNCLength is 0 or
 /// over `size`; 0 with a partial path for a printer whose name or share is empty.
