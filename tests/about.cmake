@@ -12,8 +12,12 @@ tamrix_suite(credits SOURCES credits_test.cpp)
 tamrix_suite(sprites SOURCES sprites_test.cpp bitmap_header_test.cpp)
 if(WIN32)
     tamrix_suite(about_box
-        SOURCES windows/about_box_test.cpp windows/about_frame_test.cpp windows/test_resources.rc)
+        SOURCES windows/about_box_test.cpp windows/about_failure_test.cpp windows/about_frame_test.cpp windows/test_resources.rc)
     target_compile_options(about_box PRIVATE -fno-rtti)
+    # Once more on a screen of 256 colours, which needs an X server and so a prefix of its own.
+    add_test(NAME about_box_8bit COMMAND
+        ${CMAKE_COMMAND} -E env --unset=DISPLAY SCREEN=1024x768x8 PREFIX=${PROJECT_BINARY_DIR}/wineprefix8
+        ${PROJECT_SOURCE_DIR}/scripts/with-wine wine $<TARGET_FILE:about_box>)
     # Draws frames of the about box into files, to be looked at.
     add_executable(about_frames ${PROJECT_SOURCE_DIR}/tools/about_frames.cpp)
     target_include_directories(about_frames PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})

@@ -89,13 +89,6 @@ protected:
         realDrawText = textHook.original<decltype(&DrawTextA)>();
     }
 
-    void SetUp() override {
-        const HDC screen = GetDC(nullptr);
-        const int depth = GetDeviceCaps(screen, BITSPIXEL);
-        ReleaseDC(nullptr, screen);
-        if (depth <= 8) GTEST_SKIP() << "colours are exact above 8 bits per pixel only";
-    }
-
     std::vector<std::string> textsOfNextFrame(AboutProbe& box) {
         drawnTexts.clear();
         box.animate();
@@ -270,7 +263,6 @@ TEST_F(AboutFrame, CreationOperationsGiveWhatTheyPromise) {
     EXPECT_EQ(box.createOurBitmap(0, nullptr), nullptr);
     EXPECT_EQ(box.createOurBitmap(99, &rect), nullptr);
     EXPECT_EQ(rect.left + rect.top + rect.right + rect.bottom, 10) << "left as it was";
-    EXPECT_EQ(box.createOurPalette(1), nullptr) << "the screen has more than 8 bits per pixel";
     EXPECT_EQ(box.createOurText(GetModuleHandleA(nullptr), 599), nullptr);
     const HGLOBAL text = box.createOurText(GetModuleHandleA(nullptr), 0x10000 + kCreditsId);
     ASSERT_NE(text, nullptr);
@@ -280,24 +272,19 @@ TEST_F(AboutFrame, CreationOperationsGiveWhatTheyPromise) {
     GlobalFree(text);
 }
 
-/// On a screen of 8 bits per pixel.
 TEST(AboutPalette, IsRealisedWhereverFramesAreDrawn) {
-    const HDC screen = GetDC(nullptr);
-    const bool palettes = GetDeviceCaps(screen, BITSPIXEL) <= 8;
-    ReleaseDC(nullptr, screen);
+    const bool palettes = testing_support::screenHasPalette();
     TAMRIX_WATCH("gdi32.dll", RealizePalette);
     AboutProbe box;
-    watchRealizePalette.calls();
     const int loading = watchRealizePalette.calls();
     EXPECT_EQ(loading, palettes ? 5 : 0) << "five bitmaps";
     box.animate();
     EXPECT_EQ(watchRealizePalette.calls() - loading, palettes ? 2 : 0) << "the frame's and the strip's contexts";
     box.frame();
     EXPECT_EQ(watchRealizePalette.calls() - loading, palettes ? 4 : 0) << "the window's and its memory context";
-    if (!palettes) return;
-
     const HPALETTE palette = box.createOurPalette(1);
-    ASSERT_NE(palette, nullptr);
+    ASSERT_EQ(palette != nullptr, palettes);
+    if (!palettes) return;
     PALETTEENTRY entries[256] = {};
     EXPECT_EQ(GetPaletteEntries(palette, 0, 256, entries), 256u);
     DeleteObject(palette);

@@ -11,6 +11,14 @@
 
 namespace testing_support {
 
+/// Whether the screen has at most 8 bits per pixel, and so a palette.
+inline bool screenHasPalette() {
+    const HDC screen = GetDC(nullptr);
+    const int depth = GetDeviceCaps(screen, BITSPIXEL);
+    ReleaseDC(nullptr, screen);
+    return depth <= 8;
+}
+
 /// Pixels of a painted frame, top row first.
 struct Image {
     static constexpr int kSide = 411;
