@@ -1,5 +1,5 @@
-// Running a test under a code page. Natively any of the stand-in's can be chosen; elsewhere the platform has one for the
-// whole process, which LC_ALL decides under Wine, and tests for the others are not there.
+// Running a test under a code page. Natively any of the stand-in's can be chosen; elsewhere the platform has one for
+// the whole process, which LC_ALL decides under Wine, and tests for the others are not there.
 #pragma once
 
 #include <windows.h>

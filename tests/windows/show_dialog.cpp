@@ -1,5 +1,5 @@
-// Shows a mapping dialog of the shipped DLL, for screenshots: show_dialog DLL edit|add CREATOR TYPE [help CONTROL]. With
-// the last two, F1 is pressed on that control, or, when it is the Help button, the button.
+// Shows a mapping dialog of the shipped DLL, for screenshots: show_dialog DLL edit|add CREATOR TYPE [help CONTROL].
+// With the last two, F1 is pressed on that control, or, when it is the Help button, the button.
 #include <windows.h>
 
 #include <cstdio>
