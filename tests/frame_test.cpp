@@ -193,7 +193,8 @@ protected:
 TEST_F(EntryPoint, StoresTheInstanceWhateverTheReason) {
     HINSTANCE const own = TamrixResourceInstance();
     int modules[4];
-    for (DWORD reason : {DLL_THREAD_ATTACH, DLL_THREAD_DETACH, DLL_PROCESS_ATTACH, DLL_PROCESS_DETACH}) {
+    for (const DWORD reason :
+         std::initializer_list<DWORD>{DLL_THREAD_ATTACH, DLL_THREAD_DETACH, DLL_PROCESS_ATTACH, DLL_PROCESS_DETACH}) {
         const auto module = reinterpret_cast<HINSTANCE>(&modules[reason]);
         DllMain(module, reason, nullptr);
         EXPECT_EQ(TamrixResourceInstance(), module) << reason;

@@ -49,7 +49,7 @@ TEST_F(TemplateResource, IsLoadedByTheClassOfItsFormatOnly) {
 
 TEST_F(TemplateResource, IsRefusedWhenMissingOrShort) {
     EXPECT_EQ(loaded<CDialogTemplate>(), 0);
-    for (const std::size_t length : {0, 1, 3, 17}) {
+    for (const std::size_t length : {0u, 1u, 3u, 17u}) {
         givenResource(Bytes(length));
         EXPECT_EQ(loaded<CDialogTemplate>(), 0) << length;
         EXPECT_EQ(loaded<CDialogTemplateEx>(), 0) << length;
