@@ -16,17 +16,17 @@ bool isDoubleByte() {
     return leadByteTable.hasLeadBytes != 0;
 }
 
-/// C knows no comparison without case, and its vendors' own follow the program's locale.
+int smallLetter(char byte) {
+    return static_cast<unsigned char>(tamrix::scan::asciiInCase(byte, Case::lower));
+}
+
+/// C knows no comparison without case, and its vendors' own follow the program's locale. Names that are equal as they
+/// stand are settled by C's comparison, which vendors write for the processor.
 int compareAsciiFolded(const char* a, const char* b) {
+    if (std::strcmp(a, b) == 0) return 0;
     for (;; ++a, ++b) {
-        const int left = static_cast<unsigned char>(*a);
-        const int right = static_cast<unsigned char>(*b);
-        if (left != right) {
-            const int difference = static_cast<unsigned char>(tamrix::scan::asciiInCase(*a, Case::lower)) -
-                                   static_cast<unsigned char>(tamrix::scan::asciiInCase(*b, Case::lower));
-            if (difference != 0) return difference;
-        }
-        if (left == 0) return 0;
+        const int difference = *a == *b ? 0 : smallLetter(*a) - smallLetter(*b);
+        if (difference != 0 || *a == 0) return difference;
     }
 }
 
