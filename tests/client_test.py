@@ -4,11 +4,14 @@ one, "wine" and its path. Names and arguments are bytes; expectations are writte
 import json
 import os
 import pathlib
+import re
+import shlex
 import subprocess
 import sys
 import tempfile
 import unittest
 
+TOP = pathlib.Path(__file__).resolve().parent.parent
 PROGRAM = [os.path.abspath(word) if os.path.exists(word) else word for word in sys.argv[1:]]
 IS_NATIVE = len(PROGRAM) == 1
 native_only = unittest.skipUnless(IS_NATIVE, "the native program's own option")
@@ -62,14 +65,37 @@ class CommandLine(ClientTest):
                 self.assertIn(named, ran.stderr)
                 self.assertEqual(ran.stdout, b"")
 
-    def test_help_of_every_listed_command(self):
-        overview = self.output("--help").decode()
-        listed = [line[2:46].split("[")[0] for line in overview.split("Commands:\n")[1].split("\n\n")[0].split("\n")]
-        commands = [[word for word in line.split() if word.islower()] for line in listed]
+    def commands(self):
+        """The words of each command that the help lists."""
+        listed = self.output("--help").decode().split("Commands:\n")[1].split("\n\n")[0]
+        return [re.match(r"  ([a-z-]+(?: [a-z-]+)?) ", line)[1].split() for line in listed.split("\n")]
+
+    def test_every_command_has_help_and_its_place_in_the_manual(self):
+        manual = (TOP / "docs/tamrix.1").read_text()
+        commands = self.commands()
         self.assertIn(["name", "to-windows"], commands)
         for command in commands:
-            self.assertIn(" ".join(["usage: tamrix", *command]).encode(), self.output(*command, "--help"))
+            text = self.output(*command, "--help").decode()
+            self.assertIn(" ".join(["usage: tamrix", *command]), text)
+            self.assertRegex(manual, rf"\.Cm .*{command[-1]}\b")
+            for option in re.findall(r"^  -(\S+)", text, re.M):
+                self.assertRegex(manual, rf"(Fl|\|) {option}\b", command)
         self.assertRegex(self.output("--version"), rb"^tamrix \d+\.\d+\n$")
+
+    @native_only
+    def test_bash_completes_commands_and_options(self):
+        def completed(*words):
+            line = " ".join(shlex.quote(word) for word in (PROGRAM[0], *words))
+            previous = words[-2] if len(words) > 1 else PROGRAM[0]
+            script = (f"source {TOP}/share/completion/tamrix.bash; COMP_WORDS=({line}); COMP_CWORD={len(words)};"
+                      f"_tamrix {PROGRAM[0]} {shlex.quote(words[-1])} {previous}; echo ${{COMPREPLY[@]}}")
+            return subprocess.run(["bash", "-c", script], capture_output=True, text=True, check=True).stdout.split()
+
+        self.assertEqual(sorted(completed("")), sorted({command[0] for command in self.commands()}))
+        self.assertEqual(sorted(completed("unc", "")), ["join", "length", "split"])
+        self.assertEqual(completed("extmap", "im"), ["import"])
+        self.assertEqual(completed("--json", "extmap", "import", "--dry"), ["--dry-run"])
+        self.assertEqual(completed("name", "--text", ""), ["utf-8"])
 
     @unittest.skipUnless(os.path.exists("/dev/full"), "needs a full device")
     def test_output_that_cannot_be_written_is_an_error(self):
@@ -113,9 +139,10 @@ class Names(ClientTest):
         text = "caf\u00e9 \u00df".encode()
         self.assertEqual(self.output("name", "to-windows", "--text", "utf-8", typed=text), text + b"\n")
         self.assertEqual(self.output("name", "to-mac", "--text", "utf-8", typed=text), text + b"\n")
-        for typed, trap in (("\u4e00", "not in Mac Roman"), ("\u0142", "would fold onto l")):
+        for way, typed, trap in (("to-windows", "\u4e00", "not in Mac Roman"),
+                                 ("to-windows", "\u0142", "would fold onto l"), ("to-mac", "\u0142", "the same")):
             with self.subTest(trap):
-                ran = self.run_tamrix("name", "to-windows", "--text=utf-8", typed=f"a\n{typed}\nb\n".encode(), status=1)
+                ran = self.run_tamrix("name", way, "--text=utf-8", typed=f"a\n{typed}\nb\n".encode(), status=1)
                 self.assertEqual(ran.stdout, b"a\nb\n")
                 self.assertIn(typed.encode(), ran.stderr)
         for malformed in (b"\xff", b"\xc3", b"\xc0\xaf", b"\xed\xa0\x80", b"\xf4\x90\x80\x80"):
@@ -152,8 +179,11 @@ class Names(ClientTest):
     @native_only
     def test_settings_of_the_registry_file_apply(self):
         settings = self.folder / "settings.reg"
-        settings.write_bytes(b"REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quillon Systems, Inc.\\File Client]\r\n"
-                             b'"QuoteChars"="#%"\r\n"QuoteBracketChars"="{}"\r\n')
+        key = b"REGEDIT4\r\n\r\n[HKEY_LOCAL_MACHINE\\Software\\Quillon Systems, Inc.\\File Client]\r\n"
+        settings.write_bytes(key + b'"QuoteChars"="#["\r\n')
+        name, = self.json("name", "check", "--registry", settings, "x[035]")  # a quoted bracket is never misread
+        self.assertEqual((name["windows"], name["looksQuoted"], name["comesBack"]), ("x[091]035]", [], True))
+        settings.write_bytes(key + b'"QuoteChars"="#%"\r\n"QuoteBracketChars"="{}"\r\n')
         self.assertEqual(self.output("name", "to-windows", "--registry", settings, "a#b:"), b"a{035}b:\n")
         info = self.json("info", "--registry", settings)
         self.assertEqual((info["quoteSetHex"], info["open"], info["close"]), ("002325", "{", "}"))
@@ -350,7 +380,7 @@ class Mappings(ClientTest):
 
     @native_only
     def test_the_starter_set_goes_in(self):
-        starter = pathlib.Path(__file__).resolve().parent.parent / "share/starter-mappings.txt"
+        starter = TOP / "share/starter-mappings.txt"
         lines = [line for line in starter.read_bytes().splitlines() if line and not line.startswith(b"#")]
         self.run_tamrix("extmap", "import", starter)
         self.assertEqual(len(self.store()), len(lines))
