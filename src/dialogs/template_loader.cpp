@@ -97,10 +97,11 @@ void giveFont(CDialogTemplate& dialog, bool adjustSize) {
 }
 
 /// The rewritten template in a block that begins, like all of the allocator's, on a 32-bit boundary. Its padding is
-/// zeroed, so that the same template always gives the same bytes.
+/// zeroed, so that the same template always gives the same bytes. One byte is to spare: a last record whose creation
+/// data counts one byte ends inside the word that says so, and the platform reads the whole word.
 BlockPointer writtenBlock(CDialogTemplate& dialog) {
     const int size = dialog.write(nullptr, 0);
-    BlockPointer block(new (std::nothrow) std::uint8_t[static_cast<std::size_t>(size)]());
+    BlockPointer block(new (std::nothrow) std::uint8_t[static_cast<std::size_t>(size) + 1]());
     if (!block || dialog.write(block.get(), size) != size) return nullptr;
     return block;
 }
