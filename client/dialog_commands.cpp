@@ -14,7 +14,8 @@ constexpr Option kBrowseOptions[] = {{"--open", nullptr, "a file that is there (
                                      {"--filter", "F", "descriptions and patterns: \"Text|*.txt|All|*.*\""},
                                      kJsonOption};
 constexpr Option kDialogOptions[] = {{"--adjust", nullptr, "let the dialog's size follow the font"}};
-constexpr Option kAboutOptions[] = {{"--modeless", nullptr, "a modeless box, whose messages the command itself passes on"}};
+constexpr Option kAboutOptions[] = {
+    {"--modeless", nullptr, "a modeless box, whose messages the command itself passes on"}};
 
 int runEdit(const Arguments& arguments) {
     std::string creator, type;

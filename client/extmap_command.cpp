@@ -1,5 +1,6 @@
 // tamrix extmap: which Macintosh type and creator belong to a file-name extension.
 #include "client/command.h"
+#include "client/mapping_import.h"
 #include "client/mapping_output.h"
 #include "client/mapping_store.h"
 #include "client/platform.h"
@@ -87,7 +88,7 @@ int runSet(const Arguments& arguments) {
     } else if (Mapping old; findMapping(mapping.extension, old)) {
         mapping.comment = old.comment;
     }
-    if (putMapping(mapping)) return kept();
+    if (!applyChanges(changesFor({mapping}))) return kept();
     complain(operands[0], "the registry refuses the mapping");
     return kUsageError;
 }

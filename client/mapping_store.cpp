@@ -76,8 +76,10 @@ bool putMapping(const Mapping& mapping) {
     cursor.SetExtension(copy.extension.data());
     cursor.SetType(copy.type.data());
     cursor.SetCreator(copy.creator.data());
-    if (copy.comment && !copy.comment->empty()) cursor.SetComment(copy.comment->data());
-    return cursor.Create() != 0;
+    if (copy.comment) cursor.SetComment(copy.comment->data());
+    // The library does not tell whether the comment was written.
+    Mapping stored;
+    return cursor.Create() && findMapping(mapping.extension, stored) && stored == mapping;
 }
 
 void removeMapping(const std::string& extension) {

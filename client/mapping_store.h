@@ -1,4 +1,4 @@
-// The extension mappings of this machine as values, over the library's functions. An empty comment is none.
+// The extension mappings of this machine as values, over the library's functions. No comment is empty.
 #pragma once
 
 #include <string>
@@ -14,7 +14,8 @@ std::vector<Mapping> allMappings();
 /// The mapping of an extension, which is given with its dot; false when it has none.
 bool findMapping(const std::string& extension, Mapping& mapping);
 
-/// Writes the whole mapping: a comment that it does not have goes away. False when the registry refuses.
+/// Writes the whole mapping: a comment that it does not have goes away. False when the registry refuses;
+/// part of it may be written then.
 bool putMapping(const Mapping& mapping);
 
 void removeMapping(const std::string& extension);

@@ -2,6 +2,7 @@
 #include <stdio.h>
 
 #include "client/command.h"
+#include "client/mapping_import.h"
 #include "client/mapping_output.h"
 #include "client/mapping_store.h"
 #include "client/platform.h"
@@ -44,35 +45,6 @@ int runExport(const Arguments& arguments) {
     return kUsageError;
 }
 
-struct Change {
-    Mapping wanted;
-    Mapping old;
-    bool isNew;
-};
-
-/// What of the file differs from the store.
-std::vector<Change> changesFor(std::vector<Mapping> mappings) {
-    std::vector<Change> changes;
-    for (Mapping& wanted : mappings) {
-        if (wanted.comment && wanted.comment->empty()) wanted.comment.reset();
-        Change change{wanted, {}, true};
-        change.isNew = !findMapping(wanted.extension, change.old);
-        if (change.isNew || change.old != wanted) changes.push_back(change);
-    }
-    return changes;
-}
-
-/// Writes all changes; where one is refused, those before it are undone. The refused one, or null.
-const Change* apply(const std::vector<Change>& changes) {
-    for (std::size_t i = 0; i < changes.size(); ++i) {
-        if (putMapping(changes[i].wanted)) continue;
-        for (std::size_t undo = 0; undo <= i; ++undo)
-            changes[undo].isNew ? removeMapping(changes[undo].wanted.extension) : void(putMapping(changes[undo].old));
-        return &changes[i];
-    }
-    return nullptr;
-}
-
 void printChanges(const std::vector<Change>& changes) {
     for (const Change& change : changes) {
         print(change.isNew ? "add\t" : "change\t");
@@ -107,7 +79,7 @@ int runImport(const Arguments& arguments) {
     }
     const std::vector<Change> changes = changesFor(std::move(file.mappings));
     if (!arguments.has("--dry-run")) {
-        if (const Change* refused = apply(changes))
+        if (const Change* refused = applyChanges(changes))
             reason = shown(Side::windows, refused->wanted.extension) + ": the registry refuses the mapping";
         if (reason.empty() && !changes.empty()) keepMappings(reason);
         if (!reason.empty()) {
