@@ -88,7 +88,7 @@ public:
     FileResult run(const std::string& text) {
         if (writeTemporary(text) && replace()) return {.ok = true, .missing = false, .line = 0, .message = {}};
         if (cut_) return {.ok = false, .missing = false, .line = 0, .message = "cut by plan"};
-        const FileResult result = failure("cannot write", target_);
+        FileResult result = failure("cannot write", target_);
         if (made_) ::unlink(temporary_.c_str());
         return result;
     }

@@ -52,7 +52,7 @@ LONG WINAPI RegQueryValueA(HKEY key, LPCSTR path, LPSTR data, PLONG dataSize) {
     if (!self && found->denied) return ERROR_ACCESS_DENIED;
     const Value* value = found->value("");
     // A key without an unnamed value reads as the empty string.
-    if (!value) return giveText({"", 1}, data, dataSize);
+    if (!value) return giveText(std::string(1, '\0'), data, dataSize);
     if (value->type != REG_SZ) return ERROR_INVALID_DATA;
     return giveText({reinterpret_cast<const char*>(value->data.data()), value->data.size()}, data, dataSize);
 }
