@@ -80,6 +80,7 @@ TEST(Browse, SplitsFilters) {
         {"two pairs", "Text|*.txt|All|*.*|", "Text\0*.txt\0All\0*.*\0"s},
         {"no closing bar", "Text|*.txt", "Text\0*.txt"s},
         {"empty", "", ""},
+        {"zeros from the start, and a bar behind one", "Text\0*.txt\0A|l\0*.*\0"s, "Text\0*.txt\0A|l\0*.*\0"s},
         {"a bar as a trail byte", "\x83|a|*.*|", "\x83|a\0*.*\0"s, kJapanese},
         {"the same bytes in a single-byte code page", "\x83|a|", "\x83\0a\0"s},
     };
@@ -97,17 +98,17 @@ TEST(Browse, SplitsFilters) {
 // Whatever follows in memory, the list ends inside its buffer, at a character.
 TEST(Browse, ClosesAFilterThatFillsItsBuffer) {
     const struct {
-        const char* filter;  // seven bytes and the terminator
+        std::string filter;  // seven bytes and the terminator
         std::string list;
         const tamrix::LeadByteTable& table;
     } rows[] = {
-        {"A|*.abc", "A\0*.ab\0\0"s, kSingleByte},
-        {"A|*.ab|", "A\0*.ab\0\0"s, kSingleByte},
-        {"A|*.a\x83|", "A\0*.a\0\0\0"s, kJapanese},
-        {"A|*.\x83||", "A\0*.\x83|\0\0"s, kJapanese},
+        {"A|*.abc", "A\0*.ab\0\0"s, kSingleByte},     {"A|*.ab|", "A\0*.ab\0\0"s, kSingleByte},
+        {"A|*.a\x83|", "A\0*.a\0\0\0"s, kJapanese},   {"A|*.\x83||", "A\0*.\x83|\0\0"s, kJapanese},
+        {"A\0*.a\x83|"s, "A\0*.a\0\0\0"s, kJapanese},
     };
     for (const auto& row : rows) {
-        std::string buffer(row.filter, 8);
+        std::string buffer = row.filter;
+        buffer.resize(8);
         tamrix::splitFilter(buffer.data(), 8, row.table);
         EXPECT_EQ(buffer, row.list);
     }

@@ -24,11 +24,19 @@ const char* splitInitialPath(char* path, const LeadByteTable& table) {
 }
 
 void splitFilter(char* filter, int size, const LeadByteTable& table) {
-    const int length = scan::length(filter, table);
-    const int kept = length > size - 2 ? scan::truncated(filter, size - 2, table) : length;
-    std::memset(filter + kept, 0, static_cast<std::size_t>(size - kept));
-    for (int step; (step = scan::characterSize(filter, table)) != 0; filter += step)
-        if (*filter == '|') *filter = 0;
+    char* const end = filter + size - 2;  // where the list's two zeros begin at the latest
+    bool mayHoldBars = true;
+    while (filter < end) {
+        int step = scan::characterSize(filter, table);
+        if (step == 0) {
+            mayHoldBars = false;
+            step = 1;
+        }
+        if (step > end - filter) break;
+        if (mayHoldBars && *filter == '|') *filter = 0;
+        filter += step;
+    }
+    std::memset(filter, 0, static_cast<std::size_t>(end + 2 - filter));
 }
 
 void cutPlaceholder(char* path, const char* placeholder, const LeadByteTable& table) {

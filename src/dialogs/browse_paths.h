@@ -13,8 +13,9 @@ inline constexpr int kBrowsePathSize = 260;
 /// without a backslash names no folder: it becomes empty and the result is null.
 const char* splitInitialPath(char* path, const LeadByteTable& table);
 
-/// Makes each bar of a filter a zero byte, so that its parts become the list that the dialog expects. Both zeros that
-/// close the list fit into `size` bytes: a filter that fills them loses its last character.
+/// Makes each bar of a filter a zero byte, so that its parts become the list that the dialog expects. A filter may hold
+/// its zeros already: from the first one on, bars stay. Both zeros that close the list fit into `size` bytes: a filter
+/// that fills them loses its last character.
 void splitFilter(char* filter, int size, const LeadByteTable& table);
 
 /// Cuts the folder mode's placeholder off an accepted path. The backslash stays where it is a drive's root; a path that

@@ -24,7 +24,7 @@ using namespace std::string_literals;
 using namespace testing_support;
 
 constexpr char kPlaceholder[] = "{Selecting a folder}";
-constexpr int kTitle = 3001, kFilter = 3002, kLongTitle = 3003, kLongFilter = 3004;
+constexpr int kTitle = 3001, kFilter = 3002, kLongTitle = 3003, kLongFilter = 3004, kZeroFilter = 3005;
 char helpFile[] = "test.hlp";
 
 HINSTANCE program() {
@@ -127,6 +127,7 @@ TEST_F(BrowseRecord, CarriesTitleAndFilter) {
     } rows[] = {
         {"none", program(), 0, 0, "(none)", "(none)"},
         {"both", program(), kTitle, kFilter, "Choose for the test", "Text files\0*.txt\0All files\0*.*\0"s},
+        {"a filter with zeros", program(), 0, kZeroFilter, "(none)", "Text files\0*.txt\0"s},
         {"ids without a module", nullptr, kTitle, kFilter, "", ""},
         {"missing strings", program(), 9999, 9998, "", ""},
         {"cut", program(), kLongTitle, 0, "A title of more than sixty-three characters, of which the dialo", "(none)"},
