@@ -283,6 +283,12 @@ TEST_F(ExtensionCursor, DefaultReplacesWhatIsHeld) {
     cursor.SetType(nullptr);
     cursor.Default();
     EXPECT_EQ(held(cursor), ".tmx-a (none) hDmp note");
+    givenDefault("Default Mac Type", "BI\0"s);
+    cursor.Default();
+    EXPECT_EQ(held(cursor), ".tmx-a (none) hDmp note") << "a malformed default for a code that is not held";
+    cursor.SetType(text("t"));
+    cursor.Default();
+    EXPECT_EQ(held(cursor), ".tmx-a TEXT dosa note") << "held codes fall back together";
 }
 
 }  // namespace

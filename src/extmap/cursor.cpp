@@ -185,12 +185,13 @@ int CExtensionMap::Find(char* wanted) {
 }
 
 void CExtensionMap::Default() {
-    // A held code may be shorter than the buffer that the lookup fills.
+    // A held code may be shorter than what the lookup fills. A default for a code that is not held is not asked for,
+    // and so cannot spoil the other one.
     CodeBuffer defaultType;
     CodeBuffer defaultCreator;
     SExtensionMap defaults;
-    defaults.type = defaultType;
-    defaults.creator = defaultCreator;
+    if (type) defaults.type = defaultType;
+    if (creator) defaults.creator = defaultCreator;
     GetDefaultExtMap(&defaults);
     if (type) SetType(defaultType);
     if (creator) SetCreator(defaultCreator);
