@@ -5,6 +5,8 @@
 
 #include <string>
 
+#include "code_pages.h"
+
 namespace tamrix {
 namespace {
 
@@ -67,6 +69,10 @@ TEST(MappingLines, AreStoredForCodesThatAMappingCanHold) {
     EXPECT_TRUE(canBeStored("", "abc"));
     EXPECT_FALSE(canBeStored("dosax", "TEXT"));
     EXPECT_FALSE(canBeStored("dosa", "TEXTx"));
+    if (testing_support::useCodePage(932)) {
+        EXPECT_FALSE(canBeStored("dosa", "TEXT\x83")) << "half a character is a byte";
+    }
+    testing_support::useCodePage(1252);
 }
 
 }  // namespace

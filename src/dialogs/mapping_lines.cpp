@@ -4,13 +4,13 @@
 #include <initializer_list>
 #include <new>
 
+#include "extmap/store_layout.h"
 #include "tamrix32/strings.h"
 
 namespace tamrix {
 namespace {
 
 constexpr int kLongestTypedExtension = 15;
-constexpr int kCodeLength = 4;
 
 /// Three strings in one; null parts are empty.
 OwnedText joined(const char* first, const char* second, const char* third) {
@@ -52,7 +52,8 @@ MappingLine splitLine(OwnedText line) {
 }
 
 bool canBeStored(const char* creator, const char* type) {
-    return dbcs_strlen(creator) <= kCodeLength && dbcs_strlen(type) <= kCodeLength;
+    // Codes are bytes: half a character counts, too.
+    return std::strlen(creator) <= kCodeLength && std::strlen(type) <= kCodeLength;
 }
 
 }  // namespace tamrix
