@@ -11,7 +11,7 @@
 #include "tamrix32/extmap.h"
 #include "windows/allocations.h"
 #include "windows/import_hook.h"
-#include "windows/user.h"
+#include "windows/mapping_dialog_user.h"
 
 namespace {
 
@@ -20,13 +20,6 @@ using extmap_store::exists;
 using extmap_store::givenMapping;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr char kEditCaption[] = "Edit File Extension Mapping";
-constexpr char kAddCaption[] = "Add Filename Extension Mapping";
-constexpr char kConfirmation[] = "Are You Sure?";
-constexpr char kError[] = "Error:";
-
-enum Item { kList = 414, kAdd, kRemove, kHelp, kExtension, kComment, kCreator = 380, kType = 379 };
 
 /// The calls of WinHelpA, as "file command data".
 std::mutex helpLock;
@@ -48,69 +41,6 @@ bool waitForHelpCall() {
         const std::lock_guard lock(helpLock);
         return !helpCalls.empty();
     });
-}
-
-HWND item(HWND dialog, int id) {
-    return GetDlgItem(dialog, id);
-}
-
-bool isEnabled(HWND dialog, int id) {
-    return IsWindowEnabled(item(dialog, id)) != FALSE;
-}
-
-std::vector<std::string> listOf(HWND dialog) {
-    return linesOf(item(dialog, kList));
-}
-
-bool waitForLines(HWND dialog, std::size_t count) {
-    return waitUntil([&] { return listOf(dialog).size() == count; });
-}
-
-LRESULT selection(HWND dialog) {
-    return SendMessageA(item(dialog, kList), LB_GETCURSEL, 0, 0);
-}
-
-HWND focusOf(HWND dialog) {
-    GUITHREADINFO info = {};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-    return info.hwndFocus;
-}
-
-void selectLine(HWND dialog, int index) {
-    RECT line;
-    SendMessageA(item(dialog, kList), LB_GETITEMRECT, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(&line));
-    clickAt(item(dialog, kList), line.left + 10, (line.top + line.bottom) / 2);
-    EXPECT_TRUE(waitUntil([&] { return selection(dialog) == index; }));
-}
-
-void fill(HWND dialog, int id, const std::string& text) {
-    SendMessageA(item(dialog, id), WM_SETTEXT, 0, reinterpret_cast<LPARAM>(text.c_str()));
-}
-
-/// Clicks a button that closes its dialog.
-void clickAway(HWND dialog, int id) {
-    click(item(dialog, id));
-    EXPECT_TRUE(waitUntilGone(dialog));
-}
-
-HWND openAddDialog(HWND dialog) {
-    click(item(dialog, kAdd));
-    return waitForWindow(kAddCaption);
-}
-
-void addMapping(HWND dialog, const std::string& extension, const std::string& comment) {
-    const HWND add = openAddDialog(dialog);
-    fill(add, kExtension, extension);
-    fill(add, kComment, comment);
-    clickAway(add, IDOK);
-}
-
-void confirm(HWND dialog) {
-    click(item(dialog, IDOK));
-    const HWND question = waitForWindow(kConfirmation);
-    clickAway(question, IDOK);
-    EXPECT_TRUE(waitUntilGone(dialog));
 }
 
 /// What the flat functions say of an extension, as "type creator comment".
