@@ -37,6 +37,13 @@ public:
         AboutProbe::initDialog(dialog);
         if (whenShown) whenShown(*this);
     }
+    void dialogDestroyed() override {
+        const HWND going = shown;
+        AboutProbe::dialogDestroyed();
+        // A modeless box is gone by now; its window, not quite.
+        SendMessageA(going, WM_TIMER, 1, 0);
+        SendMessageA(going, WM_LBUTTONDOWN, 0, 0);
+    }
 
     HWND shown = nullptr;
     int closable = 1;
@@ -204,10 +211,14 @@ TEST_F(AboutBox, StaysOpenWhileADerivedClassRefuses) {
 }
 
 TEST_F(AboutBox, GoesOnceWhenItsWindowIsDestroyedByOthersOrWhileItOpens) {
+    TAMRIX_WATCH("user32.dll", InvalidateRect);
     Box* const destroyed = new Box;
     destroyed->invoke(0);
     DestroyWindow(destroyed->shown);
     EXPECT_EQ(diary.deleted, 1);
+
+    EXPECT_EQ(watchInvalidateRect.calls(), 0) << "the timer of a window that still vanishes reaches no box";
+    EXPECT_EQ(diary.asked, 1) << "by the focus that went, and no more once it was gone";
 
     Box* const hasty = new Box;
     hasty->whenShown = [](Box& opened) { opened.revoke(); };
