@@ -7,7 +7,8 @@ else()
 endif()
 if(WIN32)
     tamrix_suite(extension_map_dialogs_test
-        SOURCES windows/extension_map_dialogs_test.cpp windows/user.cpp windows/allocations.cpp)
+        SOURCES windows/extension_map_dialogs_test.cpp windows/extension_map_refusals_test.cpp windows/user.cpp
+                windows/allocations.cpp)
 endif()
 if(WIN32)
     target_sources(shipped_dll PRIVATE windows/shipped_dialogs_test.cpp windows/user.cpp)

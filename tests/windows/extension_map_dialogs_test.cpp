@@ -291,18 +291,6 @@ TEST_F(MappingDialogs, GiveHelpOnTheDialogAndOnEachControl) {
     });
 }
 
-TEST_F(MappingDialogs, DoNothingOnOtherCommandsAndCodes) {
-    edit([](HWND dialog) {
-        for (const int id : {int{kAdd}, int{kRemove}, IDOK, IDCANCEL}) {
-            SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, BN_DBLCLK), 0);
-            EXPECT_EQ(GetWindowLongA(dialog, DWL_MSGRESULT), 0);
-        }
-        EXPECT_TRUE(IsWindow(dialog));
-        EXPECT_EQ(GetLastActivePopup(dialog), dialog) << "nothing was opened";
-        clickAway(dialog, IDCANCEL);
-    });
-}
-
 TEST_F(MappingDialogs, RefuseMissingCodes) {
     EXPECT_EQ(show(nullptr, "TmxT"), 0);
     EXPECT_EQ(show("TmxC", nullptr), 0);
