@@ -8,6 +8,7 @@
 #include "frame/settings.h"
 #include "tamrix32/dialogs.h"
 #include "template_builder.h"
+#include "windows/call_watch.h"
 #include "windows/import_hook.h"
 
 namespace tamrix {
@@ -278,6 +279,29 @@ TEST_F(LoadedTemplate, FollowsItsNewFontInSizeWhenAsked) {
     EXPECT_EQ(loaded(kArial, true), "Arial 20 200 x 100") << "nothing to measure against";
     dialogFontSettings = {};
     EXPECT_EQ(loaded(kArial, true), "Arial 8 200 x 100") << "a font of its own";
+}
+
+TEST_F(LoadedTemplate, KeepsItsSizeWhereTheFontsCannotBeMeasured) {
+    TAMRIX_WATCH("user32.dll", GetDC);
+    TAMRIX_WATCH("gdi32.dll", CreateFontA);
+    TAMRIX_WATCH("gdi32.dll", GetTextMetricsA);
+    TAMRIX_WATCH("kernel32.dll", WideCharToMultiByte);
+    givenConfiguredFont("Arial", 20);
+    const auto expectKept = [this](auto& watch, int call, const char* reason) {
+        ASSERT_TRUE(watch.installed()) << reason;
+        watch.failNth(call);
+        EXPECT_EQ(loaded(kArial, true), "Arial 20 200 x 100") << reason;
+        EXPECT_TRUE(watch.failed()) << reason;
+        EXPECT_EQ(openContexts, 0) << reason;
+        EXPECT_EQ(openFonts, 0) << reason;
+    };
+    expectKept(watchGetDC, 2, "no screen to measure on; the first one is for the default font's size");
+    expectKept(watchWideCharToMultiByte, 1, "the face's length");
+    expectKept(watchWideCharToMultiByte, 2, "the face");
+    expectKept(watchCreateFontA, 1, "no font");
+    expectKept(watchGetTextMetricsA, 1, "the new font");
+    expectKept(watchGetTextMetricsA, 2, "the reference font");
+    EXPECT_NE(loaded(kArial, true), "Arial 20 200 x 100") << "with nothing failing";
 }
 
 TEST_F(LoadedTemplate, IsTheSameEachTimeAndLeavesNothingOpen) {
