@@ -7,6 +7,7 @@
 #include <functional>
 #include <string>
 
+#include "code_pages.h"
 #include "tamrix32/browse.h"
 #include "windows/allocations.h"
 #include "windows/import_hook.h"
@@ -114,6 +115,19 @@ TEST_F(BrowseRecord, DiffersByMode) {
         expected.lpstrInitialDir = asked.record.lpstrInitialDir;
         EXPECT_EQ(std::memcmp(&asked.record, &expected, 76), 0) << "every other field is zero";
     }
+}
+
+TEST_F(BrowseRecord, TakesNoTrailByteForABackslash) {
+    if (!useCodePage(932)) GTEST_SKIP() << "needs code page 932";
+    char initial[] = "D:\\\x95\\.txt";  // hyo, whose second byte is a backslash's
+    CBrowseDlg(1).invoke(nullptr, path, initial);
+    EXPECT_EQ(asked.initialFolder, "D:");
+    EXPECT_EQ(asked.file, initial + 3);
+    asked.answer = 1;
+    asked.answeredPath = "D:\\\x95\\\\"s + kPlaceholder;
+    CBrowseDlg(0, 1).invoke(nullptr, path, initial);
+    EXPECT_EQ(asked.initialFolder, initial);
+    EXPECT_STREQ(path, "D:\\\x95\\");
 }
 
 TEST_F(BrowseRecord, CarriesTitleAndFilter) {
