@@ -1,5 +1,5 @@
-// Names under drawn rules: no capacity is overrun, what is measured suffices, a cut result is a terminated prefix, and
-// a name without ambiguities comes back.
+// Names under drawn rules: no byte outside the name is looked at, no capacity is overrun, what is measured suffices, a
+// cut result is a terminated prefix, and a name without ambiguities comes back.
 #include <cstring>
 #include <memory>
 #include <string>
@@ -7,18 +7,20 @@
 #include "charset/name_rules.h"
 #include "fuzz_input.h"
 #include "macnames/name_codec.h"
+#include "string_model.h"
 
 namespace {
 
 using fuzzing::require;
 using tamrix::NameRules;
+using testing_support::Exact;
 
 using Translation = decltype(&tamrix::macToWindows);
 
 /// The bytes written without the last terminator, in a block whose end the sanitizer watches.
 std::string whole(Translation translation, const NameRules& rules, const std::string& name, int capacity) {
     const std::unique_ptr<char[]> block(new char[static_cast<std::size_t>(capacity)]);
-    const int written = translation(rules, block.get(), name.c_str(), static_cast<unsigned>(capacity));
+    const int written = translation(rules, block.get(), Exact(name), static_cast<unsigned>(capacity));
     require(written > 0 && written <= capacity && block[static_cast<std::size_t>(written) - 1] == 0);
     return {block.get(), static_cast<std::size_t>(written) - 1};
 }
@@ -26,7 +28,7 @@ std::string whole(Translation translation, const NameRules& rules, const std::st
 void cut(Translation translation, const NameRules& rules, const std::string& name, const std::string& result,
          std::size_t size) {
     const std::unique_ptr<char[]> block(new char[size]);
-    const int written = translation(rules, block.get(), name.c_str(), static_cast<unsigned>(size));
+    const int written = translation(rules, block.get(), Exact(name), static_cast<unsigned>(size));
     require(written == (size > result.size() ? static_cast<int>(result.size()) + 1 : tamrix::kDoesNotFit));
     const void* terminator = std::memchr(block.get(), 0, size);
     require(terminator != nullptr);
@@ -66,14 +68,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         tamrix::makeNameRules(quotes, leads, leads.hasLeadBytes ? nullptr : &tamrix::kCharacterTable);
 
     const std::string windows =
-        whole(tamrix::macToWindows, rules, name, tamrix::macToWindowsCapacity(rules, name.c_str()));
-    const int capacity = tamrix::windowsToMacCapacity(rules, windows.c_str());
+        whole(tamrix::macToWindows, rules, name, tamrix::macToWindowsCapacity(rules, Exact(name)));
+    const int capacity = tamrix::windowsToMacCapacity(rules, Exact(windows));
     const std::string back = whole(tamrix::windowsToMac, rules, windows, capacity);
     require(static_cast<int>(back.size()) + 1 == capacity);
     if (comesBack(rules, name)) require(back == name);
 
     cut(tamrix::macToWindows, rules, name, windows, 1u + drawnSize % (windows.size() + 2));
     cut(tamrix::windowsToMac, rules, windows, back, 1u + drawnSize % (back.size() + 2));
-    whole(tamrix::windowsToMac, rules, name, tamrix::windowsToMacCapacity(rules, name.c_str()));
+    whole(tamrix::windowsToMac, rules, name, tamrix::windowsToMacCapacity(rules, Exact(name)));
     return 0;
 }

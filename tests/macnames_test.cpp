@@ -16,11 +16,13 @@
 #include "macnames/name_codec.h"
 #include "macnames/sbcs.h"
 #include "published_tables.h"
+#include "string_model.h"
 
 namespace {
 
 using namespace std::string_literals;
 using namespace tamrix;
+using testing_support::Exact;
 using testing_support::imagesInMacintosh;
 using testing_support::imagesInWindows;
 using testing_support::kCodePages;
@@ -51,18 +53,6 @@ void PrintTo(const Outcome& outcome, std::ostream* out) {
 }
 
 using Translation = decltype(&macToWindows);
-
-/// A name in a block of its own size, so that the sanitizer sees a look at the byte before or behind it.
-class Exact {
-public:
-    explicit Exact(const std::string& name) : bytes(new char[name.size() + 1]) {
-        std::memcpy(bytes.get(), name.c_str(), name.size() + 1);
-    }
-    operator const char*() const { return bytes.get(); }
-
-private:
-    std::unique_ptr<char[]> bytes;
-};
 
 /// Translates into a block of exactly `size` bytes, which the sanitizer watches, and into one with guards behind it.
 Outcome translate(Translation translation, const NameRules& rules, const std::string& name, unsigned size) {

@@ -5,75 +5,24 @@
 #include <gmock/gmock.h>
 
 #include <cstring>
-#include <memory>
 #include <random>
 #include <string>
-#include <vector>
 
 #include "code_pages.h"
+#include "published_tables.h"
+#include "string_model.h"
 
 namespace {
 
 using namespace std::string_literals;
-
-/// The lead bytes as the code pages' publishers list them.
-bool isPublishedLead(UINT page, unsigned byte) {
-    if (page == 1252) return false;
-    if (page == 932) return (byte >= 0x81 && byte <= 0x9F) || (byte >= 0xE0 && byte <= 0xFC);
-    return byte >= 0x81 && byte <= 0xFE;
-}
-
-/// A string on the heap with not one byte behind its terminator.
-class Exact {
-public:
-    explicit Exact(const std::string& text) : bytes_(new char[text.size() + 1]) {
-        std::memcpy(bytes_.get(), text.c_str(), text.size() + 1);
-    }
-    operator char*() const { return bytes_.get(); }
-
-private:
-    std::unique_ptr<char[]> bytes_;
-};
-
-/// The characters of a string; a lone lead byte ends it.
-std::vector<std::string> charactersOf(UINT page, const std::string& text) {
-    std::vector<std::string> characters;
-    for (std::size_t i = 0; i < text.size();) {
-        const bool isDouble = isPublishedLead(page, static_cast<unsigned char>(text[i]));
-        if (isDouble && i + 1 == text.size()) break;
-        characters.push_back(text.substr(i, isDouble ? 2 : 1));
-        i += characters.back().size();
-    }
-    return characters;
-}
-
-/// As many whole characters as `room` bytes hold.
-std::string fitting(const std::vector<std::string>& characters, std::size_t room) {
-    std::string text;
-    for (const std::string& character : characters) {
-        if (text.size() + character.size() > room) break;
-        text += character;
-    }
-    return text;
-}
-
-/// What a call leaves of a buffer of `size` bytes, with the guard bytes around it checked.
-template <typename Call>
-std::string bufferAfter(std::size_t size, Call call) {
-    constexpr char kGuard = '\xAA';
-    std::string area(size + 16, kGuard);
-    call(area.data() + 8);
-    EXPECT_EQ(area.substr(0, 8), std::string(8, kGuard));
-    EXPECT_EQ(area.substr(size + 8), std::string(8, kGuard));
-    return area.substr(8, size);
-}
+using testing_support::Exact;
 
 class CodePages : public testing::TestWithParam<UINT> {
 protected:
     void SetUp() override { ASSERT_TRUE(testing_support::useCodePage(GetParam())); }
     void TearDown() override { testing_support::useCodePage(1252); }
 
-    std::vector<std::string> charactersOf(const std::string& text) { return ::charactersOf(GetParam(), text); }
+    const tamrix::LeadByteTable leads_ = testing_support::leadBytesOf(static_cast<int>(GetParam()));
 
     /// Mostly bytes that matter: leads, trails that look like leads or like ASCII, letters of both cases.
     std::string randomText(std::size_t most) {
@@ -94,15 +43,13 @@ class SingleByte : public CodePages {};
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(DoubleByte);
 GTEST_ALLOW_UNINSTANTIATED_PARAMETERIZED_TEST(SingleByte);
 
-constexpr int kRounds = 1000;
-
 std::string pageName(const testing::TestParamInfo<UINT>& page) {
     return std::to_string(page.param);
 }
 
 TEST_P(CodePages, KnowsTheLeadBytes) {
     for (unsigned byte = 0; byte < 256; ++byte)
-        EXPECT_EQ(isdbchar(static_cast<char>(byte)), isPublishedLead(GetParam(), byte)) << byte;
+        EXPECT_EQ(isdbchar(static_cast<char>(byte)), leads_.isLead[byte]) << byte;
 }
 
 TEST_P(CodePages, AcceptsNullEverywhere) {
@@ -135,113 +82,19 @@ TEST_P(CodePages, AcceptsNullEverywhere) {
     EXPECT_STREQ(text, "");
 }
 
-TEST_P(CodePages, CopiesWholeCharactersIntoEveryCapacity) {
-    for (int round = 0; round < kRounds; ++round) {
-        const std::string text = randomText(12);
-        const Exact source(text);
-        const auto characters = charactersOf(text);
-        const std::string whole = fitting(characters, text.size());
-        SCOPED_TRACE(testing::PrintToString(text));
-        ASSERT_EQ(dbcs_strlen(source), static_cast<int>(whole.size()));
-        ASSERT_EQ(bufferAfter(whole.size() + 1, [&](char* b) { EXPECT_EQ(dbcs_strcpy(b, source), b); }), whole + '\0');
-        ASSERT_EQ(bufferAfter(whole.size() + 2,
-                              [&](char* b) {
-                                  std::memcpy(b, "z", 2);
-                                  EXPECT_EQ(dbcs_strcat(b, source), b);
-                              }),
-                  "z" + whole + '\0');
-        for (std::size_t size = 0; size <= text.size() + 2; ++size) {
-            const int capacity = static_cast<int>(size);
-            std::string padded = fitting(characters, size);
-            padded.resize(size);
-            ASSERT_EQ(bufferAfter(size, [&](char* b) { EXPECT_EQ(dbcs_strncpy(b, source, capacity), b); }), padded);
-            if (size == 0) continue;
-            const std::string cut = fitting(characters, size - 1);
-            const std::string buffer =
-                bufferAfter(size, [&](char* b) { EXPECT_EQ(BufStrCpy(b, source, capacity), int(cut.size())); });
-            ASSERT_EQ(buffer.substr(0, cut.size() + 1), cut + '\0');
-        }
-    }
-}
-
-TEST_P(CodePages, StepsBackAndCutsAtCharacters) {
-    for (int round = 0; round < kRounds; ++round) {
-        const std::string text = randomText(12);
-        const Exact string(text);
-        SCOPED_TRACE(testing::PrintToString(text));
-        int start = 0;
-        for (const std::string& character : charactersOf(text)) {
-            const int end = start + static_cast<int>(character.size());
-            for (int n = start + 1; n <= end; ++n) {
-                ASSERT_EQ(dbcs_prevchar(string + n, string) - string, GetParam() == 1252 ? n - 1 : start) << n;
-                ASSERT_EQ(dbcs_trunc(string, n, 0), n == end ? end : start) << n;
-                ASSERT_EQ(dbcs_trunc(string, n, 1), n == end ? end : start) << n;
-            }
-            start = end;
-        }
-        for (int n = start; n < start + 4; ++n) ASSERT_EQ(dbcs_trunc(string, n, 1), start) << n;
-        ASSERT_EQ(dbcs_trunc(string, 0, 0), 0);
-    }
-}
-
-TEST_P(CodePages, OrdersByCharacterValue) {
-    const auto values = [this](const std::string& text) {
-        std::vector<int> numbers;
-        for (const std::string& c : charactersOf(text)) {
-            int number = 0;
-            for (const char byte : c) number = number * 256 + static_cast<unsigned char>(byte);
-            numbers.push_back(number);
-        }
-        return numbers;
-    };
-    const auto sign = [](int number) { return (number > 0) - (number < 0); };
-    for (int round = 0; round < kRounds; ++round) {
-        const std::string left = randomText(4), right = round % 3 ? randomText(4) : left + randomText(1);
-        const auto a = values(left), b = values(right);
-        const int expected = a < b ? -1 : a > b ? 1 : 0;
-        SCOPED_TRACE(testing::PrintToString(left) + " and " + testing::PrintToString(right));
-        ASSERT_EQ(sign(dbcs_strcmp(Exact(left), Exact(right))), expected);
-        ASSERT_EQ(sign(dbcs_stricmp(Exact(left), Exact(right))), -sign(dbcs_stricmp(Exact(right), Exact(left))));
-        const int folded = dbcs_stricmp(Exact(left), Exact(right));
-        ASSERT_TRUE(folded == 0 || expected != 0);
-    }
-}
-
-TEST_P(CodePages, ChangesCaseInPlaceAndBack) {
-    for (int round = 0; round < kRounds; ++round) {
-        const std::string text = randomText(10);
-        SCOPED_TRACE(testing::PrintToString(text));
-        const Exact upper(text), lower(text), both(text);
-        ASSERT_EQ(dbcs_strupr(upper), static_cast<char*>(upper));
-        ASSERT_EQ(dbcs_strlwr(lower), static_cast<char*>(lower));
-        ASSERT_EQ(dbcs_stricmp(upper, lower), 0);
-        ASSERT_STREQ(dbcs_strupr(dbcs_strlwr(both)), upper) << "the way there and back";
-        const auto before = charactersOf(text), after = charactersOf(static_cast<char*>(upper));
-        ASSERT_EQ(before.size(), after.size());
-        for (std::size_t i = 0; i < before.size(); ++i) {
-            ASSERT_EQ(before[i].size(), after[i].size());
-            const char byte = before[i][0];
-            const bool isSmall = before[i].size() == 1 && byte >= 'a' && byte <= 'z';
-            if (before[i].size() == 1) {
-                ASSERT_EQ(after[i][0], isSmall ? byte - 32 : byte);
-            }
-        }
+TEST_P(CodePages, AgreeWithTheirModelOnRandomStrings) {
+    for (int round = 0; round < 2000; ++round) {
+        const std::string text = randomText(12), other = round % 3 ? randomText(4) : text + randomText(1);
+        const char* const disagreement = testing_support::StringModel(leads_, text).disagreement(other);
+        ASSERT_EQ(disagreement, nullptr) << disagreement << " of " << testing::PrintToString(text) << " and "
+                                         << testing::PrintToString(other);
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Strings, CodePages,
                          testing::ValuesIn(testing_support::codePagesAmong({1252u, 932u, 936u, 949u, 950u})), pageName);
 
-TEST_P(SingleByte, BehavesAsC) {
-    for (int round = 0; round < kRounds; ++round) {
-        const std::string text = randomText(12);
-        const Exact string(text);
-        for (int c = -128; c < 256; c += 1 + round % 5) {
-            ASSERT_EQ(dbcs_strchr(string, c), std::strchr(string, c)) << c;
-            ASSERT_EQ(dbcs_strrchr(string, c), std::strrchr(string, c)) << c;
-        }
-        ASSERT_EQ(dbcs_strchr(string, 0), string + text.size());
-    }
+TEST_P(SingleByte, CutsWhereItIsTold) {
     EXPECT_EQ(dbcs_trunc("ab", -3, 1), -3);
 }
 
@@ -294,8 +147,9 @@ TEST_P(DoubleByte, LeavesOutWhatDoesNotFit) {
         EXPECT_EQ(BufStrCpy(buffer, text.c_str(), row.size), int(std::strlen(row.buffer))) << row.size;
         EXPECT_STREQ(buffer, row.buffer) << row.size;
     }
-    EXPECT_EQ(bufferAfter(2, [](char* b) { dbcs_strncpy(b, "a\x81\x40", 2); }), "a\0"s);
-    EXPECT_EQ(bufferAfter(3, [](char* b) { dbcs_strncpy(b, "a\x81\x40", 3); }), "a\x81\x40");
+    char bounded[] = "????";
+    EXPECT_EQ(std::string(dbcs_strncpy(bounded, "a\x81\x40", 2), 4), "a\0??"s);
+    EXPECT_EQ(std::string(dbcs_strncpy(bounded, "a\x81\x40", 3), 4), "a\x81\x40?");
     EXPECT_EQ(dbcs_trunc("\x81\x40\x81\x41", 3, 0), 2);
     EXPECT_EQ(dbcs_trunc("\x81\x40\x81\x41", 10, 1), 4);
 }
