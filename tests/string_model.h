@@ -78,7 +78,7 @@ private:
         const std::unique_ptr<char[]> area(new char[size + 4]);
         std::memset(area.get(), kGuard, size + 4);
         if (!call(area.get())) return false;
-        const auto isGuard = [](char byte) { return byte == kGuard; };
+        const auto isGuard = [](char value) { return value == kGuard; };
         return std::memcmp(area.get(), expected.data(), expected.size()) == 0 &&
                std::all_of(area.get() + size, area.get() + size + 4, isGuard);
     }
