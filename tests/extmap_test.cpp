@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <tuple>
+
 #include "extmap/extension_key.h"
 #include "extmap_store.h"
 
@@ -338,6 +340,21 @@ TEST_F(ExtensionStore, TheRecordBeginsEmptyAndCopiesPointers) {
     EXPECT_EQ(map->comment, nullptr);
     EXPECT_EQ(map->extensionSize, 0);
     EXPECT_EQ(map->commentSize, 0U);
+
+    char buffers[4][5] = {};
+    SExtensionMap full;
+    full.index = 1;
+    full.extension = buffers[0];
+    full.type = buffers[1];
+    full.creator = buffers[2];
+    full.comment = buffers[3];
+    full.extensionSize = 5;
+    full.commentSize = 6;
+    *map = full;
+    const auto fields = [](const SExtensionMap& m) {
+        return std::tie(m.index, m.extension, m.type, m.creator, m.comment, m.extensionSize, m.commentSize);
+    };
+    EXPECT_TRUE(fields(*map) == fields(full));
 }
 
 TEST(ExtensionKeyName, CutsOnlyWhatItPutsADotBefore) {
