@@ -83,7 +83,7 @@ private:
         const auto end = line.find('\\');
         const std::string_view rootName = line.substr(0, end);
         for (const Root& root : registry().roots) {
-            if (foldedName(rootName) != foldedName(root.name)) continue;
+            if (compareNames(rootName, root.name) != 0) continue;
             keys.push_back({root.key, std::string(end == std::string_view::npos ? "" : line.substr(end + 1)), {}});
             for (const std::string_view component : pathComponents(keys.back().path))
                 if (component.size() > kMaxKeyName) fail("a key name of more than 255 bytes");

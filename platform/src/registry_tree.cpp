@@ -2,44 +2,9 @@
 
 #include <algorithm>
 #include <ctime>
-
-#include "code_page.h"
+#include <utility>
 
 namespace standin {
-
-std::u16string foldedName(std::string_view name) {
-    const CodePage& page = ansiCodePage();
-    std::u16string folded;
-    folded.reserve(name.size());
-    while (!name.empty()) {
-        const WORD character = page.take(name);
-        // Characters without a Unicode value stay apart from each other: a surrogate pair spells them.
-        if (const auto unit = page.toUnicode(character)) {
-            folded += upperUnit(*unit);
-        } else {
-            folded += static_cast<WCHAR>(0xD800 + HIBYTE(character));
-            folded += static_cast<WCHAR>(0xDC00 + LOBYTE(character));
-        }
-    }
-    return folded;
-}
-
-std::vector<std::string_view> pathComponents(std::string_view path) {
-    std::vector<std::string_view> components;
-    const CodePage& page = ansiCodePage();
-    const char* start = path.data();
-    const auto finish = [&](const char* end) {
-        if (end != start) components.emplace_back(start, static_cast<std::size_t>(end - start));
-    };
-    while (!path.empty()) {
-        const char* at = path.data();
-        if (page.take(path) != '\\') continue;
-        finish(at);
-        start = path.data();
-    }
-    finish(path.data());
-    return components;
-}
 
 std::shared_ptr<Key> findKey(const std::shared_ptr<Key>& from, std::string_view path) {
     std::shared_ptr<Key> key = from;
@@ -58,51 +23,85 @@ std::string_view SubkeyEntry::name() const {
     return size_ <= sizeof shortName_ ? std::string_view(shortName_, size_) : std::string_view(key_->name());
 }
 
-Key::Key(std::string_view name) : name_(name), foldedName_(standin::foldedName(name)) {
-    touch();
-}
-
-std::shared_ptr<Key> Key::child(std::string_view name) const {
-    const auto found = byName_.find(standin::foldedName(name));
-    return found == byName_.end() ? nullptr : found->second;
-}
-
 namespace {
 
-bool foldsBefore(const SubkeyEntry& left, const SubkeyEntry& right) {
-    return left.key().foldedName() < right.key().foldedName();
+bool comesBefore(const SubkeyEntry& left, const SubkeyEntry& right) {
+    return compareNames(left.name(), right.name()) < 0;
 }
 
 }  // namespace
 
+/// Where the name lies, or the free place where it would.
+std::size_t Subkeys::placeOf(std::string_view name, std::uint32_t hash) const {
+    std::size_t place = hash & (places_.size() - 1);
+    while (places_[place].key && (places_[place].hash != hash || compareNames(places_[place].key->name(), name) != 0))
+        place = after(place);
+    return place;
+}
+
+std::shared_ptr<Key> Subkeys::find(std::string_view name) const {
+    return places_.empty() ? nullptr : places_[placeOf(name, hashName(name))].key;
+}
+
+void Subkeys::grow() {
+    std::vector<Place> former =
+        std::exchange(places_, std::vector<Place>(std::max<std::size_t>(8, places_.size() * 2)));
+    for (Place& place : former)
+        if (place.key) std::swap(places_[placeOf(place.key->name(), place.hash)], place);
+}
+
+void Subkeys::add(std::shared_ptr<Key> key) {
+    if (places_.size() < 2 * (ordered_.size() + 1)) grow();
+    const SubkeyEntry entry(*key);
+    ordered_.insert(std::upper_bound(ordered_.begin(), ordered_.end(), entry, comesBefore), entry);
+    const std::uint32_t hash = hashName(key->name());
+    const std::size_t place = placeOf(key->name(), hash);
+    places_[place] = {std::move(key), hash};
+}
+
+void Subkeys::remove(const Key& key) {
+    std::size_t free = placeOf(key.name(), hashName(key.name()));
+    const auto at = [&key](const SubkeyEntry& entry) { return &entry.key() == &key; };
+    ordered_.erase(std::ranges::find_if(ordered_, at));
+    const std::shared_ptr<Key> removed = std::move(places_[free].key);
+    // Whoever was put behind the free place because it was taken moves up, so that a search still comes by.
+    const std::size_t mask = places_.size() - 1;
+    for (std::size_t next = after(free); places_[next].key; next = after(next)) {
+        const std::size_t wanted = places_[next].hash & mask;
+        if (((next - wanted) & mask) < ((next - free) & mask)) continue;
+        places_[free] = std::move(places_[next]);
+        free = next;
+    }
+}
+
+void Subkeys::clear() {
+    ordered_.clear();
+    places_.clear();
+}
+
 std::shared_ptr<Key> Key::addChild(std::string_view name) {
     auto child = std::make_shared<Key>(name);
     child->parent = this;
-    byName_.emplace(child->foldedName(), child);
-    const SubkeyEntry entry(*child);
-    ordered_.insert(std::upper_bound(ordered_.begin(), ordered_.end(), entry, foldsBefore), entry);
+    children_.add(child);
     touch();
     return child;
 }
 
 void Key::removeChild(Key& child) {
-    const auto [first, last] = std::equal_range(ordered_.begin(), ordered_.end(), SubkeyEntry(child), foldsBefore);
     child.markDeleted();
-    const std::u16string folded = child.foldedName();
-    ordered_.erase(first, last);
-    byName_.erase(folded);
+    children_.remove(child);
     touch();
 }
 
 Value* Key::value(std::string_view name) {
-    const std::u16string folded = standin::foldedName(name);
-    const auto found = std::ranges::find(values_, folded, &Value::foldedName);
+    const auto found =
+        std::ranges::find_if(values_, [name](const Value& value) { return compareNames(value.name, name) == 0; });
     return found == values_.end() ? nullptr : &*found;
 }
 
 Value& Key::addValue(std::string_view name) {
     if (Value* present = value(name)) return *present;
-    values_.push_back({std::string(name), standin::foldedName(name), REG_NONE, {}});
+    values_.push_back({std::string(name), REG_NONE, {}});
     return values_.back();
 }
 
@@ -115,9 +114,8 @@ bool Key::removeValue(std::string_view name) {
 }
 
 void Key::clear() {
-    for (const SubkeyEntry& child : ordered_) child.key().markDeleted();
-    ordered_.clear();
-    byName_.clear();
+    for (const SubkeyEntry& child : children()) child.key().markDeleted();
+    children_.clear();
     values_.clear();
     denied = false;
 }
@@ -125,7 +123,7 @@ void Key::clear() {
 void Key::markDeleted() {
     deleted = true;
     parent = nullptr;
-    for (const SubkeyEntry& child : ordered_) child.key().markDeleted();
+    for (const SubkeyEntry& child : children()) child.key().markDeleted();
 }
 
 void Key::touch() {

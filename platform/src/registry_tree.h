@@ -13,6 +13,8 @@
 #include <unordered_map>
 #include <vector>
 
+#include "registry_names.h"
+
 namespace standin {
 
 constexpr std::size_t kMaxKeyName = 255;      // bytes, without terminator
@@ -20,9 +22,8 @@ constexpr std::size_t kMaxValueName = 16383;  // bytes, without terminator
 
 struct Value {
     std::string name;
-    std::u16string foldedName;
     DWORD type = REG_NONE;
-    std::vector<BYTE> data;
+    std::vector<BYTE> data;  // in a block of its own and exactly as large, so that a sanitizer sees what reads past it
 };
 
 class Key;
@@ -42,20 +43,42 @@ private:
     char shortName_[23];
 };
 
-/// A key and all below it. Subkeys are kept by name and in order, so that both opening one and fetching the nth take a
-/// time that doesn't depend on how many there are.
+/// The subkeys of a key, by name and in order, so that both opening one and fetching the nth take a time that doesn't
+/// depend on how many there are. Who looks a name up reads one place of the table and the key.
+class Subkeys {
+public:
+    const std::vector<SubkeyEntry>& ordered() const { return ordered_; }
+    std::shared_ptr<Key> find(std::string_view name) const;
+    void add(std::shared_ptr<Key> key);
+    void remove(const Key& key);
+    void clear();
+
+private:
+    struct Place {
+        std::shared_ptr<Key> key;  // none: free, and the end of a run of places that a name may lie in
+        std::uint32_t hash = 0;
+    };
+
+    std::size_t placeOf(std::string_view name, std::uint32_t hash) const;
+    std::size_t after(std::size_t place) const { return (place + 1) & (places_.size() - 1); }
+    void grow();
+
+    std::vector<Place> places_;  // a power of two of them, at most half taken
+    std::vector<SubkeyEntry> ordered_;
+};
+
+/// A key and all below it.
 class Key {
 public:
-    explicit Key(std::string_view name);
+    explicit Key(std::string_view name) : name_(name) { touch(); }
 
     const std::string& name() const { return name_; }
-    const std::u16string& foldedName() const { return foldedName_; }
 
-    std::shared_ptr<Key> child(std::string_view name) const;
+    std::shared_ptr<Key> child(std::string_view name) const { return children_.find(name); }
     std::shared_ptr<Key> addChild(std::string_view name);
     /// Takes a child out, with all below it; handles that are open on them find them deleted.
     void removeChild(Key& child);
-    const std::vector<SubkeyEntry>& children() const { return ordered_; }
+    const std::vector<SubkeyEntry>& children() const { return children_.ordered(); }
 
     Value* value(std::string_view name);
     Value& addValue(std::string_view name);
@@ -74,11 +97,10 @@ public:
 private:
     void markDeleted();
 
-    std::vector<Value> values_;  // first, so that opening a key and reading its values touches little memory
+    // What opening a key and reading its values needs lies together, here and above; the subkeys come last.
+    std::vector<Value> values_;
     std::string name_;
-    std::u16string foldedName_;
-    std::unordered_map<std::u16string, std::shared_ptr<Key>> byName_;
-    std::vector<SubkeyEntry> ordered_;
+    Subkeys children_;
 };
 
 struct OpenKey {
@@ -106,12 +128,6 @@ struct RegistryState {
 };
 
 RegistryState& registry();
-
-/// A name as it is compared: Unicode by the active ANSI code page, in upper case.
-std::u16string foldedName(std::string_view name);
-
-/// A path's components, split at backslashes that are no trail bytes; empty components are dropped.
-std::vector<std::string_view> pathComponents(std::string_view path);
 
 /// The key at a path below `from`, made with all that lacks on the way; null when a component is too long. `created`
 /// says whether it is new.

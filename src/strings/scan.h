@@ -24,7 +24,7 @@ enum class Case : std::uint8_t { upper, lower };
 /// Changes the two bytes of a double-byte character to the wanted case in place; false when that can't be found out.
 using CaseMapping = bool (*)(char* character, Case wanted);
 
-inline char asciiInCase(char byte, Case wanted) {
+constexpr char asciiInCase(char byte, Case wanted) {
     const char first = wanted == Case::upper ? 'a' : 'A';
     return byte >= first && byte <= first + 25 ? static_cast<char>(byte ^ 0x20) : byte;
 }

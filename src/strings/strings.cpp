@@ -2,6 +2,7 @@
 // lead-byte table for the double-byte one.
 #include "tamrix32/strings.h"
 
+#include <array>
 #include <cstring>
 
 #include "strings/case_pairs.h"
@@ -16,17 +17,22 @@ bool isDoubleByte() {
     return leadByteTable.hasLeadBytes != 0;
 }
 
-int smallLetter(char byte) {
-    return static_cast<unsigned char>(tamrix::scan::asciiInCase(byte, Case::lower));
-}
+/// A look-up goes the same way for all bytes; telling letters from others would guess wrong at many.
+constexpr auto kSmallLetters = [] {
+    std::array<unsigned char, 256> letters{};
+    for (std::size_t byte = 0; byte < letters.size(); ++byte)
+        letters[byte] = static_cast<unsigned char>(tamrix::scan::asciiInCase(static_cast<char>(byte), Case::lower));
+    return letters;
+}();
 
 /// C knows no comparison without case, and its vendors' own follow the program's locale. Names that are equal as they
 /// stand are settled by C's comparison, which vendors write for the processor.
 int compareAsciiFolded(const char* a, const char* b) {
     if (std::strcmp(a, b) == 0) return 0;
     for (;; ++a, ++b) {
-        const int difference = *a == *b ? 0 : smallLetter(*a) - smallLetter(*b);
-        if (difference != 0 || *a == 0) return difference;
+        const int left = kSmallLetters[static_cast<unsigned char>(*a)];
+        const int difference = left - kSmallLetters[static_cast<unsigned char>(*b)];
+        if (difference != 0 || left == 0) return difference;
     }
 }
 
