@@ -1,5 +1,7 @@
 #include "bare_loops.h"
 
+#include <cctype>
+
 namespace bare {
 
 int toWindows(const Tables& tables, char* dst, const char* name) {
@@ -37,6 +39,14 @@ int toMac(const Tables& tables, char* dst, const char* name) {
     }
     *out = 0;
     return static_cast<int>(out - dst) + 1;
+}
+
+int compareByTolower(const char* a, const char* b) {
+    for (;; ++a, ++b) {
+        const int difference =
+            std::tolower(static_cast<unsigned char>(*a)) - std::tolower(static_cast<unsigned char>(*b));
+        if (difference != 0 || *a == 0) return difference;
+    }
 }
 
 }  // namespace bare

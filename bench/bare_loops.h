@@ -14,4 +14,7 @@ struct Tables {
 int toWindows(const Tables& tables, char* dst, const char* name);
 int toMac(const Tables& tables, char* dst, const char* name);
 
+/// As a program in C alone compares without regard to case.
+int compareByTolower(const char* a, const char* b);
+
 }  // namespace bare

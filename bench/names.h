@@ -22,3 +22,25 @@ inline std::vector<std::string> sampleNames(std::size_t count, const std::string
     }
     return names;
 }
+
+struct Text {
+    std::string name;
+    std::string same;       // elsewhere in memory
+    std::string otherCase;  // every other letter in the other case
+};
+
+/// Names one by one, and all of them as one.
+struct Texts {
+    std::vector<Text> each;
+    std::vector<Text> joined = std::vector<Text>(1);
+
+    void add(const std::string& name) {
+        std::string otherCase = name;
+        for (std::size_t i = 0; i < name.size(); i += 2)
+            if ((name[i] | 0x20) >= 'a' && (name[i] | 0x20) <= 'z') otherCase[i] = static_cast<char>(name[i] ^ 0x20);
+        each.push_back({name, name, otherCase});
+        joined[0].name += name;
+        joined[0].same += name;
+        joined[0].otherCase += otherCase;
+    }
+};

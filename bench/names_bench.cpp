@@ -1,20 +1,26 @@
-// Name translation against a bare loop and against iconv, and string functions against C's, on the same names.
+// Name translation against a bare loop, iconv and ICU, and string functions against C's, on the same names; and all on
+// a thousand names joined to one.
 #include <benchmark/benchmark.h>
 #include <iconv.h>
+#ifdef TAMRIX_BENCH_ICU
+#include <unicode/ucnv.h>
+#endif
 
 #include <cstring>
 
 #include "bare_loops.h"
+#include "calls.h"
 #include "frame/entry.h"
 #include "frame/settings.h"
 #include "names.h"
-#include "ratio_reporter.h"
+#include "table_reporter.h"
 #include "tamrix32/macnames.h"
 #include "tamrix32/strings.h"
 
 namespace {
 
-constexpr std::size_t kNames = 1024;
+constexpr std::size_t kNames = 1000;
+constexpr unsigned kRoom = 1 << 18;
 
 /// One way through iconv; bytes that it can't translate would end a call early, so names hold none of them.
 class Converter {
@@ -46,9 +52,9 @@ std::string convertibleBytes() {
 }
 
 struct Sample {
-    std::vector<std::string> mac;
-    std::vector<std::string> windows;
-    std::vector<std::string> converted;  // the Macintosh names by iconv
+    Texts mac;
+    Texts windows;
+    Texts converted;  // the Macintosh names by iconv
     bare::Tables tables{};
 };
 
@@ -56,12 +62,12 @@ const Sample& sample() {
     static const Sample made = [] {
         Sample names;
         Converter converter("CP1252", "MACINTOSH");
-        names.mac = sampleNames(kNames, convertibleBytes());
-        for (const std::string& name : names.mac) {
+        for (const std::string& name : sampleNames(kNames, convertibleBytes())) {
             char buffer[256];
+            names.mac.add(name);
             AFPtoOSCopy(buffer, name.c_str(), sizeof buffer);
-            names.windows.push_back(buffer);
-            names.converted.push_back({buffer, converter.convert(buffer, sizeof buffer, name.c_str(), name.size())});
+            names.windows.add(buffer);
+            names.converted.add({buffer, converter.convert(buffer, sizeof buffer, name.c_str(), name.size())});
         }
         for (int byte = 0; byte < 256; ++byte) {
             names.tables.toWindows[byte] = tamrix::nameRules.mac[byte].image();
@@ -74,88 +80,133 @@ const Sample& sample() {
     return made;
 }
 
-/// Times `work` on each name in turn; the work gets a buffer and the name and gives a number that depends on what it
+/// Times `work` on each text in turn; the work gets a buffer and the text and gives a number that depends on what it
 /// did.
 template <typename Work>
-void measure(const char* label, const std::vector<std::string>& names, Work work) {
-    benchmark::RegisterBenchmark(label, [&names, work](benchmark::State& state) {
-        char buffer[512] = "";
+void measureEach(const std::string& label, const std::vector<Text>& texts, Work work) {
+    benchmark::RegisterBenchmark(label.c_str(), [&texts, work](benchmark::State& state) {
+        std::vector<char> buffer(kRoom);
         for (auto _ : state) {
-            for (const std::string& name : names) {
-                benchmark::DoNotOptimize(work(buffer, name));
+            for (const Text& text : texts) {
+                benchmark::DoNotOptimize(work(buffer.data(), text));
                 benchmark::ClobberMemory();
             }
         }
-        state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * names.size()));
+        state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * texts.size()));
     });
 }
+
+template <typename Work>
+void measure(const std::string& label, const Texts& texts, Work work) {
+    measureEach(label, texts.each, work);
+    measureEach(thousandTimesTheWork(label), texts.joined, work);
+}
+
+void measureConverter(const std::string& label, const Texts& texts, Converter& converter) {
+    measureEach(label, texts.each, [&converter](char* dst, const Text& text) {
+        return converter.convert(dst, kRoom, text.name.c_str(), text.name.size() + 1);
+    });
+}
+
+#ifdef TAMRIX_BENCH_ICU
+void measureIcu(const std::string& label, const Texts& texts, const char* to, const char* from) {
+    UErrorCode error = U_ZERO_ERROR;
+    UConverter* const target = ucnv_open(to, &error);
+    UConverter* const source = ucnv_open(from, &error);
+    measureEach(label, texts.each, [=](char* dst, const Text& text) {
+        char* out = dst;
+        const char* in = text.name.c_str();
+        UErrorCode result = U_ZERO_ERROR;
+        ucnv_convertEx(target, source, &out, dst + kRoom, &in, in + text.name.size() + 1, nullptr, nullptr, nullptr,
+                       nullptr, 1, 1, &result);
+        return out - dst;
+    });
+}
+#endif
 
 void registerTranslation() {
     const Sample& names = sample();
     const bare::Tables& tables = names.tables;
     measure("AFPtoOSCopy", names.mac,
-            [](char* dst, const std::string& name) { return AFPtoOSCopy(dst, name.c_str(), 256); });
-    measure("bare_to_Windows", names.mac,
-            [&tables](char* dst, const std::string& name) { return bare::toWindows(tables, dst, name.c_str()); });
+            [](char* dst, const Text& text) { return AFPtoOSCopy(dst, text.name.c_str(), kRoom); });
+    measureEach("bare loop to Windows", names.mac.each,
+                [&tables](char* dst, const Text& text) { return bare::toWindows(tables, dst, text.name.c_str()); });
     measure("OStoAFPCopy", names.windows,
-            [](char* dst, const std::string& name) { return OStoAFPCopy(dst, name.c_str(), 256); });
-    measure("bare_to_Macintosh", names.windows,
-            [&tables](char* dst, const std::string& name) { return bare::toMac(tables, dst, name.c_str()); });
+            [](char* dst, const Text& text) { return OStoAFPCopy(dst, text.name.c_str(), kRoom); });
+    measureEach("bare loop to Macintosh", names.windows.each,
+                [&tables](char* dst, const Text& text) { return bare::toMac(tables, dst, text.name.c_str()); });
     static Converter toWindows("CP1252", "MACINTOSH");
-    measure("iconv_to_Windows", names.mac, [](char* dst, const std::string& name) {
-        return toWindows.convert(dst, 256, name.c_str(), name.size() + 1);
-    });
+    measureConverter("iconv to Windows", names.mac, toWindows);
     static Converter toMac("MACINTOSH", "CP1252");
-    measure("iconv_to_Macintosh", names.converted,
-            [](char* dst, const std::string& name) { return toMac.convert(dst, 256, name.c_str(), name.size() + 1); });
+    measureConverter("iconv to Macintosh", names.converted, toMac);
+#ifdef TAMRIX_BENCH_ICU
+    measureIcu("ICU to Windows", names.mac, "windows-1252", "macintosh");
+    measureIcu("ICU to Macintosh", names.converted, "macintosh", "windows-1252");
+#endif
+}
+
+/// Kept from the compiler, so that the library's functions and C's are called alike and none is inlined.
+template <typename Function>
+Function* called(Function* function) {
+    Function* volatile kept = function;
+    return kept;
+}
+
+/// Measures two functions in the same way; `call` gets the function, a buffer and a text.
+template <typename Ours, typename Theirs, typename Call>
+void measurePair(const char* label, Ours* ours, const char* reference, Theirs* theirs, Call call) {
+    const Texts& texts = sample().windows;
+    measure(label, texts, [=, f = called(ours)](char* dst, const Text& text) { return call(f, dst, text); });
+    measureEach(reference, texts.each,
+                [=, f = called(theirs)](char* dst, const Text& text) { return call(f, dst, text); });
 }
 
 void registerStrings() {
-    const std::vector<std::string>& names = sample().windows;
-    using Name = const std::string&;
-    measure("dbcs_strlen", names, [](char*, Name name) { return dbcs_strlen(name.c_str()); });
-    measure("strlen", names, [](char*, Name name) { return std::strlen(name.c_str()); });
-    measure("dbcs_strcpy", names, [](char* dst, Name name) { return dbcs_strcpy(dst, name.c_str()); });
-    measure("strcpy", names, [](char* dst, Name name) { return std::strcpy(dst, name.c_str()); });
-    measure("dbcs_strncpy", names, [](char* dst, Name name) { return dbcs_strncpy(dst, name.c_str(), 64); });
-    measure("strncpy", names, [](char* dst, Name name) { return std::strncpy(dst, name.c_str(), 64); });
-    measure("dbcs_strchr", names, [](char*, Name name) { return dbcs_strchr(name.c_str(), '~'); });
-    measure("strchr", names, [](char*, Name name) { return std::strchr(name.c_str(), '~'); });
-    measure("dbcs_strrchr", names, [](char*, Name name) { return dbcs_strrchr(name.c_str(), '.'); });
-    measure("strrchr", names, [](char*, Name name) { return std::strrchr(name.c_str(), '.'); });
-    // Equal strings in other places, so that every comparison runs to the end.
-    static const std::vector<std::string> copies = names;
-    const auto copyOf = [&names](Name name) { return copies[static_cast<std::size_t>(&name - names.data())].c_str(); };
-    measure("dbcs_strcmp", names, [copyOf](char*, Name name) { return dbcs_strcmp(copyOf(name), name.c_str()); });
-    measure("strcmp", names, [copyOf](char*, Name name) { return std::strcmp(copyOf(name), name.c_str()); });
-    measure("dbcs_stricmp", names, [copyOf](char*, Name name) { return dbcs_stricmp(copyOf(name), name.c_str()); });
-    measure("strcasecmp", names, [copyOf](char*, Name name) { return strcasecmp(copyOf(name), name.c_str()); });
+    using namespace calls;
+    using Find = const char*(const char*, int);
+    measurePair("dbcs_strlen", dbcs_strlen, "strlen", std::strlen, length);
+    measurePair("dbcs_strcpy", dbcs_strcpy, "strcpy", std::strcpy, copy);
+    measurePair("dbcs_strcat", dbcs_strcat, "strcat", std::strcat, append);
+    measurePair("dbcs_strncpy", dbcs_strncpy, "strncpy", std::strncpy, copyBounded);
+    measurePair<char*(const char*, int), Find>("dbcs_strchr", dbcs_strchr, "strchr", std::strchr, find);
+    measurePair<char*(const char*, int), Find>("dbcs_strrchr", dbcs_strrchr, "strrchr", std::strrchr, find);
+    measurePair("dbcs_strcmp", dbcs_strcmp, "strcmp", std::strcmp, compare);
+    measurePair("dbcs_stricmp", dbcs_stricmp, "strcasecmp", strcasecmp, compare);
+    measurePair("dbcs_stricmp, other case", dbcs_stricmp, "strcasecmp, other case", strcasecmp, compareCase);
+    // C itself has no comparison without case. The vendor's, written for vector units, reads past terminators, which is
+    // the vendor's privilege; it is there to be seen.
+    measureEach("tolower loop", sample().windows.each,
+                [=](char* dst, const Text& text) { return compare(bare::compareByTolower, dst, text); });
+    measureEach("tolower loop, other case", sample().windows.each,
+                [=](char* dst, const Text& text) { return compareCase(bare::compareByTolower, dst, text); });
 }
 
 }  // namespace
 
 int main(int argc, char** argv) {
     DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
-    std::vector<char*> arguments(argv, argv + argc);
-    // Medians of interleaved runs, so that what else the machine does falls on all alike.
-    std::string defaults[] = {"--benchmark_repetitions=9", "--benchmark_enable_random_interleaving=true",
-                              "--benchmark_min_time=0.05", "--benchmark_display_aggregates_only=true"};
-    for (std::string& option : defaults) arguments.insert(arguments.begin() + 1, option.data());
-    int count = static_cast<int>(arguments.size());
-    benchmark::Initialize(&count, arguments.data());
     registerTranslation();
     registerStrings();
-    RatioReporter reporter({{"AFPtoOSCopy", "bare_to_Windows", 1.25},
-                            {"OStoAFPCopy", "bare_to_Macintosh", 1.25},
-                            {"AFPtoOSCopy", "iconv_to_Windows", 0.2},
-                            {"OStoAFPCopy", "iconv_to_Macintosh", 0.2},
-                            {"dbcs_strlen", "strlen", 1.3},
-                            {"dbcs_strcpy", "strcpy", 1.3},
-                            {"dbcs_strncpy", "strncpy", 1.3},
-                            {"dbcs_strchr", "strchr", 1.3},
-                            {"dbcs_strrchr", "strrchr", 1.3},
-                            {"dbcs_strcmp", "strcmp", 1.3},
-                            {"dbcs_stricmp", "strcasecmp", 1.3}});
-    benchmark::RunSpecifiedBenchmarks(&reporter);
-    return reporter.printRatios() ? 0 : 1;
+    return runAndPrint(argc, argv,
+                       {{"AFPtoOSCopy", "bare loop to Windows", 1.25},
+                        {"AFPtoOSCopy", "iconv to Windows", 0.2},
+#ifdef TAMRIX_BENCH_ICU
+                        {"AFPtoOSCopy", "ICU to Windows", kNoLimit},
+#endif
+                        {"OStoAFPCopy", "bare loop to Macintosh", 1.25},
+                        {"OStoAFPCopy", "iconv to Macintosh", 0.2},
+#ifdef TAMRIX_BENCH_ICU
+                        {"OStoAFPCopy", "ICU to Macintosh", kNoLimit},
+#endif
+                        {"dbcs_strlen", "strlen", 1.3},
+                        {"dbcs_strcpy", "strcpy", 1.3},
+                        {"dbcs_strcat", "strcat", 1.3},
+                        {"dbcs_strncpy", "strncpy", 1.3},
+                        {"dbcs_strchr", "strchr", 1.3},
+                        {"dbcs_strrchr", "strrchr", 1.3},
+                        {"dbcs_strcmp", "strcmp", 1.3},
+                        {"dbcs_stricmp", "strcasecmp", kNoLimit},
+                        {"dbcs_stricmp", "tolower loop", 1.3},
+                        {"dbcs_stricmp, other case", "strcasecmp, other case", kNoLimit},
+                        {"dbcs_stricmp, other case", "tolower loop, other case", 1.3}});
 }

@@ -1,17 +1,22 @@
-// The shipped DLL's name translation against the platform's own conversions on the same names: names_wine_bench DLL.
+// The shipped DLL's name translation against the platform's own conversions, and its string functions against those of
+// the platform's C library, on the same names: names_wine_bench DLL.
 #include <windows.h>
 
 #include <algorithm>
 #include <cstdio>
 
+#include "calls.h"
 #include "names.h"
+#include "table.h"
 
 namespace {
 
 constexpr UINT kMacintosh = 10000;
 constexpr UINT kWindows = 1252;
+constexpr std::size_t kNames = 1000;
+constexpr unsigned kRoom = 1 << 18;
 
-using Translation = int(__cdecl*)(char*, const char*, unsigned);
+char buffer[kRoom];
 
 /// Through UTF-16, as a program without the library would do it.
 int convert(UINT from, UINT to, char* dst, const char* name) {
@@ -20,33 +25,83 @@ int convert(UINT from, UINT to, char* dst, const char* name) {
     return WideCharToMultiByte(to, 0, wide, units, dst, 256, nullptr, nullptr);
 }
 
-/// The median of several rounds, in nanoseconds a name.
-template <typename Work>
-double nanoseconds(const std::vector<std::string>& names, Work work) {
-    LARGE_INTEGER frequency;
-    QueryPerformanceFrequency(&frequency);
-    std::vector<double> rounds;
-    volatile int sink = 0;
-    for (int round = 0; round < 15; ++round) {
-        LARGE_INTEGER begin, end;
-        char buffer[256];
-        QueryPerformanceCounter(&begin);
-        for (int repeat = 0; repeat < 50; ++repeat)
-            for (const std::string& name : names) sink = sink + work(buffer, name.c_str()) + buffer[0];
-        QueryPerformanceCounter(&end);
-        rounds.push_back(static_cast<double>(end.QuadPart - begin.QuadPart) * 1e9 /
-                         static_cast<double>(frequency.QuadPart) / (50.0 * static_cast<double>(names.size())));
-    }
-    std::sort(rounds.begin(), rounds.end());
-    return rounds[rounds.size() / 2];
+int walkWithCharNext(const char* text) {
+    const char* p = text;
+    while (*p) p = CharNextA(p);
+    return static_cast<int>(p - text);
 }
 
-/// Prints a line; whether the library was at least twice as fast.
-bool compare(const char* name, double library, double platform) {
-    const bool fast = library * 2 <= platform;
-    std::printf("%-14s %8.1f ns   platform's pair %8.1f ns   %5.1f times as fast (at least 2)%s\n", name, library,
-                platform, platform / library, fast ? "" : "  SLOWER");
-    return fast;
+/// The best of several rounds, in nanoseconds a text.
+template <typename Work>
+double nanoseconds(const std::vector<Text>& texts, Work work) {
+    LARGE_INTEGER frequency;
+    QueryPerformanceFrequency(&frequency);
+    const int repeats = static_cast<int>(50 * kNames / (texts.size() * (texts.size() == 1 ? kNames : 1)));
+    std::vector<double> rounds;
+    for (int round = 0; round < 15; ++round) {
+        LARGE_INTEGER begin, end;
+        QueryPerformanceCounter(&begin);
+        for (int repeat = 0; repeat < repeats; ++repeat) {
+            for (const Text& text : texts) {
+                volatile auto result = work(buffer, text);
+                (void)result;
+            }
+        }
+        QueryPerformanceCounter(&end);
+        rounds.push_back(static_cast<double>(end.QuadPart - begin.QuadPart) * 1e9 /
+                         static_cast<double>(frequency.QuadPart) / (repeats * static_cast<double>(texts.size())));
+    }
+    return *std::min_element(rounds.begin(), rounds.end());
+}
+
+/// Times what the library does with each text, and with all joined, and what else there is; whether the row is within
+/// its limits.
+template <typename Ours, typename Theirs>
+bool compare(const char* operation, const Texts& texts, Ours ours, const char* reference, Theirs theirs, double limit) {
+    const double once = nanoseconds(texts.each, ours);
+    const double growth = nanoseconds(texts.joined, ours) / (kNames * once);
+    return printRow({operation, once, growth, reference, nanoseconds(texts.each, theirs), limit});
+}
+
+template <typename Function>
+Function* entry(HMODULE module, const char* name) {
+    return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));
+}
+
+/// The library's function beside the platform's C library's, both called as `call` does.
+template <typename Function, typename Call>
+bool compareWithC(HMODULE library, const char* ours, const char* theirs, const Texts& texts, Call call,
+                  const char* operation = nullptr) {
+    const auto with = [call](Function* function) {
+        return [=](char* dst, const Text& text) { return call(function, dst, text); };
+    };
+    return compare(operation ? operation : ours, texts, with(entry<Function>(library, ours)), theirs,
+                   with(entry<Function>(GetModuleHandleA("msvcrt.dll"), theirs)), 1.3);
+}
+
+bool compareStrings(HMODULE library, const Texts& texts) {
+    using Copy = char*(char*, const char*);
+    using CopyBounded = char*(char*, const char*, int);
+    using Find = char*(const char*, int);
+    using Compare = int(const char*, const char*);
+    const auto length = entry<int(const char*)>(library, "dbcs_strlen");
+    const bool fits[] = {
+        compareWithC<int(const char*)>(library, "dbcs_strlen", "strlen", texts, calls::length),
+        compare(
+            "dbcs_strlen", texts, [=](char* dst, const Text& text) { return calls::length(length, dst, text); },
+            "CharNextA walk", [](char* dst, const Text& text) { return calls::length(walkWithCharNext, dst, text); },
+            1),
+        compareWithC<Copy>(library, "dbcs_strcpy", "strcpy", texts, calls::copy),
+        compareWithC<Copy>(library, "dbcs_strcat", "strcat", texts, calls::append),
+        compareWithC<CopyBounded>(library, "dbcs_strncpy", "strncpy", texts, calls::copyBounded),
+        compareWithC<Find>(library, "dbcs_strchr", "strchr", texts, calls::find),
+        compareWithC<Find>(library, "dbcs_strrchr", "strrchr", texts, calls::find),
+        compareWithC<Compare>(library, "dbcs_strcmp", "strcmp", texts, calls::compare),
+        compareWithC<Compare>(library, "dbcs_stricmp", "_stricmp", texts, calls::compare),
+        compareWithC<Compare>(library, "dbcs_stricmp", "_stricmp", texts, calls::compareCase,
+                              "dbcs_stricmp, other case"),
+    };
+    return std::all_of(std::begin(fits), std::end(fits), [](bool fit) { return fit; });
 }
 
 }  // namespace
@@ -57,27 +112,28 @@ int main(int argc, char** argv) {
         std::fprintf(stderr, "names_wine_bench: can't load %s\n", argc > 1 ? argv[1] : "(name the DLL)");
         return 2;
     }
-    const auto entry = [library](const char* name) {
-        return reinterpret_cast<Translation>(reinterpret_cast<void*>(GetProcAddress(library, name)));
-    };
-    const Translation toWindows = entry("AFPtoOSCopy");
-    const Translation toMac = entry("OStoAFPCopy");
+    using Translation = int(char*, const char*, unsigned);
+    const auto toWindows = entry<Translation>(library, "AFPtoOSCopy");
+    const auto toMac = entry<Translation>(library, "OStoAFPCopy");
 
     std::string high;
     for (int value = 0x80; value < 0x100; ++value) high += static_cast<char>(value);
-    const std::vector<std::string> mac = sampleNames(1024, high);
-    std::vector<std::string> windows;
-    for (const std::string& name : mac) {
-        char buffer[256];
-        toWindows(buffer, name.c_str(), sizeof buffer);
-        windows.push_back(buffer);
+    Texts mac, windows;
+    for (const std::string& name : sampleNames(kNames, high)) {
+        char translated[256];
+        toWindows(translated, name.c_str(), sizeof translated);
+        mac.add(name);
+        windows.add(translated);
     }
-    const double there = nanoseconds(mac, [&](char* dst, const char* name) { return toWindows(dst, name, 256); });
-    const double pairThere =
-        nanoseconds(mac, [](char* dst, const char* name) { return convert(kMacintosh, kWindows, dst, name); });
-    const double back = nanoseconds(windows, [&](char* dst, const char* name) { return toMac(dst, name, 256); });
-    const double pairBack =
-        nanoseconds(windows, [](char* dst, const char* name) { return convert(kWindows, kMacintosh, dst, name); });
-    const bool fast = compare("AFPtoOSCopy", there, pairThere);
-    return compare("OStoAFPCopy", back, pairBack) && fast ? 0 : 1;
+    const auto by = [](auto translation) {
+        return [=](char* dst, const Text& text) { return translation(dst, text.name.c_str(), kRoom); };
+    };
+    const auto pair = [](UINT from, UINT to) {
+        return [=](char* dst, const Text& text) { return convert(from, to, dst, text.name.c_str()); };
+    };
+    bool fits =
+        compare("AFPtoOSCopy", mac, by(toWindows), "platform's pair to Windows", pair(kMacintosh, kWindows), 0.5);
+    fits =
+        compare("OStoAFPCopy", windows, by(toMac), "platform's pair to Mac", pair(kWindows, kMacintosh), 0.5) && fits;
+    return compareStrings(library, windows) && fits ? 0 : 1;
 }

@@ -1,51 +1,67 @@
-// Prints the medians of repeated runs and, behind them, how the ones that belong together compare, against a stated
-// limit.
+// Runs the registered benchmarks in turns and prints their best times as rows of the common table. What else the
+// machine does only adds to a time, so the best of several says most about the code.
 #pragma once
 
 #include <benchmark/benchmark.h>
 
-#include <cstdio>
+#include <algorithm>
 #include <map>
 #include <string>
-#include <utility>
 #include <vector>
 
-/// `subject` took at most `limit` times as long as `reference`. A limit below 1 asks for a subject that is faster.
+#include "table.h"
+
+/// A row to print: times are those of the benchmarks with these names.
 struct Comparison {
-    std::string subject;
+    std::string operation;
     std::string reference;
     double limit;
 };
 
-class RatioReporter : public benchmark::ConsoleReporter {
-public:
-    explicit RatioReporter(std::vector<Comparison> wanted) : comparisons(std::move(wanted)) {}
+/// The benchmark of an operation's growth is named for it; one item of it is a thousand times the operation's work.
+inline std::string thousandTimesTheWork(const std::string& operation) {
+    return operation + " x1000";
+}
 
+class TableReporter : public benchmark::BenchmarkReporter {
+public:
+    bool ReportContext(const Context&) override { return true; }
+
+    /// Keeps the best time an item.
     void ReportRuns(const std::vector<Run>& runs) override {
-        std::vector<Run> shown;
         for (const Run& run : runs) {
-            if (run.aggregate_name != "median") continue;
-            medians[run.run_name.function_name] = run.GetAdjustedCPUTime();
-            shown.push_back(run);
+            if (run.run_type != Run::RT_Iteration) continue;
+            const double time = 1e9 / run.counters.at("items_per_second");
+            const auto [best, first] = times.emplace(run.run_name.function_name, time);
+            if (!first) best->second = std::min(best->second, time);
         }
-        ConsoleReporter::ReportRuns(shown);
     }
 
-    /// The table of medians' ratios; whether all are within their limits.
-    bool printRatios() {
-        std::printf("\n%-28s %-28s %8s %8s\n", "subject", "reference", "ratio", "limit");
+    /// Whether all rows are within their limits.
+    bool print(const std::vector<Comparison>& comparisons) {
         bool within = true;
-        for (const Comparison& comparison : comparisons) {
-            const double ratio = medians[comparison.subject] / medians[comparison.reference];
-            const bool fits = ratio <= comparison.limit;
-            within = within && fits;
-            std::printf("%-28s %-28s %8.3f %8.3f%s\n", comparison.subject.c_str(), comparison.reference.c_str(), ratio,
-                        comparison.limit, fits ? "" : "  OVER");
+        for (const auto& [operation, reference, limit] : comparisons) {
+            const double time = times[operation];
+            const double growth = times[thousandTimesTheWork(operation)] / (1000 * time);
+            const Row row{operation.c_str(), time, growth, reference.c_str(), times[reference], limit};
+            within = printRow(row) && within;
         }
         return within;
     }
 
 private:
-    std::vector<Comparison> comparisons;
-    std::map<std::string, double> medians;
+    std::map<std::string, double> times;
 };
+
+/// In turns, so that what else the machine does falls on all alike. The exit status.
+inline int runAndPrint(int argc, char** argv, const std::vector<Comparison>& comparisons) {
+    std::string options[] = {"--benchmark_repetitions=25", "--benchmark_enable_random_interleaving=true",
+                             "--benchmark_min_time=0.01"};
+    std::vector<char*> arguments(argv, argv + argc);
+    for (std::string& option : options) arguments.insert(arguments.begin() + 1, option.data());
+    int count = static_cast<int>(arguments.size());
+    benchmark::Initialize(&count, arguments.data());
+    TableReporter reporter;
+    benchmark::RunSpecifiedBenchmarks(&reporter);
+    return reporter.print(comparisons) ? 0 : 1;
+}

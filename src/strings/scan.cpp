@@ -53,6 +53,11 @@ char* copy(char* dst, const char* src, const LeadByteTable& table) {
     return dst;
 }
 
+char* append(char* dst, const char* src, const LeadByteTable& table) {
+    copy(dst + length(dst, table), src, table);
+    return dst;
+}
+
 char* copyPadded(char* dst, const char* src, int n, const LeadByteTable& table) {
     char* p = dst;
     const char* const end = dst + n;

@@ -33,6 +33,7 @@ int length(const char* s, const LeadByteTable& table);
 int compare(const char* a, const char* b, const LeadByteTable& table);
 int compareFolded(const char* a, const char* b, const LeadByteTable& table, CaseMapping mapping);
 char* copy(char* dst, const char* src, const LeadByteTable& table);
+char* append(char* dst, const char* src, const LeadByteTable& table);
 char* copyPadded(char* dst, const char* src, int n, const LeadByteTable& table);
 int copyBounded(char* dst, const char* src, int size, const LeadByteTable& table);
 const char* findFirst(const char* s, int c, const LeadByteTable& table);

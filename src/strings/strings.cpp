@@ -25,10 +25,8 @@ constexpr auto kSmallLetters = [] {
     return letters;
 }();
 
-/// C knows no comparison without case, and its vendors' own follow the program's locale. Names that are equal as they
-/// stand are settled by C's comparison, which vendors write for the processor.
+/// C knows no comparison without case, and its vendors' own follow the program's locale.
 int compareAsciiFolded(const char* a, const char* b) {
-    if (std::strcmp(a, b) == 0) return 0;
     for (;; ++a, ++b) {
         const int left = kSmallLetters[static_cast<unsigned char>(*a)];
         const int difference = left - kSmallLetters[static_cast<unsigned char>(*b)];
@@ -66,9 +64,7 @@ char* TAMRIX_CALL dbcs_strcpy(char* dst, const char* src) {
 
 char* TAMRIX_CALL dbcs_strcat(char* dst, const char* src) {
     if (!dst || !src) return dst;
-    if (!isDoubleByte()) return std::strcat(dst, src);
-    tamrix::scan::copy(dst + tamrix::scan::length(dst, leadByteTable), src, leadByteTable);
-    return dst;
+    return isDoubleByte() ? tamrix::scan::append(dst, src, leadByteTable) : std::strcat(dst, src);
 }
 
 char* TAMRIX_CALL dbcs_strncpy(char* dst, const char* src, int n) {
