@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -18,32 +19,33 @@ using namespace std::string_literals;
 using namespace tamrix;
 
 constexpr char kKey[] = "Software\\Quillon Systems, Inc.\\File Client";
+constexpr const char* kValues[] = {"QuoteChars", "QuoteBracketChars", "DialogFont", "DialogFontSize"};
 
 class Settings : public testing::Test {
 protected:
     Settings() {
-        HKEY key = nullptr;
-        if (RegOpenKeyExA(HKEY_LOCAL_MACHINE, kKey, 0, KEY_QUERY_VALUE, &key) == ERROR_SUCCESS) {
-            for (const char* name : {"QuoteChars", "QuoteBracketChars", "DialogFont", "DialogFontSize"})
-                keep(key, name);
-            RegCloseKey(key);
+        for (const char* name : kValues) {
+            char bytes[256];
+            DWORD size = sizeof bytes, type = 0;
+            if (RegQueryValueExA(key.Handle(), name, nullptr, &type, reinterpret_cast<BYTE*>(bytes), &size) == 0)
+                kept.emplace_back(name, type, std::string(bytes, size));
         }
-        RegDeleteKeyA(HKEY_LOCAL_MACHINE, kKey);
+        forget();
     }
     ~Settings() override {
-        RegDeleteKeyA(HKEY_LOCAL_MACHINE, kKey);
-        for (const auto& [name, type, bytes] : kept) givenValue(name.c_str(), type, bytes);
+        forget();
+        for (const auto& [name, type, bytes] : kept) givenValue(name, type, bytes);
+        key.Close();
+        if (kept.empty()) RegDeleteKeyA(HKEY_LOCAL_MACHINE, kKey);
         load();
     }
 
-    static void givenValue(const char* name, DWORD type, const std::string& bytes) {
-        RegKey key(HKEY_LOCAL_MACHINE, kKey);
-        ASSERT_EQ(RegSetValueExA(key.Handle(), name, 0, type, reinterpret_cast<const BYTE*>(bytes.data()),
-                                 static_cast<DWORD>(bytes.size())),
-                  ERROR_SUCCESS);
+    void forget() {
+        for (const char* name : kValues) key.RemoveValue(name);
     }
-    static void givenNumber(const char* name, DWORD number) {
-        givenValue(name, REG_DWORD, {reinterpret_cast<const char*>(&number), sizeof number});
+    void givenValue(const char* name, DWORD type, const std::string& bytes) {
+        const auto size = static_cast<DWORD>(bytes.size());
+        ASSERT_EQ(RegSetValueExA(key.Handle(), name, 0, type, reinterpret_cast<const BYTE*>(bytes.data()), size), 0);
     }
 
     /// What attaching a process does with the settings.
@@ -54,28 +56,18 @@ protected:
         loadDialogFontSettings();
     }
 
-    static std::string quoteSet() {
-        return {reinterpret_cast<const char*>(quoteSettings.chars), static_cast<std::size_t>(quoteSettings.count)};
-    }
-    static std::string brackets() {
-        return {static_cast<char>(quoteSettings.open), static_cast<char>(quoteSettings.close)};
+    /// The brackets and the quote set, which the rules of names agree with.
+    static std::string quotes() {
+        std::string set(reinterpret_cast<const char*>(quoteSettings.chars), std::size_t(quoteSettings.count));
+        for (int byte = 0; byte < 256; ++byte)
+            EXPECT_EQ(nameRules.inSet[byte], set.find(static_cast<char>(byte)) != std::string::npos) << byte;
+        EXPECT_EQ(nameRules.open, quoteSettings.open);
+        EXPECT_EQ(nameRules.close, quoteSettings.close);
+        return {static_cast<char>(quoteSettings.open) + (static_cast<char>(quoteSettings.close) + set)};
     }
 
-private:
-    struct Kept {
-        std::string name;
-        DWORD type;
-        std::string bytes;
-    };
-    void keep(HKEY key, const char* name) {
-        DWORD type = 0;
-        DWORD size = 0;
-        if (RegQueryValueExA(key, name, nullptr, &type, nullptr, &size) != ERROR_SUCCESS) return;
-        std::string bytes(size + 1, '\0');
-        RegQueryValueExA(key, name, nullptr, &type, reinterpret_cast<BYTE*>(bytes.data()), &size);
-        kept.push_back({name, type, bytes.substr(0, size)});
-    }
-    std::vector<Kept> kept;
+    RegKey key{HKEY_LOCAL_MACHINE, kKey};
+    std::vector<std::tuple<const char*, DWORD, std::string>> kept;  // the machine's own
 };
 
 std::string defaultSet(bool doubleByte) {
@@ -88,140 +80,106 @@ std::string defaultSet(bool doubleByte) {
            "\xE0\xE1\xE2\xE4\xE5\xE8\xFF";
 }
 
-std::string ownDefault() {
-    return defaultSet(leadByteTable.hasLeadBytes != 0);
-}
-
-TEST_F(Settings, DefaultsWithoutAKey) {
-    const DefaultQuotes single = defaultQuotes(false);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(single.chars), 74), defaultSet(false));
-    EXPECT_EQ(single.count, 74);
-    const DefaultQuotes doubled = defaultQuotes(true);
-    EXPECT_EQ(std::string(reinterpret_cast<const char*>(doubled.chars), 49), defaultSet(true));
-    EXPECT_EQ(doubled.count, 49);
-
-    load();
-    EXPECT_EQ(quoteSet(), ownDefault());
-    EXPECT_EQ(brackets(), "[]");
-    EXPECT_EQ(dialogFontSettings.faceName, nullptr);
-    EXPECT_EQ(dialogFontSettings.pointSize, 0u);
-}
-
-TEST_F(Settings, QuoteCharsReplaceTheSet) {
-    const std::string standard = ownDefault();
-    const struct {
-        const char* reason;
-        DWORD type;
-        std::string bytes;
-        std::string set;
-    } rows[] = {
-        {"a string brings its terminator", REG_SZ, "#%\0"s, "#%\0"s},
-        {"the empty string too", REG_SZ, "\0"s, "\0"s},
-        {"bytes", REG_BINARY, "#\0\xFF"s, "#\0\xFF"s},
-        {"no bytes: nothing is quoted", REG_BINARY, "", ""},
-        {"a number's four bytes", REG_DWORD, "#%:?", "#%:?"},
-        {"a number of two bytes", REG_DWORD, "#%", "#%"},
-        {"a number that claims more than four", REG_DWORD, "#%:?<>", "#%:?"},
-        {"a type without data", REG_MULTI_SZ, "#\0\0"s, standard},
-        {"128 bytes", REG_BINARY, std::string(128, '#'), std::string(128, '#')},
-        {"129 bytes are not read", REG_BINARY, std::string(129, '#'), standard},
-    };
-    for (const auto& row : rows) {
-        SCOPED_TRACE(row.reason);
-        givenValue("QuoteChars", row.type, row.bytes);
-        load();
-        EXPECT_EQ(quoteSet(), row.set);
-        for (int byte = 0; byte < 256; ++byte)
-            EXPECT_EQ(nameRules.inSet[byte], row.set.find(static_cast<char>(byte)) != std::string::npos) << byte;
+TEST_F(Settings, DefaultQuoteSetsAreTwo) {
+    for (const bool doubleByte : {false, true}) {
+        const auto [chars, count] = defaultQuotes(doubleByte);
+        EXPECT_EQ(std::string(reinterpret_cast<const char*>(chars), std::size_t(count)), defaultSet(doubleByte));
     }
+    EXPECT_EQ(defaultSet(false).size(), 74u);
+    EXPECT_EQ(defaultSet(true).size(), 49u);
 }
 
-TEST_F(Settings, BracketsAreTwoCharacters) {
+TEST_F(Settings, ReplaceTheQuoteSetAndTheBrackets) {
+    const std::string standard = defaultSet(leadByteTable.hasLeadBytes != 0), largest(128, '#');
     const struct {
         const char* reason;
+        const char* name;
         DWORD type;
-        std::string bytes;
-        const char* brackets;
+        std::string bytes, quotes;
     } rows[] = {
-        {"braces", REG_SZ, "{}\0"s, "{}"},
-        {"no more than the first two count", REG_SZ, "<>!\0"s, "<>"},
-        {"one", REG_SZ, "{\0"s, "[]"},
-        {"none", REG_SZ, "\0"s, "[]"},
-        {"a second of zero", REG_SZ, "{\0}\0"s, "[]"},
-        {"no string", REG_BINARY, "{}\0"s, "[]"},
-        {"nor an expandable one", REG_EXPAND_SZ, "{}\0"s, "[]"},
-        {"a number", REG_DWORD, "{}{}", "[]"},
+        {"a string brings its terminator", "QuoteChars", REG_SZ, "#%\0"s, "[]#%\0"s},
+        {"the empty string too", "QuoteChars", REG_SZ, "\0"s, "[]\0"s},
+        {"bytes", "QuoteChars", REG_BINARY, "#\0\xFF"s, "[]#\0\xFF"s},
+        {"no bytes: nothing is quoted", "QuoteChars", REG_BINARY, "", "[]"},
+        {"a number of two bytes", "QuoteChars", REG_DWORD, "#%", "[]#%"},
+        {"a number that claims more than four", "QuoteChars", REG_DWORD, "#%:?<>", "[]#%:?"},
+        {"a type without data", "QuoteChars", REG_MULTI_SZ, "#\0\0"s, "[]" + standard},
+        {"128 bytes", "QuoteChars", REG_BINARY, largest, "[]" + largest},
+        {"129 bytes are not read", "QuoteChars", REG_BINARY, largest + '#', "[]" + standard},
+        {"braces", "QuoteBracketChars", REG_SZ, "{}\0"s, "{}" + standard},
+        {"no more than the first two count", "QuoteBracketChars", REG_SZ, "<>!\0"s, "<>" + standard},
+        {"one", "QuoteBracketChars", REG_SZ, "{\0"s, "[]" + standard},
+        {"a second of zero", "QuoteBracketChars", REG_SZ, "{\0}\0"s, "[]" + standard},
+        {"no string", "QuoteBracketChars", REG_BINARY, "{}\0"s, "[]" + standard},
+        {"nor an expandable one", "QuoteBracketChars", REG_EXPAND_SZ, "{}\0"s, "[]" + standard},
+        {"a number", "QuoteBracketChars", REG_DWORD, "{}{}", "[]" + standard},
     };
     for (const auto& row : rows) {
         SCOPED_TRACE(row.reason);
-        givenValue("QuoteBracketChars", row.type, row.bytes);
+        forget();
+        givenValue(row.name, row.type, row.bytes);
         load();
-        EXPECT_EQ(brackets(), row.brackets);
-        EXPECT_EQ(nameRules.open, quoteSettings.open);
-        EXPECT_EQ(nameRules.close, quoteSettings.close);
+        EXPECT_EQ(quotes(), row.quotes);
+        key.RemoveValue(row.name);
     }
 }
 
 TEST_F(Settings, FaceAndSizeActTogether) {
-    const auto expectFont = [](const char* reason, const char* face, DWORD size) {
-        load();
-        EXPECT_STREQ(dialogFontSettings.faceName, face) << reason;
-        EXPECT_EQ(dialogFontSettings.pointSize, size) << reason;
+    const struct {
+        const char* reason;
+        const char* name;  // what changes
+        DWORD type;
+        std::string bytes;
+        const char* face;
+        DWORD size;
+    } steps[] = {
+        {"no size", "DialogFont", REG_SZ, "Tahoma\0"s, nullptr, 0},
+        {"the size is a string", "DialogFontSize", REG_SZ, "8\0"s, nullptr, 0},
+        {"both", "DialogFontSize", REG_DWORD, "\x09\0\1\0"s, "Tahoma", 0x10009},
+        {"the face is no string", "DialogFont", REG_BINARY, "Tahoma\0"s, nullptr, 0},
+        {"a face of 129 bytes is not read", "DialogFont", REG_SZ, std::string(128, 'f') + '\0', nullptr, 0},
+        {"another face", "DialogFont", REG_SZ, "Arial\0"s, "Arial", 0x10009},
     };
-    givenValue("DialogFont", REG_SZ, "Tahoma\0"s);
-    expectFont("no size", nullptr, 0);
-    givenValue("DialogFontSize", REG_SZ, "8\0"s);
-    expectFont("the size is a string", nullptr, 0);
-    givenNumber("DialogFontSize", 0x10009);
-    expectFont("both", "Tahoma", 0x10009);
-    givenValue("DialogFont", REG_BINARY, "Tahoma\0"s);
-    expectFont("the face is no string", nullptr, 0);
-    givenValue("DialogFont", REG_SZ, std::string(128, 'f') + '\0');
-    expectFont("a face of 129 bytes is not read", nullptr, 0);
-    givenValue("DialogFont", REG_SZ, "Arial\0"s);
-    load();
+    for (const auto& step : steps) {
+        givenValue(step.name, step.type, step.bytes);
+        load();
+        EXPECT_STREQ(dialogFontSettings.faceName, step.face) << step.reason;
+        EXPECT_EQ(dialogFontSettings.pointSize, step.size) << step.reason;
+    }
     loadDialogFontSettings();
     EXPECT_STREQ(dialogFontSettings.faceName, "Arial") << "loaded again, the old face freed";
 }
 
-class EntryPoint : public testing::Test {
-protected:
-    ~EntryPoint() override { sharedCounters = before; }
-    const SharedCounters before = sharedCounters;
-};
-
-TEST_F(EntryPoint, StoresTheInstanceWhateverTheReason) {
+TEST(EntryPoint, StoresTheInstanceAndCountsProcessesAndThreads) {
     HINSTANCE const own = TamrixResourceInstance();
-    int modules[4];
-    for (const DWORD reason :
-         std::initializer_list<DWORD>{DLL_THREAD_ATTACH, DLL_THREAD_DETACH, DLL_PROCESS_ATTACH, DLL_PROCESS_DETACH}) {
-        const auto module = reinterpret_cast<HINSTANCE>(&modules[reason]);
-        DllMain(module, reason, nullptr);
-        EXPECT_EQ(TamrixResourceInstance(), module) << reason;
+    const SharedCounters ownCounters = sharedCounters;
+    const struct {
+        SharedCounters before;
+        DWORD reason;
+        BOOL result;
+        SharedCounters after;
+        const char* why;
+    } calls[] = {
+        {{1, 0}, DLL_PROCESS_ATTACH, 1, {2, 0}, "another process"},
+        {{1, 0}, DLL_THREAD_ATTACH, 1, {1, 1}, "a thread"},
+        {{1, 5}, DLL_THREAD_DETACH, 1, {1, 4}, "not the last thread"},
+        {{2, 1}, DLL_PROCESS_DETACH, 0, {1, 1}, "another process and a thread are left"},
+        {{1, 1}, DLL_PROCESS_DETACH, 0, {0, 1}, "a thread is left"},
+        {{2, 0}, DLL_PROCESS_DETACH, 0, {1, 0}, "another process is left"},
+        {{1, 0}, DLL_PROCESS_DETACH, 1, {0, 0}, "the last one"},
+        {{0, -1}, DLL_PROCESS_DETACH, 1, {-1, -1}, "both below zero"},
+    };
+    for (const auto& call : calls) {
+        SCOPED_TRACE(call.why);
+        const auto module = reinterpret_cast<HINSTANCE>(const_cast<char*>(call.why));
+        sharedCounters = call.before;
+        EXPECT_EQ(DllMain(module, call.reason, nullptr), call.result);
+        EXPECT_EQ(sharedCounters.processCount, call.after.processCount);
+        EXPECT_EQ(sharedCounters.threadCount, call.after.threadCount);
+        EXPECT_EQ(TamrixResourceInstance(), module);
     }
     DllMain(own, DLL_THREAD_ATTACH, nullptr);
-}
-
-TEST_F(EntryPoint, CountsProcessesAndThreads) {
-    HINSTANCE const own = TamrixResourceInstance();
-    sharedCounters = {0, 0};
-    EXPECT_EQ(DllMain(own, DLL_PROCESS_ATTACH, nullptr), 1);
-    EXPECT_EQ(DllMain(own, DLL_PROCESS_ATTACH, nullptr), 1);
-    EXPECT_EQ(DllMain(own, DLL_THREAD_ATTACH, nullptr), 1);
-    EXPECT_EQ(sharedCounters.processCount, 2);
-    EXPECT_EQ(sharedCounters.threadCount, 1);
-    EXPECT_EQ(DllMain(own, DLL_PROCESS_DETACH, nullptr), 0) << "another process and a thread are left";
-    EXPECT_EQ(DllMain(own, DLL_PROCESS_DETACH, nullptr), 0) << "the last process, but a thread is left";
-    EXPECT_EQ(DllMain(own, DLL_THREAD_DETACH, nullptr), 1);
-    EXPECT_EQ(sharedCounters.processCount, 0);
-    EXPECT_EQ(sharedCounters.threadCount, 0);
-
-    sharedCounters = {2, 0};
-    EXPECT_EQ(DllMain(own, DLL_PROCESS_DETACH, nullptr), 0) << "another process is left";
-    EXPECT_EQ(DllMain(own, DLL_PROCESS_DETACH, nullptr), 1) << "the last one";
-    EXPECT_EQ(DllMain(own, DLL_PROCESS_DETACH, nullptr), 1) << "below zero";
-    sharedCounters = {1, -1};
-    EXPECT_EQ(DllMain(own, DLL_PROCESS_DETACH, nullptr), 1) << "threads below zero";
+    sharedCounters = ownCounters;
 }
 
 }  // namespace

@@ -14,6 +14,8 @@ namespace {
 
 using namespace tamrix;
 
+constexpr char kKey[] = "Software\\Quillon Systems, Inc.\\File Client";
+
 class Loading : public testing::Test {
 protected:
     Loading() { forget(); }
@@ -29,7 +31,7 @@ protected:
         dialogFontSettings.pointSize = 0;
     }
     static void givenSettings() {
-        RegKey key(HKEY_LOCAL_MACHINE, "Software\\Quillon Systems, Inc.\\File Client");
+        RegKey key(HKEY_LOCAL_MACHINE, kKey);
         key.SetString("QuoteChars", "#");
         key.SetString("QuoteBracketChars", "{}");
         key.SetString("DialogFont", "Tahoma");
@@ -63,44 +65,33 @@ protected:
     }
 };
 
-TEST_F(Loading, WithoutMemoryForTheDefaultSetNothingIsQuoted) {
-    standin::failNth(standin::Kind::allocation, 1);
-    DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
-    EXPECT_TRUE(standin::faultHit());
-    EXPECT_EQ(quoteSettings.chars, nullptr);
-    EXPECT_EQ(quoteSettings.count, 0);
-    EXPECT_EQ(nameRules.mac[static_cast<unsigned char>(':')].role(), ByteRole::plain);
-}
-
-TEST_F(Loading, NeverFailsWhenMemoryRunsOut) {
+TEST_F(Loading, NeverFails) {
     const std::set<std::string> outcomes = outcomesOfFailing(standin::Kind::allocation);
     EXPECT_EQ(outcomes.count("0{}Tahoma9"), 1u) << "no memory for the configured set: it is empty";
     EXPECT_EQ(outcomes.count("2{}-9"), 1u) << "no memory for the face: the size is set alone";
-}
-
-TEST_F(Loading, NeverFailsWhenTheRegistryDoes) {
     const std::set<std::string> expected = {"74[]Tahoma9", "74{}Tahoma9", "2[]Tahoma9", "2{}-0"};
     EXPECT_EQ(outcomesOfFailing(standin::Kind::registry), expected);
-}
 
-TEST_F(Loading, ADeniedKeyCountsAsAbsent) {
-    givenSettings();
-    ASSERT_TRUE(standin::denyAccess(HKEY_LOCAL_MACHINE, "Software\\Quillon Systems, Inc.\\File Client"));
+    ASSERT_TRUE(standin::denyAccess(HKEY_LOCAL_MACHINE, kKey));
+    dialogFontSettings.pointSize = 0;
+    delete[] std::exchange(dialogFontSettings.faceName, nullptr);
     DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
-    EXPECT_EQ(summary(), "74[]-0");
+    EXPECT_EQ(summary(), "74[]-0") << "a denied key counts as absent";
+    standin::failNth(standin::Kind::allocation, 1);
+    DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
+    EXPECT_EQ(summary(), "0[]-0") << "no memory for the default set";
+    EXPECT_EQ(nameRules.mac[static_cast<unsigned char>(':')].role(), ByteRole::plain);
 }
 
 TEST_F(Loading, AnUnknownReasonIsShownOnce) {
     standin::takeMessageBoxes();
-    for (const DWORD reason : {4u, 0xFFFFFFFFu}) {
-        EXPECT_EQ(DllMain(nullptr, reason, nullptr), 1);
-        const auto boxes = standin::takeMessageBoxes();
-        ASSERT_EQ(boxes.size(), 1u) << reason;
-        EXPECT_EQ(boxes[0].owner, nullptr);
-        EXPECT_EQ(boxes[0].text, "Unknown DLL entry reason");
-        EXPECT_EQ(boxes[0].caption, "Error:");
-        EXPECT_EQ(boxes[0].style, 0x00010000u);
-    }
+    EXPECT_EQ(DllMain(nullptr, 4, nullptr), 1);
+    const auto boxes = standin::takeMessageBoxes();
+    ASSERT_EQ(boxes.size(), 1u);
+    EXPECT_EQ(boxes[0].owner, nullptr);
+    EXPECT_EQ(boxes[0].text, "Unknown DLL entry reason");
+    EXPECT_EQ(boxes[0].caption, "Error:");
+    EXPECT_EQ(boxes[0].style, 0x00010000u);
 }
 
 }  // namespace
