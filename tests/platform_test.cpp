@@ -250,6 +250,27 @@ TEST_F(Standin, ASaveCutAnywhereLeavesTheOldFileOrTheNew) {
     EXPECT_NE(standin::saveRegistry(folder / "none/registry.reg").message, "");
 }
 
+// Keys share a table in which one may stand where another belongs, so that taking that one out must not hide it.
+TEST_F(Standin, KeysAreFoundWhateverWasDeletedBesideThem) {
+    const auto open = [](int number) {
+        HKEY key;
+        if (RegOpenKeyExA(HKEY_CLASSES_ROOT, ("KEY" + std::to_string(number)).c_str(), 0, KEY_READ, &key) !=
+            ERROR_SUCCESS)
+            return 0;
+        RegCloseKey(key);
+        return 1;
+    };
+    for (int number = 0; number < 500; ++number) {
+        HKEY key;
+        ASSERT_EQ(RegCreateKeyA(HKEY_CLASSES_ROOT, ("key" + std::to_string(number)).c_str(), &key), ERROR_SUCCESS);
+        RegCloseKey(key);
+    }
+    for (int deleted = 0; deleted < 500; deleted += 2) {
+        ASSERT_EQ(RegDeleteKeyA(HKEY_CLASSES_ROOT, ("Key" + std::to_string(deleted)).c_str()), ERROR_SUCCESS);
+        for (int number = 0; number < 500; ++number) ASSERT_EQ(open(number), number > deleted || number % 2) << number;
+    }
+}
+
 TEST_F(Standin, ADeniedKeyCanNotBeOpenedButWhatIsBelowCan) {
     givenValue(HKEY_CLASSES_ROOT, ".no\\below", "v", REG_SZ, "x");
     EXPECT_TRUE(standin::denyAccess(HKEY_CLASSES_ROOT, ".NO"));
