@@ -85,6 +85,7 @@ class TAMRIX_CLASS CAboutQuillonAppleTalk {
 public:
     /// The credits are the "TEXT" resource `textId` (0 means 1, low 16 bits count) of `module` (null: the library).
     CAboutQuillonAppleTalk(int textId = 0, void* module = nullptr);
+    /// Takes a window that is still open along.
     virtual ~CAboutQuillonAppleTalk();
     /// Shows the box; modally when `modal` is nonzero. Does nothing when the box could not be built.
     virtual void invoke(int modal);

@@ -104,6 +104,11 @@ CAboutQuillonAppleTalk::CAboutQuillonAppleTalk(int textId, void* module)
 }
 
 CAboutQuillonAppleTalk::~CAboutQuillonAppleTalk() {
+    if (window && boxOf(window) == this) {
+        // Its timer and its messages must not reach for a box that is gone.
+        SetWindowLongA(window, DWL_USER, 0);
+        DestroyWindow(window);
+    }
     delete[] flyers;
     delete[] walkers;
     delete[] lines;

@@ -17,6 +17,7 @@ struct Diary {
     int asked = 0;  // canClose
     int revoked = 0;
     int deleted = 0;
+    int ended = 0;  // dialogDestroyed; a fault in a window's handler ends nothing but the handler
 };
 Diary diary;
 
@@ -43,6 +44,7 @@ public:
         // A modeless box is gone by now; its window, not quite.
         SendMessageA(going, WM_TIMER, 1, 0);
         SendMessageA(going, WM_LBUTTONDOWN, 0, 0);
+        ++diary.ended;
     }
 
     HWND shown = nullptr;
@@ -210,13 +212,13 @@ TEST_F(AboutBox, StaysOpenWhileADerivedClassRefuses) {
     EXPECT_EQ(diary.deleted, 1);
 }
 
-TEST_F(AboutBox, GoesOnceWhenItsWindowIsDestroyedByOthersOrWhileItOpens) {
+TEST_F(AboutBox, GoesOnceWhenOthersEndItOrItsWindowOrWhileItOpens) {
     TAMRIX_WATCH("user32.dll", InvalidateRect);
     Box* const destroyed = new Box;
     destroyed->invoke(0);
     DestroyWindow(destroyed->shown);
     EXPECT_EQ(diary.deleted, 1);
-
+    EXPECT_EQ(diary.ended, 1);
     EXPECT_EQ(watchInvalidateRect.calls(), 0) << "the timer of a window that still vanishes reaches no box";
     EXPECT_EQ(diary.asked, 1) << "by the focus that went, and no more once it was gone";
 
@@ -224,6 +226,13 @@ TEST_F(AboutBox, GoesOnceWhenItsWindowIsDestroyedByOthersOrWhileItOpens) {
     hasty->whenShown = [](Box& opened) { opened.revoke(); };
     hasty->invoke(0);
     EXPECT_EQ(diary.deleted, 2);
+
+    Box* const disowned = new Box;
+    disowned->invoke(0);
+    const HWND window = disowned->shown;
+    delete disowned;
+    EXPECT_FALSE(IsWindow(window)) << "or its timer would go on reaching for the box";
+    EXPECT_EQ(diary.deleted, 3);
 }
 
 TEST_F(AboutBox, SeveralMayBeOpenEachWithItsOwnWindow) {
