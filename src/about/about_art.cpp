@@ -95,6 +95,7 @@ int CAboutQuillonAppleTalk::parseText() {
     const GlobalBlockLock block(text);
     if (!block.bytes()) return 0;
     const std::span<char> credits(block.bytes(), GlobalSize(text));
+    topLine = 0;
     lineCount = compactCredits(credits, leadByteTable);
     delete[] lines;
     lines = new (std::nothrow) AboutLine[static_cast<std::size_t>(lineCount)];

@@ -163,6 +163,10 @@ TEST_F(AboutFrame, MovesTheCreditsOnByOneLineEverySecondFrame) {
         EXPECT_EQ(textsOfNextFrame(box), expected);
     }
     EXPECT_THAT(textsOfNextFrame(box), ElementsAre(lines[0])) << "and starts over after the last line";
+    for (int i = 0; i < 4; ++i) box.animate();
+    EXPECT_EQ(box.parseText(), 1);
+    EXPECT_THAT(textsOfNextFrame(box), ElementsAre(lines[0]))
+        << "a new table has fewer lines, its terminators being in";
 }
 
 TEST_F(AboutFrame, DrawsFarAndNearLinesCentredInTheirPlaces) {

@@ -65,6 +65,7 @@ public:
     using CAboutQuillonAppleTalk::createOurPalette;
     using CAboutQuillonAppleTalk::createOurText;
     using CAboutQuillonAppleTalk::doTimer;
+    using CAboutQuillonAppleTalk::parseText;
 
     /// The frame that is composed now.
     Image frame() {
