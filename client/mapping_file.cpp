@@ -1,5 +1,7 @@
 #include "mapping_file.h"
 
+#include <windows.h>
+
 #include <algorithm>
 #include <array>
 
@@ -148,16 +150,18 @@ std::string complete(Mapping& mapping) {
     return wrong.empty() ? checkCode(mapping.creator, "creator") : wrong;
 }
 
-/// Where a mapping stands: its key in one letter case, and its line.
+/// Where a mapping stands: its key in one letter case, as the registry compares keys, and its line.
 struct Place {
     std::string key;
     std::size_t line;
 };
 
 Place placeOf(const Mapping& mapping, std::size_t line) {
+    const int size = static_cast<int>(mapping.extension.size());
     Place place{mapping.extension, line};
-    for (char& byte : place.key)
-        if (byte >= 'A' && byte <= 'Z') byte = static_cast<char>(byte - 'A' + 'a');
+    const int mapped =
+        LCMapStringA(LOCALE_SYSTEM_DEFAULT, LCMAP_LOWERCASE, mapping.extension.data(), size, place.key.data(), size);
+    if (mapped > 0) place.key.resize(static_cast<std::size_t>(mapped));
     return place;
 }
 

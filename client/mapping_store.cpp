@@ -57,7 +57,9 @@ private:
 std::vector<Mapping> allMappings() {
     std::vector<Mapping> mappings;
     Record record;
-    while (record.next()) mappings.push_back(record.mapping(record.extension()));
+    // A key named with a dot alone maps nothing that a file's name could end in.
+    while (record.next())
+        if (record.extension() != ".") mappings.push_back(record.mapping(record.extension()));
     std::sort(mappings.begin(), mappings.end(),
               [](const Mapping& a, const Mapping& b) { return a.extension < b.extension; });
     return mappings;

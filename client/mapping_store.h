@@ -8,7 +8,7 @@
 
 namespace tamrix::client {
 
-/// Every complete mapping whose extension has at most 15 bytes, in the order of their extensions' bytes.
+/// Every complete mapping whose extension has 1 to 15 bytes, in the order of their extensions' bytes.
 std::vector<Mapping> allMappings();
 
 /// The mapping of an extension, which is given with its dot; false when it has none.

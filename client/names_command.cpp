@@ -46,7 +46,9 @@ int forEachName(const Arguments& arguments, Side side, Act act) {
         if (side == Side::windows && ending == '\n' && text.ends_with('\r')) text.pop_back();
         take(text);
     }
-    return status;
+    if (!ferror(stdin)) return status;
+    complain("standard input", "cannot be read");
+    return kUsageError;
 }
 
 int convert(const Arguments& arguments, Side from, Side to, std::string (*translate)(const std::string&)) {

@@ -105,6 +105,14 @@ class CommandLine(ClientTest):
         self.assertIn(b"standard output", ran.stderr)
 
     @native_only
+    def test_input_that_cannot_be_read_is_an_error(self):
+        folder = os.open(self.folder, os.O_RDONLY)
+        self.addCleanup(os.close, folder)
+        ran = subprocess.run([*PROGRAM, "name", "check"], stdin=folder, capture_output=True)
+        self.assertEqual(ran.returncode, 2)
+        self.assertIn(b"standard input", ran.stderr)
+
+    @native_only
     def test_code_pages_and_their_limits(self):
         self.assertIn(b"12", self.complaint("--code-page", "12", "info", status=2))
         self.assertIn(b"866", self.complaint("info", "--oem-code-page=866", status=2))
@@ -384,6 +392,15 @@ class Mappings(ClientTest):
         lines = [line for line in starter.read_bytes().splitlines() if line and not line.startswith(b"#")]
         self.run_tamrix("extmap", "import", starter)
         self.assertEqual(len(self.store()), len(lines))
+
+    @native_only
+    def test_whatever_is_exported_can_be_imported(self):
+        keys = ("REGEDIT4", "", *(f'[HKEY_CLASSES_ROOT\\{name}]\n"Mac Type"="TEXT"\n"Mac Creator"="{creator}"' for
+                                  name, creator in ((".", "ttxt"), (".#", "ttxt"), (". x", "abc"), (".y", "abcde"))))
+        (self.folder / "odd.reg").write_text("\n".join(keys))
+        exported = self.output("extmap", "export", "--registry", "odd.reg")
+        self.assertIn(b".#", exported)
+        self.assertEqual(self.output("extmap", "import", "-", typed=exported).count(b"add"), exported.count(b"\n"))
 
     @native_only
     def test_runs_at_once_lose_nothing(self):
