@@ -3,19 +3,14 @@
 #include <gmock/gmock.h>
 #include <standin.h>
 
-#include <functional>
-
-#include "../extmap_store.h"
+#include "../extmap_records.h"
 #include "extmap/extension_key.h"
 #include "strings/lead_bytes.h"
-#include "tamrix32/extmap.h"
 
 namespace {
 
 using namespace extmap_store;
 using standin::Kind;
-using testing::AnyOf;
-using testing::ElementsAre;
 
 class StoreWithFaults : public StoreTest {
 protected:
@@ -23,272 +18,173 @@ protected:
         standin::clearFaults();
         StoreTest::TearDown();
     }
-
-    /// Runs an operation with its 1st, 2nd, ... call of a kind failing until none does. Each time begins with two
-    /// mappings, and `check` hears which call failed and what the operation gave; it runs with the faults cleared.
-    static void withEachCallFailing(Kind kind, const std::function<int()>& operation,
-                                    const std::function<void(std::size_t, int)>& check) {
-        for (std::size_t n = 1;; ++n) {
-            SCOPED_TRACE((kind == Kind::registry ? "failing registry call " : "failing allocation ") +
-                         std::to_string(n));
-            removeOurKeys();
-            givenMapping(".tmx-a", "TEXT", "ttxt", "old");
-            givenMapping(".tmx-b", "PICT", "ogle");
-            standin::clearFaults();
-            standin::failNth(kind, n);
-            const int result = operation();
-            const bool failed = standin::faultHit();
-            standin::clearFaults();
-            EXPECT_EQ(standin::openKeys(), 0U);
-            if (!failed) return;
-            check(n, result);
-            ASSERT_LT(n, 100U);
-        }
-    }
 };
 
-/// A record over constant codes and buffers of its own.
-struct Record : SExtensionMap {
-    char name[16] = ".tmx-a";
-    char typeBuffer[5] = "PICT";
-    char creatorBuffer[5] = "ogle";
-    char commentBuffer[256] = "new";
-    Record() {
-        extension = name;
-        type = typeBuffer;
-        creator = creatorBuffer;
-        comment = commentBuffer;
+/// The mappings of a pass, each with a space behind it.
+std::string passOf(int (*next)(SExtensionMap*)) {
+    std::string found;
+    Record record;
+    std::string type = "PICT", creator = "ogle";
+    if (next == EnumExtMapCT) {
+        record.type = type.data();
+        record.creator = creator.data();
     }
+    while (next(&record)) found += record.extension + std::string(" ");
+    return found + (type + creator == "PICTogle" ? "" : "; the wanted codes were overwritten");
+}
+
+/// An operation's result and what the cursor holds then.
+std::string withHeld(int result, CExtensionMap& cursor) {
+    return std::to_string(result) + ": " + held(cursor);
+}
+
+/// What an operation gives when nothing fails, and all that it may give when a call does.
+struct Operation {
+    const char* name;
+    std::vector<Kind> failing;  // what has no row for memory allocates nothing
+    std::string (*run)(CExtensionMap& cursor);
+    std::string whole;
+    std::vector<std::string> damaged;
+    bool writes = false;  // what it gives is followed by what is stored for .tmx-a then
 };
 
-TEST_F(StoreWithFaults, AddLeavesTheOldMappingOrNone) {
-    const struct {
-        const char* reason;
-        int result;
-        const char* mapping;
-    } rows[] = {{"the key", 0, "TEXT ttxt old"},
-                {"the comment does not count", 1, "PICT ogle old"},
-                {"the type", 0, "(none) (none) (none)"},
-                {"the creator", 0, "(none) (none) (none)"}};
-    std::size_t failures = 0;
-    const auto add = [] {
-        Record record;
-        return AddExtMap(&record);
-    };
-    withEachCallFailing(Kind::registry, add, [&](std::size_t n, int result) {
-        failures = n;
-        ASSERT_LE(n, std::size(rows));
-        EXPECT_EQ(result, rows[n - 1].result) << rows[n - 1].reason;
-        EXPECT_EQ(mappingOf(".tmx-a"), rows[n - 1].mapping) << rows[n - 1].reason;
-        EXPECT_EQ(exists(".tmx-a"), n < 3) << rows[n - 1].reason;
-    });
-    EXPECT_EQ(failures, std::size(rows));
-}
+const std::vector<Kind> kCalls = {Kind::registry};
+const std::vector<Kind> kCallsAndMemory = {Kind::registry, Kind::allocation};
 
-TEST_F(StoreWithFaults, ReadingGivesWhatCouldBeRead) {
-    const auto get = [] {
-        Record record;
-        return GetExtMap(&record);
-    };
-    withEachCallFailing(Kind::registry, get,
-                        [](std::size_t n, int result) { EXPECT_EQ(result, n == 4) << "only the comment may be lost"; });
-    const auto getComment = [] {
-        Record record;
-        return GetExtMap(&record) && record.comment[0] == 0;
-    };
-    withEachCallFailing(Kind::registry, getComment, [](std::size_t n, int isEmpty) { EXPECT_EQ(isEmpty, n == 4); });
-    const auto has = [] { return HasExtMap(Record().name); };
-    withEachCallFailing(Kind::registry, has, [](std::size_t, int result) { EXPECT_EQ(result, 0); });
-}
+/// Before each .tmx-a TEXT ttxt old and .tmx-b PICT ogle are stored, BINA hDmp are the default codes, and the cursor
+/// holds .tmx-a PICT ogle new.
+const Operation kOperations[] = {
+    {"AddExtMap, where the comment does not count",
+     kCalls,
+     [](CExtensionMap&) { return std::to_string(add(".tmx-a", "PICT", "ogle", "new")); },
+     "1; PICT ogle new",
+     {"0; TEXT ttxt old", "1; PICT ogle old", "0; no key"},
+     true},
+    {"GetExtMap, where only the comment may be lost",
+     kCalls,
+     [](CExtensionMap&) { return got(".tmx-a"); },
+     "TEXT ttxt old",
+     {"none", "TEXT ttxt "}},
+    {"HasExtMap", kCalls, [](CExtensionMap&) { return std::to_string(HasExtMap(text(".tmx-a"))); }, "1", {"0"}},
+    {"RemoveExtMap, which answers 1 and never takes a key it is not sure of",
+     kCalls,
+     [](CExtensionMap&) { return std::to_string(RemoveExtMap(text(".tmx-a"))); },
+     "1; no key",
+     {"1; TEXT ttxt old", "1; TEXT (none) (none)", "1; (none) ttxt (none)", "1; (none) (none) old",
+      "1; (none) (none) (none)"},
+     true},
+    {"EnumExtMap, which loses one mapping at most",
+     kCalls,
+     [](CExtensionMap&) { return passOf(EnumExtMap); },
+     "tmx-a tmx-b ",
+     {"tmx-a ", "tmx-b ", "tmx-a tmx-b "}},
+    {"EnumExtMapCT", kCalls, [](CExtensionMap&) { return passOf(EnumExtMapCT); }, "tmx-b ", {"", "tmx-b "}},
+    {"GetDefaultExtMap, where codes fall back together",
+     kCalls,
+     [](CExtensionMap&) {
+         Record record;
+         GetDefaultExtMap(&record);
+         return record.codes();
+     },
+     "BINA hDmp",
+     {"TEXT dosa"}},
+    {"First and Next, which fetch whole mappings only",
+     kCallsAndMemory,
+     [](CExtensionMap& cursor) {
+         std::string found;
+         for (int more = cursor.First(); more; more = cursor.Next()) found += held(cursor) + "; ";
+         EXPECT_EQ(cursor.Next(), 0);
+         EXPECT_TRUE(found.empty() ? held(cursor) == ".tmx-a PICT ogle new" : found.ends_with(held(cursor) + "; "));
+         return found;
+     },
+     ".tmx-a TEXT ttxt old; .tmx-b PICT ogle (none); ",
+     {"", ".tmx-a TEXT ttxt old; ", ".tmx-b PICT ogle (none); ", ".tmx-a TEXT ttxt (none); .tmx-b PICT ogle (none); ",
+      ".tmx-a TEXT ttxt old; .tmx-b PICT ogle (none); "}},
+    {"FirstCT, which holds the old or the wanted codes",
+     kCallsAndMemory,
+     [](CExtensionMap& cursor) { return withHeld(cursor.FirstCT(text("ttxt"), text("TEXT")), cursor); },
+     "1: .tmx-a TEXT ttxt old",
+     {"1: .tmx-a TEXT ttxt (none)", "0: .tmx-a PICT ogle new", "0: .tmx-a TEXT ttxt new",
+      "0: .tmx-b TEXT ttxt (none)"}},
+    {"Find, which loads both codes or neither",
+     kCallsAndMemory,
+     [](CExtensionMap& cursor) { return withHeld(cursor.Find(text("tmx-a")), cursor); },
+     "1: .tmx-a TEXT ttxt new",
+     {"0: .tmx-a PICT ogle new"}},
+    {"Create, which writes no comment without both codes",
+     kCallsAndMemory,
+     [](CExtensionMap& cursor) { return withHeld(cursor.Create(), cursor); },
+     "1: .tmx-a PICT ogle new; PICT ogle new",
+     {"1: .tmx-a PICT ogle new; PICT ogle old", "0: .tmx-a PICT ogle new; TEXT ttxt old",
+      "0: .tmx-a PICT ogle new; TEXT ogle old"},
+     true},
+    {"Delete, which answers whether the key opened",
+     kCallsAndMemory,
+     [](CExtensionMap& cursor) { return std::to_string(cursor.Delete()); },
+     "1; (none) (none) (none)",
+     {"0; TEXT ttxt old", "1; TEXT (none) (none)", "1; (none) ttxt (none)", "1; (none) (none) old"},
+     true},
+    {"Default, after which nothing stale is held",
+     kCallsAndMemory,
+     [](CExtensionMap& cursor) {
+         cursor.Default();
+         return held(cursor);
+     },
+     ".tmx-a BINA hDmp new",
+     {".tmx-a TEXT dosa new", ".tmx-a (none) hDmp new", ".tmx-a BINA (none) new"}},
+    {"SetComment, after which nothing stale is held",
+     {Kind::allocation},
+     [](CExtensionMap& cursor) {
+         cursor.SetComment(text("newer"));
+         return held(cursor);
+     },
+     ".tmx-a PICT ogle newer",
+     {".tmx-a PICT ogle (none)"}},
+};
 
-TEST_F(StoreWithFaults, RemoveAlwaysAnswersOneAndNeverTakesAKeyItIsNotSureOf) {
-    const auto remove = [] { return RemoveExtMap(Record().name); };
-    withEachCallFailing(Kind::registry, remove, [](std::size_t n, int result) {
-        EXPECT_EQ(result, 1);
-        EXPECT_TRUE(exists(".tmx-a"));
-        const char* left[] = {"TEXT ttxt old", "TEXT (none) (none)", "(none) ttxt (none)", "(none) (none) old"};
-        EXPECT_EQ(mappingOf(".tmx-a"), n <= 4 ? left[n - 1] : "(none) (none) (none)");
-    });
-}
-
-TEST_F(StoreWithFaults, AnEnumerationLosesOneMappingAtMost) {
-    const auto count = [] {
-        Record record;
-        int found = 0;
-        while (EnumExtMap(&record)) ++found;
-        return found;
-    };
-    withEachCallFailing(Kind::registry, count, [](std::size_t, int found) { EXPECT_GE(found, 1); });
-    const auto countMatches = [] {
-        Record record;
-        int found = 0;
-        while (EnumExtMapCT(&record)) ++found;
-        EXPECT_STREQ(record.type, "PICT");
-        return found;
-    };
-    withEachCallFailing(Kind::registry, countMatches, [](std::size_t, int found) { EXPECT_LE(found, 1); });
-}
-
-TEST_F(StoreWithFaults, DefaultsFallBackTogether) {
-    givenDefault("Default Mac Type", std::string_view("BINA", 5));
-    givenDefault("Default Mac Creator", std::string_view("hDmp", 5));
-    Record record;
-    const auto load = [&record] {
-        GetDefaultExtMap(&record);
-        return 1;
-    };
-    withEachCallFailing(Kind::registry, load, [&record](std::size_t, int) {
-        EXPECT_STREQ(record.type, "TEXT");
-        EXPECT_STREQ(record.creator, "dosa");
-    });
-    EXPECT_STREQ(record.type, "BINA");
-}
-
-TEST_F(StoreWithFaults, FlatFunctionsAllocateNothing) {
-    standin::clearFaults();
-    Record record;
-    AddExtMap(&record);
-    GetExtMap(&record);
-    while (EnumExtMap(&record)) {
-    }
-    GetDefaultExtMap(&record);
-    RemoveExtMap(record.name);
-    EXPECT_EQ(standin::calls(Kind::allocation), 0U);
-}
-
-char* text(const char* constant) {
-    return const_cast<char*>(constant);
-}
-
-std::string shown(const char* held) {
-    return held ? held : "(none)";
-}
-
-std::string heldBy(CExtensionMap& cursor) {
-    return shown(cursor.Extension()) + ' ' + shown(cursor.Type()) + ' ' + shown(cursor.Creator()) + ' ' +
-           shown(cursor.Comment());
-}
-
-void holdNew(CExtensionMap& cursor) {
-    cursor.SetExtension(text(".tmx-a"));
-    cursor.SetType(text("PICT"));
-    cursor.SetCreator(text("ogle"));
-    cursor.SetComment(text("new"));
-}
-
-class CursorWithFaults : public StoreWithFaults, public testing::WithParamInterface<Kind> {};
-
-INSTANTIATE_TEST_SUITE_P(Store, CursorWithFaults, testing::Values(Kind::registry, Kind::allocation),
-                         [](const auto& kind) { return kind.param == Kind::registry ? "calls" : "memory"; });
-
-/// An operation on a new cursor, and what that holds afterwards.
-std::function<int()> onNewCursor(std::string& held, int (*operation)(CExtensionMap&)) {
-    return [&held, operation] {
-        CExtensionMap cursor;
-        const int result = operation(cursor);
-        held = heldBy(cursor);
-        return result;
-    };
-}
-
-TEST_P(CursorWithFaults, APassFetchesWholeMappingsOnly) {
-    std::vector<std::string> found;
-    const auto walk = [&found] {
-        found.clear();
-        CExtensionMap cursor;
-        for (int more = cursor.First(); more; more = cursor.Next()) found.push_back(heldBy(cursor));
-        EXPECT_EQ(cursor.Next(), 0);
-        EXPECT_EQ(heldBy(cursor), found.empty() ? "(none) (none) (none) (none)" : found.back());
-        return static_cast<int>(found.size());
-    };
-    withEachCallFailing(GetParam(), walk, [&found](std::size_t, int) {
-        for (const std::string& mapping : found)
-            EXPECT_THAT(mapping, AnyOf(".tmx-a TEXT ttxt old", ".tmx-a TEXT ttxt (none)", ".tmx-b PICT ogle (none)"));
-    });
-    EXPECT_THAT(found, ElementsAre(".tmx-a TEXT ttxt old", ".tmx-b PICT ogle (none)"));
-}
-
-TEST_P(CursorWithFaults, FirstCTHoldsTheOldOrTheWantedCodes) {
-    std::string held;
-    const auto first =
-        onNewCursor(held, [](CExtensionMap& cursor) { return cursor.FirstCT(text("ttxt"), text("TEXT")); });
-    withEachCallFailing(GetParam(), first, [&held](std::size_t n, int result) {
-        if (result)
-            EXPECT_THAT(held, AnyOf(".tmx-a TEXT ttxt old", ".tmx-a TEXT ttxt (none)")) << n;
-        else
-            EXPECT_THAT(held,
-                        AnyOf("(none) (none) (none) (none)", "(none) TEXT ttxt (none)", ".tmx-b TEXT ttxt (none)"))
-                << n;
-    });
-    EXPECT_EQ(held, ".tmx-a TEXT ttxt old");
-}
-
-TEST_P(CursorWithFaults, FindLoadsBothCodesOrNeither) {
-    std::string held;
-    const auto find = onNewCursor(held, [](CExtensionMap& cursor) { return cursor.Find(text("tmx-a")); });
-    withEachCallFailing(GetParam(), find, [&held](std::size_t, int result) {
-        EXPECT_EQ(result, 0);
-        EXPECT_EQ(held, "(none) (none) (none) (none)");
-    });
-    EXPECT_EQ(held, "(none) TEXT ttxt (none)");
-}
-
-TEST_P(CursorWithFaults, CreateWritesNoCommentWithoutBothCodes) {
-    CExtensionMap cursor;
-    holdNew(cursor);
-    withEachCallFailing(
-        GetParam(), [&cursor] { return cursor.Create(); },
-        [](std::size_t, int result) {
-            if (result)
-                EXPECT_EQ(mappingOf(".tmx-a"), "PICT ogle old") << "only the comment was not written";
-            else
-                EXPECT_THAT(mappingOf(".tmx-a"), AnyOf("TEXT ttxt old", "TEXT ogle old"));
-        });
-    EXPECT_EQ(mappingOf(".tmx-a"), "PICT ogle new");
-    EXPECT_EQ(heldBy(cursor), ".tmx-a PICT ogle new");
-}
-
-TEST_P(CursorWithFaults, DeleteAnswersWhetherTheKeyOpened) {
-    CExtensionMap cursor;
-    holdNew(cursor);
-    withEachCallFailing(
-        GetParam(), [&cursor] { return cursor.Delete(); },
-        [](std::size_t n, int result) {
-            EXPECT_EQ(result, n != 1);
-            EXPECT_EQ(mappingOf(".tmx-a") == "TEXT ttxt old", n == 1);
-        });
-    EXPECT_EQ(mappingOf(".tmx-a"), "(none) (none) (none)");
-}
-
-TEST_P(CursorWithFaults, NoStaleCodeIsHeldAfterwards) {
-    for (std::size_t n = 1; n <= 6; ++n) {
-        CExtensionMap cursor;
-        holdNew(cursor);
-        standin::clearFaults();
-        standin::failNth(GetParam(), n);
-        cursor.Default();
-        EXPECT_THAT(shown(cursor.Type()), AnyOf("TEXT", "(none)"));
-        EXPECT_THAT(shown(cursor.Creator()), AnyOf("dosa", "(none)"));
-        standin::clearFaults();
-        standin::failNth(Kind::allocation, 1);
-        cursor.SetComment(text("newer"));
-        EXPECT_EQ(cursor.Comment(), nullptr);
-        standin::clearFaults();
-    }
+TEST_F(StoreWithFaults, EachOperationComesToWhatItSaysWhicheverCallFails) {
+    for (const Operation& operation : kOperations)
+        for (const Kind kind : operation.failing)
+            for (std::size_t n = 1;; ++n) {
+                SCOPED_TRACE(testing::Message() << operation.name << ", failing "
+                                                << (kind == Kind::registry ? "registry call " : "allocation ") << n);
+                removeOurKeys();
+                givenMapping(".tmx-a", "TEXT", "ttxt", "old");
+                givenMapping(".tmx-b", "PICT", "ogle");
+                givenDefault("Default Mac Type", std::string_view("BINA", 5));
+                givenDefault("Default Mac Creator", std::string_view("hDmp", 5));
+                std::string outcome;
+                {
+                    CExtensionMap cursor;
+                    setHeld(cursor, ".tmx-a", "PICT", "ogle", "new");
+                    standin::clearFaults();
+                    standin::failNth(kind, n);
+                    outcome = operation.run(cursor);
+                }
+                const bool failed = standin::faultHit();
+                EXPECT_TRUE(operation.failing != kCalls || standin::calls(Kind::allocation) == 0);
+                standin::clearFaults();
+                EXPECT_EQ(standin::openKeys(), 0U);
+                if (operation.writes) outcome += "; " + (exists(".tmx-a") ? mappingOf(".tmx-a") : "no key");
+                if (!failed) {
+                    EXPECT_EQ(outcome, operation.whole);
+                    EXPECT_GT(n, 1U) << "nothing was made to fail";
+                    break;
+                }
+                EXPECT_THAT(operation.damaged, testing::Contains(outcome));
+                ASSERT_LT(n, 100U);
+            }
 }
 
 TEST_F(StoreWithFaults, KeysThatMayNotBeOpenedAreMissing) {
     givenMapping(".tmx-a", "TEXT", "ttxt", "old");
     givenMapping(".tmx-b", "TEXT", "ttxt", "old");
     ASSERT_TRUE(standin::denyAccess(HKEY_CLASSES_ROOT, ".tmx-a"));
-    Record record;
-    EXPECT_EQ(GetExtMap(&record), 0);
-    EXPECT_EQ(HasExtMap(record.name), 0);
-    EXPECT_EQ(AddExtMap(&record), 0);
-    EXPECT_EQ(RemoveExtMap(record.name), 1);
-    EXPECT_EQ(EnumExtMap(&record), 1);
-    EXPECT_STREQ(record.extension, "tmx-b");
-    EXPECT_EQ(EnumExtMap(&record), 0);
+    EXPECT_EQ(got(".tmx-a"), "none");
+    EXPECT_EQ(HasExtMap(text(".tmx-a")), 0);
+    EXPECT_EQ(add(".tmx-a", "TEXT", "ttxt"), 0);
+    EXPECT_EQ(RemoveExtMap(text(".tmx-a")), 1);
+    EXPECT_EQ(passOf(EnumExtMap), "tmx-b ");
     CExtensionMap cursor;
     EXPECT_EQ(cursor.First(), 1);
     EXPECT_STREQ(cursor.Extension(), ".tmx-b");
@@ -301,8 +197,9 @@ TEST_F(StoreWithFaults, KeysThatMayNotBeOpenedAreMissing) {
     givenDefault("Default Mac Type", std::string_view("BINA", 5));
     givenDefault("Default Mac Creator", std::string_view("hDmp", 5));
     ASSERT_TRUE(standin::denyAccess(HKEY_LOCAL_MACHINE, kSettings));
+    Record record;
     GetDefaultExtMap(&record);
-    EXPECT_STREQ(record.type, "TEXT");
+    EXPECT_EQ(record.codes(), "TEXT dosa");
     standin::clearRegistry();
 }
 
