@@ -21,51 +21,45 @@ protected:
 
     void givenResource(const Bytes& bytes) { standin::addResource(nullptr, RT_DIALOG, MAKEINTRESOURCEA(500), bytes); }
 
-    template <typename Template>
+    template <typename Template = CDialogTemplate>
     int loaded() {
         Template dialog;
         return dialog.load(nullptr, MAKEINTRESOURCEA(500));
     }
+
+    const BuiltTemplate standard{.menu = u"M", .title = u"T", .font = BuiltFont{.face = u"A"}, .items = {{u"E", u"x"}}};
 };
 
-Bytes standardTemplate() {
-    return BuiltTemplate{.menu = u"M", .title = u"T", .font = BuiltFont{.face = u"A"}, .items = {{u"Edit", u"x", {}}}}
-        .bytes();
-}
-
-Bytes extendedTemplate() {
-    BuiltTemplate built{.extended = true, .title = u"T", .font = BuiltFont{.face = u"A"}, .items = {{u"E", u"x", {}}}};
-    return built.bytes();
-}
-
-TEST_F(TemplateResource, IsLoadedByTheClassOfItsFormatOnly) {
-    givenResource(standardTemplate());
-    EXPECT_EQ(loaded<CDialogTemplate>(), 1);
-    EXPECT_EQ(loaded<CDialogTemplateEx>(), 0);
-    givenResource(extendedTemplate());
-    EXPECT_EQ(loaded<CDialogTemplate>(), 0);
-    EXPECT_EQ(loaded<CDialogTemplateEx>(), 1);
-}
-
-TEST_F(TemplateResource, IsRefusedWhenMissingOrShort) {
-    EXPECT_EQ(loaded<CDialogTemplate>(), 0);
-    for (const std::size_t length : {0u, 1u, 3u, 17u}) {
-        givenResource(Bytes(length));
-        EXPECT_EQ(loaded<CDialogTemplate>(), 0) << length;
-        EXPECT_EQ(loaded<CDialogTemplateEx>(), 0) << length;
+TEST_F(TemplateResource, IsLoadedWholeAndByTheClassOfItsFormatOnly) {
+    EXPECT_EQ(loaded(), 0) << "missing";
+    BuiltTemplate extended = standard;
+    extended.extended = true;
+    const struct {
+        const char* reason;
+        Bytes bytes;
+        int asStandard, asExtended;
+    } rows[] = {{"standard", standard.bytes(), 1, 0},
+                {"extended", extended.bytes(), 0, 1},
+                {"empty", Bytes(), 0, 0},
+                {"one byte", Bytes(1), 0, 0},
+                {"three bytes", Bytes(3), 0, 0},
+                {"a byte short of a header", Bytes(17), 0, 0},
+                {"the extended format's marks and no more", {1, 0, 0xFF, 0xFF}, 0, 0}};
+    for (const auto& row : rows) {
+        givenResource(row.bytes);
+        EXPECT_EQ(loaded(), row.asStandard) << row.reason;
+        EXPECT_EQ(loaded<CDialogTemplateEx>(), row.asExtended) << row.reason;
     }
-    givenResource({1, 0, 0xFF, 0xFF});
-    EXPECT_EQ(loaded<CDialogTemplateEx>(), 0) << "the marks of the extended format and no more";
 }
 
 TEST_F(TemplateResource, IsRefusedWhileAnyCallFails) {
-    givenResource(standardTemplate());
+    givenResource(standard.bytes());
     for (const auto kind : {standin::Kind::resource, standin::Kind::allocation}) {
         std::size_t failures = 0;
         for (bool failed = true; failed; ++failures) {
             standin::clearFaults();
             standin::failNth(kind, failures + 1);
-            const int result = loaded<CDialogTemplate>();
+            const int result = loaded();
             failed = standin::faultHit();
             EXPECT_EQ(result, failed ? 0 : 1) << "call " << failures + 1 << " of kind " << static_cast<int>(kind);
         }
@@ -74,7 +68,7 @@ TEST_F(TemplateResource, IsRefusedWhileAnyCallFails) {
 }
 
 TEST_F(TemplateResource, LosesItsFontWhenTheFaceCannotBeKept) {
-    givenResource(standardTemplate());
+    givenResource(standard.bytes());
     for (const auto kind : {standin::Kind::conversion, standin::Kind::allocation}) {
         CDialogTemplate dialog;
         ASSERT_EQ(dialog.load(nullptr, MAKEINTRESOURCEA(500)), 1);
