@@ -43,24 +43,28 @@ std::vector<std::string> linesOf(std::string text, const LeadByteTable& leadByte
 }
 
 TEST(CreditsLines, EndAtCarriageReturnsAndLoseLineFeeds) {
-    EXPECT_THAT(linesOf("A\r\nB"), ElementsAre("A", "B"));
-    EXPECT_THAT(linesOf("A\r\nB\r\n"), ElementsAre("A", "B", "")) << "what follows the last end is a line";
-    EXPECT_THAT(linesOf("A\nB"), ElementsAre("AB")) << "a line feed alone joins";
-    EXPECT_THAT(linesOf("\n\nA\n\r\n\r"), ElementsAre("A", "", ""));
-    EXPECT_THAT(linesOf(""), ElementsAre(""));
-    EXPECT_THAT(linesOf("\r\r"), ElementsAre("", "", ""));
-    EXPECT_THAT(linesOf(std::string("A\r\0B\r", 5)), ElementsAre("A", "")) << "a zero byte ends the text";
-}
-
-TEST(CreditsLines, SecondBytesOfCharactersAreNotLineEnds) {
-    // 0x83 leads in code page 932; behind it CR, LF and % are no characters of their own.
-    EXPECT_THAT(linesOf("\x83\r\nB", japanese()), ElementsAre("\x83\rB"));
-    EXPECT_THAT(linesOf("\x83\nA\r\nB", japanese()), ElementsAre("\x83\nA", "B"));
-    EXPECT_THAT(linesOf("A\x83\x83\rB", japanese()), ElementsAre("A\x83\x83", "B")) << "a trail byte leads nothing";
-    EXPECT_THAT(linesOf("\xB1\rB", japanese()), ElementsAre("\xB1", "B")) << "half-width katakana is a single byte";
-    EXPECT_THAT(linesOf("A\r\nB\x83", japanese()), ElementsAre("A", "B")) << "a lone lead byte ends the text";
-    EXPECT_THAT(linesOf("\x83", japanese()), ElementsAre(""));
-    EXPECT_THAT(linesOf("\x83\r\nB", kSingleByte), ElementsAre("\x83", "B"));
+    // 0x83 leads in code page 932; behind it CR and LF are no characters of their own.
+    const LeadByteTable two = japanese();
+    const struct {
+        const char* reason;
+        std::string text;
+        std::vector<std::string> lines;
+        const LeadByteTable& leadBytes = kSingleByte;
+    } rows[] = {
+        {"what follows the last end is a line", "A\r\nB\r\n", {"A", "B", ""}},
+        {"a line feed alone joins", "A\nB", {"AB"}},
+        {"line feeds anywhere", "\n\nA\n\r\n\r", {"A", "", ""}},
+        {"empty", "", {""}},
+        {"a zero byte ends the text", std::string("A\r\0B\r", 5), {"A", ""}},
+        {"CR as a second byte", "\x83\r\nB", {"\x83\rB"}, two},
+        {"LF as a second byte", "\x83\nA\r\nB", {"\x83\nA", "B"}, two},
+        {"a trail byte leads nothing", "A\x83\x83\rB", {"A\x83\x83", "B"}, two},
+        {"half-width katakana is a single byte", "\xB1\rB", {"\xB1", "B"}, two},
+        {"a lone lead byte ends the text", "A\r\nB\x83", {"A", "B"}, two},
+        {"nothing but a lone lead byte", "\x83", {""}, two},
+        {"no lead byte in this code page", "\x83\r\nB", {"\x83", "B"}},
+    };
+    for (const auto& row : rows) EXPECT_EQ(linesOf(row.text, row.leadBytes), row.lines) << row.reason;
 }
 
 TEST(CreditsLines, StayInsideABlockWithoutATerminator) {
@@ -76,96 +80,68 @@ TEST(CreditsLines, StayInsideABlockWithoutATerminator) {
 
 TEST(CreditsMarkers, ChooseTheFontAndAreNotShown) {
     const MarkedFonts all{true, true, true};
-    struct {
+    const struct {
         const char* line;
+        MarkedFonts made;
         CreditsFont font;
         const char* shown;
-    } const rows[] = {
-        {"*Title", CreditsFont::bold, "Title"},
-        {"/Partner", CreditsFont::italic, "Partner"},
-        {"_Heading", CreditsFont::underlined, "Heading"},
-        {"Name", CreditsFont::regular, "Name"},
-        {" *x", CreditsFont::regular, " *x"},
-        {"*", CreditsFont::bold, ""},
-        {"**", CreditsFont::bold, "*"},
-        {"", CreditsFont::regular, ""},
+    } rows[] = {
+        {"*Title", all, CreditsFont::bold, "Title"},
+        {"/Partner", all, CreditsFont::italic, "Partner"},
+        {"_Heading", all, CreditsFont::underlined, "Heading"},
+        {" *x", all, CreditsFont::regular, " *x"},
+        {"**", all, CreditsFont::bold, "*"},
+        {"", all, CreditsFont::regular, ""},
+        // A failed font takes its marker and the later ones away.
+        {"*x", {false, true, true}, CreditsFont::regular, "*x"},
+        {"/x", {false, true, true}, CreditsFont::regular, "/x"},
+        {"_x", {false, true, true}, CreditsFont::regular, "_x"},
+        {"*x", {true, false, true}, CreditsFont::bold, "x"},
+        {"/x", {true, false, true}, CreditsFont::regular, "/x"},
+        {"_x", {true, false, true}, CreditsFont::regular, "_x"},
+        {"/x", {true, true, false}, CreditsFont::italic, "x"},
+        {"_x", {true, true, false}, CreditsFont::regular, "_x"},
     };
     for (const auto& row : rows) {
-        SCOPED_TRACE(row.line);
-        const MarkedLine marked = takeMarker(row.line, all);
-        EXPECT_EQ(marked.font, row.font);
-        EXPECT_EQ(marked.text, row.shown);
+        const MarkedLine marked = takeMarker(row.line, row.made);
+        EXPECT_EQ(marked.font, row.font) << row.line;
+        EXPECT_EQ(marked.text, row.shown) << row.line;
     }
 }
 
-TEST(CreditsMarkers, AFailedFontTakesItsMarkerAndTheLaterOnesAway) {
-    struct {
-        MarkedFonts fonts;
-        const char* known;
-    } const rows[] = {{{false, true, true}, ""},
-                      {{true, false, true}, "*"},
-                      {{true, true, false}, "*/"},
-                      {{true, true, true}, "*/_"}};
-    for (const auto& row : rows)
-        for (const char marker : std::string("*/_")) {
-            SCOPED_TRACE(testing::Message() << marker << " while known are " << row.known);
-            const std::string line = marker + std::string("x");
-            const bool known = std::string(row.known).find(marker) != std::string::npos;
-            EXPECT_EQ(takeMarker(line, row.fonts).font != CreditsFont::regular, known);
-            EXPECT_EQ(takeMarker(line, row.fonts).text, known ? "x" : line);
-        }
-}
-
-std::string expanded(const std::string& line, const LeadByteTable& leadBytes = kSingleByte) {
-    std::array<char, kExpandedCapacity> buffer;
-    return std::string(expandPlaceholders(line, leadBytes, buffer));
-}
-
-TEST(CreditsPlaceholders, AreReplaced) {
-    struct {
-        const char* line;
-        const char* shown;
-    } const rows[] = {
-        {"v%v", "v6.1"},
-        {"Years %y", "Years 1995-97"},
-        {"100%% sure", "100% sure"},
+TEST(CreditsPlaceholders, AreReplacedUntilTheLineIsFull) {
+    const LeadByteTable two = japanese();
+    const auto filler = [](std::size_t size) { return std::string(size, 'x'); };
+    std::string signs;
+    for (int i = 0; i < 200; ++i) signs += "%%";
+    const struct {
+        std::string line, shown;
+        const LeadByteTable& leadBytes = kSingleByte;
+    } rows[] = {
+        {"Years %y, 100%% sure", "Years 1995-97, 100% sure"},
         {"50%x", "50 x"},
         {"trailing%", "trailing "},
         {"%%v", "%v"},
         {"%%%v", "%6.1"},
-        {"%x%v", " x6.1"},
         {"%v%y%%", "6.11995-97%"},
         {"%V", " V"},
         {"% %", "   "},
-        {"no sign", "no sign"},
+        {"\x83%v", "\x83%v", two},  // a per cent sign as second byte
+        {"%\x83v", " \x83v", two},  // an unknown one before a double-byte character
+        {filler(300), filler(255)},
+        {filler(252) + "%v!", filler(252) + "6.1"},  // fits exactly
+        {filler(253) + "%v!", filler(253)},          // one byte short: the replacement is left out whole
+        {filler(254) + "\x83z", filler(254), two},   // half a character
+        {filler(253) + "\x83z", filler(253) + "\x83z", two},
+        {signs, std::string(200, '%')},  // what counts is the line as it is shown
     };
-    for (const auto& row : rows) EXPECT_EQ(expanded(row.line), row.shown) << row.line;
-    EXPECT_EQ(expanded("\x83%v", japanese()), "\x83%v") << "a per cent sign as second byte";
-    EXPECT_EQ(expanded("%\x83v", japanese()), " \x83v") << "an unknown one before a double-byte character";
-    EXPECT_FALSE(hasPlaceholder("\x83%v", japanese()));
+    for (const auto& row : rows) {
+        std::array<char, kExpandedCapacity> buffer;
+        EXPECT_EQ(expandPlaceholders(row.line, row.leadBytes, buffer), row.shown) << row.line;
+    }
+    EXPECT_FALSE(hasPlaceholder("\x83%v", two));
     EXPECT_TRUE(hasPlaceholder("\x83%v", kSingleByte));
-    EXPECT_TRUE(hasPlaceholder("\x83\x83%", japanese()));
-}
-
-TEST(CreditsPlaceholders, StopWhereTheLineIsFull) {
-    const auto filler = [](std::size_t size) { return std::string(size, 'x'); };
-    EXPECT_EQ(expanded(filler(300)), filler(255));
-    EXPECT_EQ(expanded(filler(252) + "%v!"), filler(252) + "6.1") << "fits exactly";
-    EXPECT_EQ(expanded(filler(253) + "%v!"), filler(253)) << "one byte short: the replacement is left out whole";
-    EXPECT_EQ(expanded(filler(254) + "\x83"
-                                     "A",
-                       japanese()),
-              filler(254))
-        << "half a character";
-    EXPECT_EQ(expanded(filler(253) + "\x83"
-                                     "A",
-                       japanese()),
-              filler(253) +
-                  "\x83"
-                  "A");
-    std::string signs;
-    for (int i = 0; i < 200; ++i) signs += "%%";
-    EXPECT_EQ(expanded(signs), std::string(200, '%')) << "what counts is the line as it is shown";
+    EXPECT_TRUE(hasPlaceholder("\x83\x83%", two));
 }
 
 TEST(Perspective, GivesTheTenLinesOfAFrame) {
