@@ -92,6 +92,9 @@ void clearFaults();
 /// Whether a planned failure has happened since clearFaults.
 bool faultHit();
 
+/// Planned failures since the process began; clearFaults does not forget them.
+std::size_t faultsInjected();
+
 /// Calls of the kind since clearFaults, the failed ones included.
 std::size_t calls(Kind kind);
 

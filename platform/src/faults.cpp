@@ -19,6 +19,7 @@ struct Plan {
 constexpr std::size_t kKinds = 6;
 constinit std::array<Plan, kKinds> plans{};
 constinit std::atomic<bool> hit{false};
+constinit std::atomic<std::size_t> injected{0};
 
 Plan& planOf(Kind kind) {
     return plans[static_cast<std::size_t>(kind)];
@@ -32,6 +33,7 @@ std::size_t stepsBeforeFault(Kind kind, std::size_t steps) {
     const std::size_t failAt = plan.failAt.load();
     if (failAt <= before || failAt > before + steps) return steps;
     hit = true;
+    ++injected;
     plan.calls = failAt;
     return failAt - before - 1;
 }
@@ -55,6 +57,10 @@ void clearFaults() {
 
 bool faultHit() {
     return hit;
+}
+
+std::size_t faultsInjected() {
+    return injected;
 }
 
 std::size_t calls(Kind kind) {

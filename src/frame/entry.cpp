@@ -47,7 +47,8 @@ BOOL detachProcess() {
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID) {
     using namespace tamrix;
-    instance = module;
+    // At every call, but the same value isn't written again under the eyes of threads that read it.
+    if (instance != module) instance = module;
     switch (reason) {
         case DLL_PROCESS_DETACH:
             return detachProcess();

@@ -6,6 +6,7 @@
 
 #include "windows/about_probe.h"
 #include "windows/call_watch.h"
+#include "windows/soak.h"
 
 namespace {
 
@@ -180,15 +181,16 @@ TEST(AboutFailure, AWindowThatCannotBeMadeLeavesTheBoxToItsOwner) {
 
 TEST(AboutBalance, ManyFramesAndBoxesLeaveNothingBehind) {
     Balance balance;
+    const int frames = testing_support::soakRounds(500, 10000), boxes = testing_support::soakRounds(100, 1000);
     {
         AboutProbe box;
-        for (int i = 0; i < 500; ++i) box.animate();
+        for (int i = 0; i < frames; ++i) box.animate();
     }
     balance.expectEven();
-    EXPECT_EQ(balance.watchCreateFontA.succeeded(), 2000) << "four fonts a frame";
-    for (int i = 0; i < 100; ++i) EXPECT_TRUE(canBeShown(balance));
+    EXPECT_EQ(balance.watchCreateFontA.succeeded(), 4 * frames) << "four fonts a frame";
+    for (int i = 0; i < boxes; ++i) EXPECT_TRUE(canBeShown(balance));
     balance.expectEven();
-    EXPECT_EQ(balance.watchSetTimer.succeeded(), 100);
+    EXPECT_EQ(balance.watchSetTimer.succeeded(), boxes);
 }
 
 }  // namespace

@@ -12,6 +12,7 @@
 #include "windows/allocations.h"
 #include "windows/call_watch.h"
 #include "windows/import_hook.h"
+#include "windows/soak.h"
 #include "windows/user.h"
 
 struct BrowseLayout {
@@ -379,7 +380,7 @@ TEST_F(BrowseDialog, LeavesNoWindowAndNoBlockBehind) {
     round();
     const int before = windowsOfProgram();
     const std::size_t blocksBefore = openBlocks();
-    for (int i = 0; i < 20; ++i) round();
+    for (int i = 0; i < testing_support::soakRounds(20, 1000); ++i) round();
     EXPECT_EQ(windowsOfProgram(), before);
     EXPECT_EQ(openBlocks(), blocksBefore);
 }

@@ -11,6 +11,7 @@
 #include "windows/allocations.h"
 #include "windows/import_hook.h"
 #include "windows/mapping_dialog_user.h"
+#include "windows/soak.h"
 
 namespace {
 
@@ -244,6 +245,7 @@ TEST_F(MappingDialogs, LeaveNothingBehind) {
     tamrix::dialogFontSettings = {face, 10};
     std::atomic<bool> done = false;
     std::size_t blocks = 0;
+    DWORD handles = 0;
     const auto cancelEach = [&](HWND first) {
         PostMessageA(first, WM_COMMAND, IDCANCEL, 0);
         while (!done) {
@@ -254,7 +256,9 @@ TEST_F(MappingDialogs, LeaveNothingBehind) {
     const auto showOften = [&] {
         show("TmxC", "TmxT");
         blocks = openBlocks();
-        for (int round = 0; round < 20; ++round) show("TmxC", "TmxT");
+        handles = openHandles();
+        for (int round = 0; round < soakRounds(20, 1000); ++round) show("TmxC", "TmxT");
+        EXPECT_LE(openHandles(), handles + 40) << "a few of the platform's own, not one a round";
         done = true;
         return 0;
     };

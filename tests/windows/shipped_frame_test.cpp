@@ -1,5 +1,6 @@
 // Loading, counting, entry reasons and names, through the shipped DLL.
 #include <cstdio>
+#include <cstdlib>
 #include <vector>
 
 #include "windows/shipped_dll.h"
@@ -140,19 +141,25 @@ void expectBothWays(const NameCase& name) {
     EXPECT_STREQ(buffer, name.mac) << name.why;
 }
 
+bool isDoubleByte() {
+    return GetACP() == 932 || GetACP() == 936 || GetACP() == 949 || GetACP() == 950;
+}
+
 TEST(Names, TranslateInTheProcessCodePage) {
     expectBothWays({"Q1: Budget?", "Q1[058] Budget[063]", "reserved characters"});
     expectBothWays({"Icon\r", "Icon[013]", "the name of a folder's icon file ends in a carriage return"});
     expectBothWays({"Report.", "Report[046]", "Windows drops a final period"});
-    if (GetACP() == 932) {
-        // U+8868 is 95 5C in code page 932: its trail byte is a backslash's.
+    if (isDoubleByte()) {
+        // 95 5C is a character in all four code pages; its trail byte is a backslash's.
         expectBothWays({"\x95\x5C.", "\x95\x5C[046]", "a final period behind a double-byte character"});
-        // U+30E3 is 83 83: its trail byte has a lead byte's value.
+        // So is 83 83: its trail byte has a lead byte's value.
         expectBothWays({"\x83\x83.", "\x83\x83.", "a final period behind a byte of a lead byte's value stays"});
         expectBothWays({"\x95\x5C:", "\x95\x5C[058]", "a trail byte is no separator"});
     } else if (GetACP() == 1252 && (GetOEMCP() == 437 || GetOEMCP() == 850)) {
         expectBothWays({"Caf\x8E", "Caf\xE9", "e acute is 8E on the Macintosh, E9 on Windows"});
         expectBothWays({"\x87\x88", "[135]\xE0", "87 is in the default set, 88 is not"});
+    } else if (GetACP() == 1251) {
+        expectBothWays({"\x87\x8E", "[135]\x8E", "without the table bytes stay, the quote set is the same"});
     } else {
         GTEST_FAIL() << "no expectation for code page " << GetACP();
     }
@@ -163,16 +170,21 @@ TEST(Strings, StepOverDoubleByteCharacters) {
     const auto bufStrCpy = function<int(char*, const char*, int)>("BufStrCpy");
     const int copied = bufStrCpy(out, "a\x81\x5C\x81\x5C", sizeof out);
     EXPECT_EQ(copied, 3);
-    EXPECT_EQ(function<int(char)>("isdbchar")('\x81'), GetACP() == 932);
-    EXPECT_EQ(bufStrCpy(out, "a\x81\x5C", 3), GetACP() == 932 ? 1 : 2);
+    EXPECT_EQ(function<int(char)>("isdbchar")('\x81'), isDoubleByte());
+    EXPECT_EQ(bufStrCpy(out, "a\x81\x5C", 3), isDoubleByte() ? 1 : 2);
 }
 
 }  // namespace
+
+int runChurn(int seed);
+int runReload(int times);
 
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     if (argc < 2) return std::fputs("usage: shipped_dll DLL\n", stderr), 2;
     shipped::dllPath = argv[1];
     if (argc == 4 && std::strcmp(argv[2], "--attach") == 0) return runAttachedProcess(argv[3]);
+    if (argc == 4 && std::strcmp(argv[2], "--churn") == 0) return runChurn(std::atoi(argv[3]));
+    if (argc == 4 && std::strcmp(argv[2], "--reload") == 0) return runReload(std::atoi(argv[3]));
     return RUN_ALL_TESTS();
 }

@@ -1,0 +1,36 @@
+// How long the tests that wait for leaks go on, and what they count.
+#pragma once
+
+#include <windows.h>
+
+#include <cstdlib>
+
+namespace testing_support {
+
+/// `full` rounds when TAMRIX_SOAK is set in the environment, else `usual`.
+inline int soakRounds(int usual, int full) {
+    return std::getenv("TAMRIX_SOAK") ? full : usual;
+}
+
+inline DWORD openHandles() {
+    DWORD count = 0;
+    GetProcessHandleCount(GetCurrentProcess(), &count);
+    return count;
+}
+
+/// Blocks in use on all heaps of the process.
+inline int heapBlocks() {
+    HANDLE heaps[64];
+    const DWORD count = GetProcessHeaps(64, heaps);
+    int blocks = 0;
+    for (DWORD i = 0; i < count && i < 64; ++i) {
+        PROCESS_HEAP_ENTRY entry{};
+        HeapLock(heaps[i]);
+        while (HeapWalk(heaps[i], &entry))
+            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) ++blocks;
+        HeapUnlock(heaps[i]);
+    }
+    return blocks;
+}
+
+}  // namespace testing_support
