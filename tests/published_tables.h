@@ -19,7 +19,7 @@ inline tamrix::LeadByteTable leadBytesOf(int codePage) {
     if (codePage == 932) {
         lead(0x81, 0x9F);
         lead(0xE0, 0xFC);
-    } else if (codePage != 1252) {
+    } else if (codePage > 932 && codePage <= 950) {
         lead(0x81, 0xFE);
     }
     return table;

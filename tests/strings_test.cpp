@@ -137,7 +137,7 @@ TEST_P(CodePages, PairTheirLettersAndKeepTheRest) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Strings, CodePages,
-                         testing::ValuesIn(testing_support::codePagesAmong({1252u, 932u, 936u, 949u, 950u})),
+                         testing::ValuesIn(testing_support::codePagesAmong({1252u, 1251u, 932u, 936u, 949u, 950u})),
                          [](const auto& page) { return std::to_string(page.param); });
 
 }  // namespace

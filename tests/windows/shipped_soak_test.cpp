@@ -98,12 +98,16 @@ int runReload(int times) {
     const auto reload = [](int count) {
         while (count-- > 0) FreeLibrary(LoadLibraryA(shipped::dllPath.c_str()));
     };
+    // Wine's printer library, which comes and goes with the common dialogs, leaves a handle open each time.
+    LoadLibraryA("winspool.drv");
     reload(100);
     if (GetModuleHandleA("Tamrix32.dll")) return 2;
     const DWORD handles = openHandles();
     const int blocks = heapBlocks();
     reload(times);
-    std::printf("%d loads: handles %lu -> %lu, heap blocks %d -> %d\n", times, handles, openHandles(), blocks,
-                heapBlocks());
-    return openHandles() == handles && heapBlocks() <= blocks ? 0 : 1;
+    const DWORD handlesAfter = openHandles();
+    const int blocksAfter = heapBlocks();
+    std::printf("%d loads: lowest free handle %lu -> %lu, heap blocks %d -> %d\n", times, handles, handlesAfter, blocks,
+                blocksAfter);
+    return handlesAfter <= handles && blocksAfter <= blocks ? 0 : 1;
 }
