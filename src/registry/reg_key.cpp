@@ -145,7 +145,7 @@ int RegKey::Create(HKEY newAncestor, const char* path) {
 }
 
 int RegKey::Close() {
-    tamrix::UniqueKey{std::exchange(handle, nullptr)};
+    const tamrix::UniqueKey closed{std::exchange(handle, nullptr)};
     opened = 0;
     return 1;
 }
