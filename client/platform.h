@@ -54,6 +54,11 @@ std::string nameKey(const std::string& name);
 /// Why the disk does not take this name; null when it does.
 const char* whyNotAName(const std::string& name);
 
+/// Writes a whole file. A file on a disk, or the one that a link leads to, is written under another name beside it and
+/// takes its place at the end; devices and pipes are written as they stand. False with the reason on failure: a former
+/// file is as it was then.
+bool writeWholeFile(const std::string& path, const std::string& text, std::string& reason);
+
 /// Renames, never in place of something else. False with the reason on failure.
 bool renameWithoutOverwriting(const std::string& from, const std::string& to, std::string& reason);
 

@@ -9,6 +9,7 @@
 #include <string.h>
 #include <sys/file.h>
 #include <sys/stat.h>
+#include <unistd.h>
 
 #include "client/platform.h"
 #include "frame/entry.h"
@@ -89,6 +90,13 @@ bool loadSettings(const Arguments& arguments, bool changesMappings, std::string&
     if (result.ok || result.missing) return true;
     reason = registryFile + (result.line ? ":" + std::to_string(result.line) : "") + ": " + result.message;
     return false;
+}
+
+bool writeDevice(const std::string& path, const std::string& text) {
+    FILE* device = fopen(path.c_str(), "wb");
+    if (!device) return false;
+    const bool written = fwrite(text.data(), 1, text.size(), device) == text.size();
+    return fclose(device) == 0 && written;
 }
 
 bool convert(const char* to, const char* from, const char* bytes, std::size_t size, char* result, std::size_t& room) {
@@ -175,6 +183,21 @@ const char* whyNotAName(const std::string& name) {
     if (name.find('/') != std::string::npos) return "this disk does not take a slash in a name";
     if (name.find('\0') != std::string::npos) return "this disk does not take a zero byte in a name";
     return name.size() > NAME_MAX ? "the name is too long for this disk" : nullptr;
+}
+
+bool writeWholeFile(const std::string& path, const std::string& text, std::string& reason) {
+    struct stat status;
+    const bool isThere = stat(path.c_str(), &status) == 0;
+    bool written = false;
+    if (isThere && !S_ISREG(status.st_mode)) {
+        written = writeDevice(path, text);
+    } else if (isThere ? access(path.c_str(), W_OK) == 0 : errno == ENOENT) {
+        const standin::FileResult result = standin::replaceFile(path, text);
+        if (!result.ok) reason = result.message;
+        return result.ok;
+    }
+    if (!written) reason = "cannot write: " + errorText();
+    return written;
 }
 
 bool renameWithoutOverwriting(const std::string& from, const std::string& to, std::string& reason) {

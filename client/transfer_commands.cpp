@@ -27,21 +27,15 @@ bool readFile(const std::string& name, std::string& text) {
     return done;
 }
 
-bool writeFile(const std::string& name, const std::string& text) {
-    FILE* file = fopen(name.c_str(), "wb");
-    if (!file) return false;
-    const bool written = fwrite(text.data(), 1, text.size(), file) == text.size();
-    return fclose(file) == 0 && written;
-}
-
 int runExport(const Arguments& arguments) {
     const std::string text = writeMappings(allMappings());
     if (arguments.operands().empty() || arguments.operands()[0] == "-") {
         print(text);
         return kDone;
     }
-    if (writeFile(arguments.operands()[0], text)) return kDone;
-    complain(arguments.operands()[0], "the file cannot be written");
+    std::string reason;
+    if (writeWholeFile(arguments.operands()[0], text, reason)) return kDone;
+    complain(arguments.operands()[0], reason);
     return kUsageError;
 }
 
@@ -93,7 +87,7 @@ int runImport(const Arguments& arguments) {
 
 constexpr char kExportDetails[] =
     "Writes a line for each mapping: extension, type, creator and comment, separated by tabs and quoted where needed.\n"
-    "Without FILE, or with -, it is printed.\n";
+    "Without FILE, or with -, it is printed. A file that is there is replaced once the new one is whole.\n";
 constexpr char kImportDetails[] =
     "Takes what export writes (- is standard input). Mappings that are not in FILE stay. A bad line is named with its\n"
     "number, and nothing is imported then. Prints what changed.\n";

@@ -5,6 +5,7 @@ import json
 import os
 import pathlib
 import re
+import resource
 import shlex
 import subprocess
 import sys
@@ -33,11 +34,13 @@ class ClientTest(unittest.TestCase):
         self.addCleanup(folder.cleanup)
         self.folder = pathlib.Path(folder.name)
 
-    def run_tamrix(self, *arguments, typed=b"", status=0):
+    def run_tamrix(self, *arguments, typed=b"", status=0, full_disk=False):
         # Wine takes arguments in the locale's encoding; this locale is always there, and is Western.
         environment = dict(os.environ, XDG_DATA_HOME=str(self.folder / "data"), LC_ALL="C.UTF-8")
+        # A limit on the size of files stands for a full disk; with the signal ignored, it is an error of writing.
+        limit = (lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (8, 8))) if full_disk else None
         ran = subprocess.run([*PROGRAM, *arguments], input=typed, capture_output=True, cwd=self.folder,
-                             env=environment)
+                             env=environment, preexec_fn=limit, restore_signals=not full_disk)
         self.assertEqual(ran.returncode, status, (arguments, ran.stdout, ran.stderr))
         return ran
 
@@ -374,7 +377,43 @@ class Mappings(ClientTest):
         self.run_tamrix("extmap", "remove", "tamrixa")
         self.run_tamrix("extmap", "import", "map.txt")
         self.assertEqual(self.store(), before)
-        self.assertIn(b"absent", self.complaint("extmap", "export", "absent/map.txt", status=2))
+
+    def export_over(self, target, status=0, **keywords):
+        before = sorted(os.listdir(self.folder))
+        ran = self.run_tamrix("extmap", "export", target, status=status, **keywords)
+        self.assertEqual(target.encode() in ran.stderr, status != 0)
+        self.assertEqual(sorted(os.listdir(self.folder)), before)
+
+    def test_an_export_that_fails_leaves_what_was_there(self):
+        self.run_tamrix("extmap", "set", "tamrixa", "TEXT", "ttxt", "longer than the disk has room for")
+        former, link = self.folder / "map.txt", self.folder / "link.txt"
+        former.write_bytes(b"former\n")
+        os.symlink("map.txt", link)
+        os.mkdir(self.folder / "folder")
+        for target, full_disk in (("map.txt", True), ("link.txt", True), ("new.txt", True), ("absent/map.txt", False),
+                                  ("folder", False)):
+            with self.subTest(target):
+                self.export_over(target, status=2, full_disk=full_disk)
+        if os.geteuid() != 0:  # whom no file is protected from
+            former.chmod(0o444)
+            self.export_over("map.txt", status=2)
+            former.chmod(0o644)
+        self.assertEqual(former.read_bytes(), b"former\n")
+        self.export_over("link.txt")
+        self.assertTrue(link.is_symlink())
+        self.assertEqual(former.read_bytes(), self.output("extmap", "export"))
+
+    @native_only
+    def test_an_export_goes_into_devices_and_pipes_and_to_where_a_link_points(self):
+        self.run_tamrix("extmap", "set", "tamrixa", "TEXT", "ttxt")
+        os.mkfifo(self.folder / "pipe")
+        reader = subprocess.Popen(["cat", self.folder / "pipe"], stdout=subprocess.PIPE)
+        self.run_tamrix("extmap", "export", "pipe")
+        self.assertEqual(reader.communicate(timeout=60)[0], b".tamrixa\tTEXT\tttxt\n")
+        os.symlink("data/new.txt", self.folder / "dangling")
+        self.run_tamrix("extmap", "export", "dangling")
+        self.assertEqual((self.folder / "data" / "new.txt").read_bytes(), b".tamrixa\tTEXT\tttxt\n")
+        self.export_over("/dev/full", status=2)
 
     def test_the_default_codes(self):
         self.assertEqual(self.output("extmap", "default"), b"TEXT\tdosa\n")

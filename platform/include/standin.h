@@ -42,10 +42,13 @@ struct FileResult {
 /// Merges the keys and values of a REGEDIT4 text file into the registry. A malformed file is refused whole.
 FileResult loadRegistry(const std::string& path);
 
-/// Writes the whole registry as a REGEDIT4 text file in the active ANSI code page, through a new file beside it that
-/// takes its place when all of it is on the disk. A cut by plan (Kind::fileStep) leaves everything as the end of the
-/// process at that step would; any other failure removes the new file.
+/// Writes the whole registry as a REGEDIT4 text file in the active ANSI code page, as replaceFile does.
 FileResult saveRegistry(const std::string& path);
+
+/// Writes a file, or what a symbolic link leads to, through a new file beside it that takes its place, with its
+/// permissions, when all of it is on the disk. A cut by plan (Kind::fileStep) leaves everything as the end of the
+/// process at that step would; any other failure removes the new file.
+FileResult replaceFile(const std::string& path, std::string_view text);
 
 // Modules and resources.
 

@@ -60,16 +60,23 @@ bool writeAll(const File& file, std::string_view text) {
     return true;
 }
 
-// The file behind symbolic links, so that replacing it doesn't replace a link to it.
-std::string realTarget(const std::string& path) {
-    char resolved[PATH_MAX];
-    return ::realpath(path.c_str(), resolved) ? resolved : path;
-}
-
 std::string folderOf(const std::string& path) {
     const auto slash = path.rfind('/');
     if (slash == std::string::npos) return ".";
     return slash == 0 ? "/" : path.substr(0, slash);
+}
+
+// The file behind symbolic links, even one that is not there yet, so that replacing it doesn't replace a link to it.
+std::string realTarget(std::string path) {
+    char resolved[PATH_MAX];
+    for (int links = 0; links < 40; ++links) {
+        if (::realpath(path.c_str(), resolved)) return resolved;
+        const ssize_t size = ::readlink(path.c_str(), resolved, sizeof resolved);
+        if (size <= 0) break;
+        const std::string next(resolved, static_cast<std::size_t>(size));
+        path = next[0] == '/' ? next : folderOf(path) + "/" + next;
+    }
+    return path;
 }
 
 mode_t modeFor(const std::string& target) {
@@ -83,9 +90,10 @@ mode_t modeFor(const std::string& target) {
 // One saving: its steps in order, each of which the plan may cut.
 class Saving {
 public:
-    explicit Saving(const std::string& path) : target_(realTarget(path)), temporary_(target_ + ".XXXXXX") {}
+    explicit Saving(const std::string& path)
+        : target_(realTarget(path)), temporary_(folderOf(target_) + "/tamrix.XXXXXX") {}
 
-    FileResult run(const std::string& text) {
+    FileResult run(std::string_view text) {
         if (writeTemporary(text) && replace()) return {.ok = true, .missing = false, .line = 0, .message = {}};
         if (cut_) return {.ok = false, .missing = false, .line = 0, .message = "cut by plan"};
         FileResult result = failure("cannot write", target_);
@@ -99,13 +107,13 @@ private:
         return !cut_;
     }
 
-    bool writeTemporary(const std::string& text) {
+    bool writeTemporary(std::string_view text) {
         if (!step()) return false;
         File file(::mkstemp(temporary_.data()));
         if (!file.isOpen()) return false;
         made_ = true;
         const std::size_t allowed = stepsBeforeFault(Kind::fileStep, text.size());
-        if (!writeAll(file, std::string_view(text).substr(0, allowed))) return false;
+        if (!writeAll(file, text.substr(0, allowed))) return false;
         cut_ = allowed < text.size();
         if (cut_ || ::fchmod(file.descriptor(), modeFor(target_)) != 0) return false;
         return step() && ::fsync(file.descriptor()) == 0 && file.close();
@@ -155,7 +163,11 @@ FileResult saveRegistry(const std::string& path) {
         const std::scoped_lock lock(registry().guard);
         text = writeRegedit4(result.message);
     }
-    return text ? Saving(path).run(*text) : result;
+    return text ? replaceFile(path, *text) : result;
+}
+
+FileResult replaceFile(const std::string& path, std::string_view text) {
+    return Saving(path).run(text);
 }
 
 }  // namespace standin
