@@ -450,6 +450,12 @@ class Mappings(ClientTest):
         self.assertEqual(len(self.store()), 12)
 
     @native_only
+    def test_a_registry_file_that_is_none(self):
+        os.mkfifo(self.folder / "pipe")
+        for path in ("/dev/null", ".", "/dev/full", "pipe"):  # the last two would be read for ever
+            self.assertIn(b"not a regular file", self.complaint("--registry", path, "info", status=2))
+
+    @native_only
     def test_a_registry_file_that_cannot_be_saved(self):
         (self.folder / "file").touch()
         complaint = self.complaint("--registry", "file/x.reg", "extmap", "set", "a", "TEXT", "ttxt", status=2)

@@ -39,7 +39,8 @@ struct FileResult {
     std::string message;
 };
 
-/// Merges the keys and values of a REGEDIT4 text file into the registry. A malformed file is refused whole.
+/// Merges the keys and values of a REGEDIT4 text file into the registry. A malformed file is refused whole; what is no
+/// regular file is refused unread.
 FileResult loadRegistry(const std::string& path);
 
 /// Writes the whole registry as a REGEDIT4 text file in the active ANSI code page, as replaceFile does.

@@ -138,8 +138,14 @@ private:
 }  // namespace
 
 FileResult loadRegistry(const std::string& path) {
-    const File file(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    // Not blocking, so that a pipe without a writer is refused as well.
+    const File file(::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK));
     if (!file.isOpen()) return failure("cannot open", path);
+    // A device or pipe may never end, and saving would put a file in its place.
+    struct stat status {};
+    if (::fstat(file.descriptor(), &status) != 0) return failure("cannot read", path);
+    if (!S_ISREG(status.st_mode))
+        return {.ok = false, .missing = false, .line = 0, .message = "cannot read " + path + ": not a regular file"};
     std::string text;
     if (!readAll(file, text)) return failure("cannot read", path);
     const std::scoped_lock lock(registry().guard);
