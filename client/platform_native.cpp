@@ -163,15 +163,17 @@ bool listFolder(const std::string& path, std::vector<FolderEntry>& entries, std:
         reason = errorText();
         return false;
     }
-    while (const dirent* found = readdir(folder)) {
+    // Its end is told from an error by errno alone.
+    while (const dirent* found = (errno = 0, readdir(folder))) {
         const std::string name = found->d_name;
         struct stat status;
         if (name == "." || name == "..") continue;
         const bool known = fstatat(dirfd(folder), found->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0;
         entries.push_back({name, known && S_ISDIR(status.st_mode)});
     }
+    if (errno != 0) reason = errorText();
     closedir(folder);
-    return true;
+    return reason.empty();
 }
 
 std::string nameKey(const std::string& name) {

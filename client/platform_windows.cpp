@@ -221,8 +221,9 @@ bool listFolder(const std::string& path, std::vector<FolderEntry>& entries, std:
         const bool isLink = (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
         entries.push_back({name, !isLink && (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0});
     } while (FindNextFileA(search, &found));
+    if (GetLastError() != ERROR_NO_MORE_FILES) reason = errorText();
     FindClose(search);
-    return true;
+    return reason.empty();
 }
 
 std::string nameKey(const std::string& name) {
