@@ -13,6 +13,7 @@ namespace {
 constexpr std::size_t kMostFields = 4;
 constexpr std::size_t kCodeLength = 4;
 constexpr std::size_t kMostExtension = 15;
+constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
 struct Escape {
@@ -24,6 +25,10 @@ constexpr std::array kEscapes = {Escape{'\\', '\\'}, Escape{'"', '"'}, Escape{'\
 
 bool isPlain(char byte) {
     return byte > ' ' && byte <= '~' && byte != '"';
+}
+
+bool isAscii(char byte) {
+    return static_cast<unsigned char>(byte) < 0x80;
 }
 
 bool needsQuotes(std::string_view field) {
@@ -194,11 +199,15 @@ std::string_view takeLine(std::string_view& text) {
 MappingFile parseMappings(std::string_view text) {
     MappingFile file;
     std::vector<Place> places;
+    const bool isUtf8 = text.starts_with(kUtf8Mark);
+    if (isUtf8) text.remove_prefix(kUtf8Mark.size());
     for (std::size_t number = 1; !text.empty(); ++number) {
         const std::string_view line = takeLine(text);
         if (line.empty() || line[0] == '#') continue;
         Mapping mapping;
         std::string wrong = LineReader(line).read(mapping);
+        if (isUtf8 && !std::all_of(line.begin(), line.end(), isAscii))
+            wrong = "a character beyond ASCII in UTF-8: \\xHH in quotes says its byte";
         if (wrong.empty()) wrong = complete(mapping);
         if (!wrong.empty()) return {{}, MappingFileError{number, std::move(wrong)}};
         places.push_back(placeOf(mapping, number));

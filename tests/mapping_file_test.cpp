@@ -52,6 +52,14 @@ TEST(MappingFile, ReadsWhatAPersonTypes) {
                                                     Mapping{"..", "\x80\x81\x82\x83", "\x80\xFF\x7F ", std::nullopt}));
 }
 
+TEST(MappingFile, AnEditorsByteOrderMarkIsNoPartOfTheFirstLine) {
+    EXPECT_THAT(parseMappings("\xEF\xBB\xBF.a\tTEXT\tttxt").mappings,
+                testing::ElementsAre(Mapping{".a", "TEXT", "ttxt", std::nullopt}));
+    EXPECT_EQ(firstError("\xEF\xBB\xBF# \xC3\xA9\n.a\tTEXT\tttxt\tcaf\xC3\xA9"),
+              "2: a character beyond ASCII in UTF-8: \\xHH in quotes says its byte");
+    EXPECT_EQ(firstError("# \n\xEF\xBB\xBF.a\tTEXT\tttxt\n"), "none") << "bytes of the code page further on";
+}
+
 TEST(MappingFile, NamesTheFirstBadLine) {
     EXPECT_EQ(firstError("# 1\n\n.a\tTEXT\n.b\tTEXT"),
               "3: an extension, a type and a creator are needed, separated by tabs");
