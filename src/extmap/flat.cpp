@@ -22,12 +22,9 @@ static_assert(sizeof(void*) != 4 || (sizeof(SExtensionMap) == 28 && offsetof(SEx
 constexpr char kFallbackType[] = "TEXT";
 constexpr char kFallbackCreator[] = "dosa";
 
-// The rights of every open: to read, write, create subkeys, enumerate, notify and delete.
-constexpr REGSAM kAccess = 0x1001F;
-
 UniqueKey openKey(HKEY root, const char* path) {
     HKEY key = nullptr;
-    return UniqueKey(RegOpenKeyExA(root, path, 0, kAccess, &key) == ERROR_SUCCESS ? key : nullptr);
+    return UniqueKey(RegOpenKeyExA(root, path, 0, kKeyAccess, &key) == ERROR_SUCCESS ? key : nullptr);
 }
 
 UniqueKey createKey(HKEY root, const char* path) {

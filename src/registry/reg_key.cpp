@@ -11,11 +11,6 @@ namespace {
 
 constexpr DWORD kScratchSize = 128;  // of names with their terminator, and of data
 
-// Also where a key is only read: the rights to write to it and delete it are asked for with every handle.
-constexpr REGSAM kAccess =
-    KEY_QUERY_VALUE | KEY_SET_VALUE | KEY_CREATE_SUB_KEY | KEY_ENUMERATE_SUB_KEYS | KEY_NOTIFY | DELETE;
-static_assert(kAccess == 0x1001F);
-
 /// What one registry call may fill. The registry vouches neither for terminators nor for the size that a type suggests,
 /// so everything behind the returned bytes is zero, and there is one byte more than the registry knows of.
 struct Scratch {
@@ -99,7 +94,7 @@ int RegKey::Exists() {
     Close();
     if (!relativePath || !*relativePath) return 0;
     tamrix::UniqueKey probe;
-    return RegOpenKeyExA(ancestor, relativePath, 0, kAccess, probe.receive()) == ERROR_SUCCESS;
+    return RegOpenKeyExA(ancestor, relativePath, 0, tamrix::kKeyAccess, probe.receive()) == ERROR_SUCCESS;
 }
 
 int RegKey::Exists(HKEY newAncestor, const char* path) {
@@ -112,7 +107,7 @@ int RegKey::Open() {
     Close();
     subKeyPosition = valuePosition = 0;
     tamrix::UniqueKey key;
-    if (RegOpenKeyExA(ancestor, relativePath, 0, kAccess, key.receive()) != ERROR_SUCCESS) return 0;
+    if (RegOpenKeyExA(ancestor, relativePath, 0, tamrix::kKeyAccess, key.receive()) != ERROR_SUCCESS) return 0;
     handle = key.release();
     opened = 1;
     return 1;
@@ -130,8 +125,8 @@ int RegKey::Create() {
     char keyClass[] = "key";
     DWORD disposition = 0;
     tamrix::UniqueKey key;
-    if (RegCreateKeyExA(ancestor, relativePath, 0, keyClass, REG_OPTION_NON_VOLATILE, kAccess, nullptr, key.receive(),
-                        &disposition) != ERROR_SUCCESS)
+    if (RegCreateKeyExA(ancestor, relativePath, 0, keyClass, REG_OPTION_NON_VOLATILE, tamrix::kKeyAccess, nullptr,
+                        key.receive(), &disposition) != ERROR_SUCCESS)
         return 0;
     handle = key.release();
     opened = 1;
