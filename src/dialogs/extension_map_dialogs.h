@@ -52,4 +52,21 @@ void* keptState(HWND dialog);
 /// Answers a request for help about one control with its popup; 0 when it is about something else.
 int ShowControlHelp(const HELPINFO* request, HWND dialog);
 
+/// The procedure of either dialog. The first message leaves the focus to the handler.
+template <void (*onInit)(HWND dialog, LPARAM state), INT_PTR (*onCommand)(HWND dialog, WORD control, WORD code)>
+INT_PTR CALLBACK mappingDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
+    switch (message) {
+        case WM_INITDIALOG:
+            onInit(dialog, lParam);
+            return FALSE;
+        case WM_HELP:
+            ShowControlHelp(reinterpret_cast<const HELPINFO*>(lParam), dialog);
+            return TRUE;
+        case WM_COMMAND:
+            return onCommand(dialog, LOWORD(wParam), HIWORD(wParam));
+        default:
+            return FALSE;
+    }
+}
+
 }  // namespace tamrix

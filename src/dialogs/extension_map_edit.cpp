@@ -166,20 +166,7 @@ INT_PTR onCommand(HWND dialog, WORD control, WORD code) {
     }
 }
 
-INT_PTR CALLBACK ExtMapEditDlgProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
-    switch (message) {
-        case WM_INITDIALOG:
-            onInit(dialog, lParam);
-            return FALSE;
-        case WM_HELP:
-            ShowControlHelp(reinterpret_cast<const HELPINFO*>(lParam), dialog);
-            return TRUE;
-        case WM_COMMAND:
-            return onCommand(dialog, LOWORD(wParam), HIWORD(wParam));
-        default:
-            return FALSE;
-    }
-}
+constexpr DLGPROC ExtMapEditDlgProc = mappingDialogProc<onInit, onCommand>;
 
 }  // namespace
 }  // namespace tamrix
