@@ -91,13 +91,13 @@ private:
         FillRect(frame, &area, brush);
         SetTextColor(strip, RGB(255, 255, 255));
         SetBkMode(strip, TRANSPARENT);
-        SetStretchBltMode(frame, COLORONCOLOR);
-        SetStretchBltMode(frame, HALFTONE);
         int x = 137, y = 245, width = 137;
         for (int k = 0; k < 10; ++k) {
             RECT rect = {0, 0, 411, 33};
             FillRect(strip, &rect, brush);
             if (k <= top_) drawLine(strip, rect, box_.lines[top_ - k], fonts);
+            SetStretchBltMode(frame, COLORONCOLOR);
+            if (k < 5) SetStretchBltMode(frame, HALFTONE);
             for (int i = 0; i < 3; ++i, --x, y += k + 1, width += 2)
                 StretchBlt(frame, x, y, width, k + 1, strip, 0, 11 * i, 411, 11, SRCCOPY);
             x -= 3 * k;

@@ -55,7 +55,16 @@ struct CreditsPainter {
         DrawTextA(strip, shown.data(), static_cast<WORD>(shown.size()), &area, DT_CENTER | DT_SINGLELINE | DT_NOPREFIX);
     }
 
+    /// The default mode merges rows by keeping what is dark in any of them and would eat the white letters. Leaving
+    /// rows out keeps each stroke of a near line; of a far one averaging keeps more, but on some systems it takes
+    /// hundreds of times as long, others lack it, nor are a palette's colours there to average with.
+    void chooseStretching(bool isFar) const {
+        SetStretchBltMode(frame, COLORONCOLOR);
+        if (isFar && !hasPalette) SetStretchBltMode(frame, HALFTONE);
+    }
+
     void stretch(Perspective& perspective) const {
+        chooseStretching(perspective.isFar());
         for (int i = 0; i < kSlicesPerLine; ++i) {
             const Slice slice = perspective.nextSlice(i);
             StretchBlt(frame, slice.x, slice.y, slice.width, slice.height, strip, 0, slice.sourceTop, stripRect.right,
@@ -69,11 +78,6 @@ struct CreditsPainter {
               int bottom) const {
         const COLORREF formerColor = SetTextColor(strip, textColor);
         const int formerMode = SetBkMode(strip, TRANSPARENT);
-        // The default mode merges rows by keeping what is dark in any of them and would eat the white letters.
-        // Averaging keeps more of a far line than leaving rows out, but not every system has it, nor are a palette's
-        // colours there to average with.
-        SetStretchBltMode(frame, COLORONCOLOR);
-        if (!hasPalette) SetStretchBltMode(frame, HALFTONE);
         for (int k = 0; perspective.reaches(bottom); ++k) {
             FillRect(strip, &stripRect, background);
             if (credits && k <= linesInFront) {

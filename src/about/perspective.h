@@ -45,6 +45,9 @@ public:
         shift_ -= 3;
     }
 
+    /// Whether the current line loses more than half of its rows, and so of its columns.
+    bool isFar() const { return 2 * height_ < lineHeight_ / kSlicesPerLine; }
+
     /// Whether the current line is to be drawn in an area that ends above `bottom`. The first one always is.
     bool reaches(int bottom) const { return height_ == 1 || y_ < bottom; }
 
