@@ -150,8 +150,14 @@ int CAboutQuillonAppleTalk::isOpen() {
 int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         SetWindowLongA(window, DWL_USER, static_cast<LONG>(lParam));
-        boxOf(window)->initDialog(window);
-        return 1;
+        auto* const box = reinterpret_cast<CAboutQuillonAppleTalk*>(lParam);
+        if (boxOf(window) == box) {
+            box->initDialog(window);
+        } else {  // nothing would reach the box that the window shows; it stays its owner's
+            SetWindowLongA(window, DWL_USER, 0);
+            box->modal ? EndDialog(window, 0) : DestroyWindow(window);
+        }
+        return boxOf(window) ? 1 : 0;  // a window that is gone gets no focus
     }
     CAboutQuillonAppleTalk* const box = boxOf(window);
     if (!box) return 0;
