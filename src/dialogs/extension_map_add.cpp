@@ -26,15 +26,9 @@ AddExtMapState* stateOf(HWND dialog) {
 
 void onInit(HWND dialog, LPARAM param) {
     keepState(dialog, param);
-    const AddExtMapState* const state = stateOf(dialog);
+    const auto* const state = reinterpret_cast<const AddExtMapState*>(param);
     SetDlgItemTextA(dialog, kCreatorText, state->creator);
     SetDlgItemTextA(dialog, kTypeText, state->type);
-}
-
-/// The bytes of the typed extension, as far as they matter.
-int extensionLength(HWND dialog) {
-    char text[20];
-    return static_cast<int>(GetDlgItemTextA(dialog, kExtensionField, text, sizeof text));
 }
 
 void rejectLength(HWND dialog) {
@@ -44,16 +38,17 @@ void rejectLength(HWND dialog) {
 }
 
 void onOk(HWND dialog) {
-    if (!isAcceptedLength(extensionLength(dialog))) {
+    char extension[20];  // one that is cut is too long anyway
+    if (!isAcceptedLength(static_cast<int>(GetDlgItemTextA(dialog, kExtensionField, extension, sizeof extension)))) {
         rejectLength(dialog);
         return;
     }
-    AddExtMapState* const state = stateOf(dialog);
-    char text[256];
-    GetDlgItemTextA(dialog, kExtensionField, text, sizeof text);
-    state->extension = dottedExtension(text);
-    GetDlgItemTextA(dialog, kCommentField, text, sizeof text);
-    state->comment = copiedText(text);
+    char comment[256] = "";
+    GetDlgItemTextA(dialog, kCommentField, comment, sizeof comment);
+    if (AddExtMapState* const state = stateOf(dialog)) {
+        state->extension = dottedExtension(extension);
+        state->comment = copiedText(comment);
+    }
     EndDialog(dialog, kAccepted);
 }
 

@@ -17,20 +17,23 @@ struct ExtMapEditState {
     char* creator;  // both are the caller's
     char* type;
     int result;
+    bool listsAll;  // a list that lacks a mapping would take it out of the store
 };
 
 ExtMapEditState* stateOf(HWND dialog) {
     return static_cast<ExtMapEditState*>(keptState(dialog));
 }
 
+/// 0 when a mapping could not be listed.
 int FillExtMapList(HWND list, char* creator, char* type) {
     if (!list || list == INVALID_HANDLE_VALUE || !creator || !type) return 0;
     CExtensionMap cursor;
+    int listsAll = 1;
     for (int found = cursor.FirstCT(creator, type); found; found = cursor.NextCT()) {
         const OwnedText line = joinedLine(cursor.Extension(), cursor.Comment());
-        if (line) SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.get()));
+        if (!line || SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.get())) < 0) listsAll = 0;
     }
-    return 1;
+    return listsAll;
 }
 
 /// A line of a list, whole; null past its end or when memory runs out.
@@ -42,46 +45,46 @@ OwnedText lineAt(HWND list, WPARAM index) {
     return line;
 }
 
-struct Lines {
-    std::unique_ptr<MappingLine[]> lines;
+/// Takes over what a line says; false when memory runs out.
+bool hold(CExtensionMap& mapping, const MappingLine& line, const ExtMapEditState& state) {
+    mapping.SetExtension(line.extension);
+    mapping.SetComment(line.comment);
+    mapping.SetCreator(state.creator);
+    mapping.SetType(state.type);
+    return mapping.Extension() && mapping.Creator() && mapping.Type() && !line.comment == !mapping.Comment();
+}
+
+struct Mappings {
+    std::unique_ptr<CExtensionMap[]> all;
     WPARAM count;
 };
 
-/// All that OK is to write; no lines when memory runs out.
-Lines linesOf(HWND list) {
+/// All that OK is to write; none when memory runs out.
+Mappings mappingsIn(HWND list, const ExtMapEditState& state) {
     const auto count = static_cast<WPARAM>(SendMessageA(list, LB_GETCOUNT, 0, 0));
-    Lines all{std::unique_ptr<MappingLine[]>(new (std::nothrow) MappingLine[count]), count};
-    for (WPARAM i = 0; all.lines && i < count; ++i) {
-        all.lines[i] = splitLine(lineAt(list, i));
-        if (!all.lines[i].extension) all.lines.reset();
+    Mappings mappings{std::unique_ptr<CExtensionMap[]>(new (std::nothrow) CExtensionMap[count]), count};
+    for (WPARAM i = 0; mappings.all && i < count; ++i) {
+        const MappingLine line = splitLine(lineAt(list, i));
+        if (!line.extension || !hold(mappings.all[i], line, state)) mappings.all.reset();
     }
-    return all;
+    return mappings;
 }
 
-void removeMappings(CExtensionMap& cursor, const ExtMapEditState& state) {
+void removeMappings(const ExtMapEditState& state) {
+    CExtensionMap cursor;
     for (int found = cursor.FirstCT(state.creator, state.type); found; found = cursor.NextCT()) cursor.Delete();
 }
 
-/// Writes each line with the codes that the cursor has held since the old mappings were removed.
-void writeMappings(CExtensionMap& cursor, const Lines& all) {
-    for (WPARAM i = 0; i < all.count; ++i) {
-        cursor.SetExtension(all.lines[i].extension);
-        cursor.SetComment(all.lines[i].comment);
-        cursor.Create();
-    }
-}
-
-/// Rewrites the store. The list is read first, so that nothing is removed that could not be written again.
+/// Rewrites the store. What is to be written is there whole before anything is removed.
 int ApplyExtMapList(HWND dialog) {
     const ExtMapEditState* const state = stateOf(dialog);
     const HWND list = GetDlgItem(dialog, kMappingList);
-    if (!state || !list) return 0;
+    if (!state || !list || !state->listsAll) return 0;
     if (!canBeStored(state->creator, state->type)) return 1;
-    const Lines all = linesOf(list);
-    if (!all.lines) return 0;
-    CExtensionMap cursor;
-    removeMappings(cursor, *state);
-    writeMappings(cursor, all);
+    const Mappings mappings = mappingsIn(list, *state);
+    if (!mappings.all) return 0;
+    removeMappings(*state);
+    for (WPARAM i = 0; i < mappings.count; ++i) mappings.all[i].Create();
     return 1;
 }
 
@@ -91,18 +94,18 @@ void enableRemove(HWND dialog, bool enabled) {
 
 void onInit(HWND dialog, LPARAM param) {
     keepState(dialog, param);
-    const ExtMapEditState* const state = stateOf(dialog);
+    auto* const state = reinterpret_cast<ExtMapEditState*>(param);
     SetDlgItemTextA(dialog, kCreatorText, state->creator);
     SetDlgItemTextA(dialog, kTypeText, state->type);
     int commentColumn = 115;  // dialog units from the list's left edge to the comments' heading
     SendDlgItemMessageA(dialog, kMappingList, LB_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&commentColumn));
-    FillExtMapList(GetDlgItem(dialog, kMappingList), state->creator, state->type);
+    state->listsAll = FillExtMapList(GetDlgItem(dialog, kMappingList), state->creator, state->type) != 0;
     enableRemove(dialog, false);
 }
 
 void onAdd(HWND dialog) {
-    char creator[5];
-    char type[5];
+    char creator[5] = "";
+    char type[5] = "";
     GetDlgItemTextA(dialog, kCreatorText, creator, sizeof creator);
     GetDlgItemTextA(dialog, kTypeText, type, sizeof type);
     if (AddExtMapDlg(dialog, creator, type)) enableRemove(dialog, true);
@@ -175,7 +178,7 @@ using namespace tamrix;
 
 int TAMRIX_CALL FileExtMapEditDlg(void* parent, char* creator, char* type) {
     if (!creator || !type) return 0;
-    ExtMapEditState state{creator, type, 0};
+    ExtMapEditState state{creator, type, 0, false};
     const INT_PTR ended = showDialog(kEditDialog, static_cast<HWND>(parent), ExtMapEditDlgProc, &state);
     return ended == -1 ? 0 : state.result;
 }
