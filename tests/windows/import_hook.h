@@ -4,7 +4,16 @@
 
 #include <windows.h>
 
+#include <string>
+#include <vector>
+
 namespace testing_support {
+
+/// The functions that a loaded module imports by name.
+std::vector<std::string> importedBy(HMODULE module);
+
+/// What a loaded module calls for a function that it imports from `library` (any case); null when it does not.
+void* imported(HMODULE module, const char* library, const char* function);
 
 class ImportHook {
 public:
