@@ -243,29 +243,36 @@ TEST_F(MappingDialogs, LeaveNothingBehind) {
     givenMapping(".tmx-a", "TmxT", "TmxC", "A files");
     char face[] = "Arial";
     tamrix::dialogFontSettings = {face, 10};
-    std::atomic<bool> done = false;
-    std::size_t blocks = 0;
-    DWORD handles = 0;
-    const auto cancelEach = [&](HWND first) {
-        PostMessageA(first, WM_COMMAND, IDCANCEL, 0);
-        while (!done) {
-            Sleep(1);
-            if (const HWND dialog = FindWindowA("#32770", kEditCaption)) PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
-        }
-    };
-    const auto showOften = [&] {
-        show("TmxC", "TmxT");
-        blocks = openBlocks();
-        handles = openHandles();
-        for (int round = 0; round < soakRounds(20, 1000); ++round) show("TmxC", "TmxT");
-        EXPECT_LE(openHandles(), handles + 40) << "a few of the platform's own, not one a round";
-        done = true;
-        return 0;
-    };
-    withUser(kEditCaption, cancelEach, showOften);
+    char creator[] = "TmxC", type[] = "TmxT";
+    const struct {
+        const char* caption;
+        int (*show)(void*, char*, char*);
+    } dialogs[] = {{kEditCaption, FileExtMapEditDlg}, {kAddCaption, AddExtMapDlg}};
+    for (const auto& [caption, showDialog] : dialogs) {
+        SCOPED_TRACE(caption);
+        std::atomic<bool> done = false;
+        std::size_t blocks = 0;
+        const auto cancelEach = [&, caption = caption](HWND first) {
+            PostMessageA(first, WM_COMMAND, IDCANCEL, 0);
+            while (!done) {
+                Sleep(1);
+                if (const HWND dialog = FindWindowA("#32770", caption)) PostMessageA(dialog, WM_COMMAND, IDCANCEL, 0);
+            }
+        };
+        const auto showOften = [&, showDialog = showDialog] {
+            showDialog(nullptr, creator, type);
+            blocks = openBlocks();
+            const DWORD handles = openHandles();
+            for (int round = 0; round < soakRounds(200, 1000); ++round) showDialog(nullptr, creator, type);
+            EXPECT_LE(openHandles(), handles + 40) << "a few of the platform's own, not one a round";
+            done = true;
+            return 0;
+        };
+        withUser(caption, cancelEach, showOften);
+        EXPECT_EQ(openBlocks(), blocks);
+        EXPECT_EQ(FindWindowA("#32770", caption), nullptr);
+    }
     tamrix::dialogFontSettings = {};
-    EXPECT_EQ(openBlocks(), blocks);
-    EXPECT_EQ(FindWindowA("#32770", kEditCaption), nullptr);
 }
 
 }  // namespace

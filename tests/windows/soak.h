@@ -9,7 +9,8 @@ namespace testing_support {
 
 /// `full` rounds when TAMRIX_SOAK is set in the environment, else `usual`.
 inline int soakRounds(int usual, int full) {
-    return std::getenv("TAMRIX_SOAK") ? full : usual;
+    const char* const soak = std::getenv("TAMRIX_SOAK");
+    return soak && *soak ? full : usual;
 }
 
 /// The lowest handle that is free, as a number that grows with the handles that stay open: Wine does not count them.

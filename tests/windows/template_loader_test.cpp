@@ -272,7 +272,7 @@ TEST_F(LoadedTemplate, KeepsItsSizeWhereTheFontsCannotBeMeasured) {
 
 TEST_F(LoadedTemplate, IsTheSameEachTimeAndLeavesNothingOpen) {
     givenConfiguredFont("Arial", 11);
-    for (int round = 0; round < 50; ++round) {
+    for (int round = 0; round < 200; ++round) {
         void* const one = LoadTemplateWithCorrectFont(nullptr, MAKEINTRESOURCEA(410), 1);
         void* const other = LoadTemplateWithCorrectFont(nullptr, MAKEINTRESOURCEA(410), 1);
         CDialogTemplate dialog;
