@@ -124,6 +124,8 @@ TEST_F(Standin, LoadsWhatAPersonWroteIntoWhatIsThere) {
 TEST_F(Standin, RefusesAMalformedFileWholeAndNamesTheLine) {
     givenValue(HKEY_CURRENT_USER, "Before", "v", REG_SZ, "x");
     const std::string before = wholeRegistry();
+    std::string deep;
+    for (int depth = 1; depth <= 512; ++depth) deep += "\\k";
     const struct {
         const char* reason;
         std::string line;        // the fourth, behind a key and a value that are well-formed
@@ -142,6 +144,7 @@ TEST_F(Standin, RefusesAMalformedFileWholeAndNamesTheLine) {
         {"too long a number", "\"c\"=dword:123456789"},
         {"no byte, in a second line", "\"c\"=hex:01,\\\n  0g", 5},
         {"a second line that isn't there", "\"c\"=hex:01,\\"},
+        {"keys too deep to walk through", "[HKEY_CURRENT_USER\\k" + deep + "]"},
         {"no type", "\"c\"=hex(:01"},
         {"a zero byte", "\"c\0\"=\"d\""s},
     };

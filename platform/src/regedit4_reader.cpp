@@ -85,7 +85,9 @@ private:
         for (const Root& root : registry().roots) {
             if (compareNames(rootName, root.name) != 0) continue;
             keys.push_back({root.key, std::string(end == std::string_view::npos ? "" : line.substr(end + 1)), {}});
-            for (const std::string_view component : pathComponents(keys.back().path))
+            const auto components = pathComponents(keys.back().path);
+            if (components.size() > kMaxKeyDepth) fail("keys nested more than 512 deep");
+            for (const std::string_view component : components)
                 if (component.size() > kMaxKeyName) fail("a key name of more than 255 bytes");
             return;
         }

@@ -17,6 +17,7 @@
 
 namespace standin {
 
+constexpr std::size_t kMaxKeyDepth = 512;     // below a root, in files; what walks the tree calls itself so deep
 constexpr std::size_t kMaxKeyName = 255;      // bytes, without terminator
 constexpr std::size_t kMaxValueName = 16383;  // bytes, without terminator
 
