@@ -21,6 +21,7 @@ inline std::vector<std::uint8_t> written(tamrix::CDialogTemplate& dialog) {
 inline bool parses(tamrix::CDialogTemplate& dialog, const std::uint8_t* data, std::size_t size) {
     const std::unique_ptr<std::uint8_t[]> copy(new std::uint8_t[size]);
     for (std::size_t i = 0; i < size; ++i) copy[i] = data[i];
+    require(!tamrix::marksExtended({copy.get(), size}) || size >= 4);
     dialog.dataSize = static_cast<std::uint32_t>(size);
     return dialog.parse(copy.get()) == 1;
 }

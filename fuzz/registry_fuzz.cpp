@@ -1,12 +1,13 @@
 // Values of any type and size in the registry, where another program may have put them: read as values, as settings and
-// as extension mappings. What is read is bounded by what is stored, and settings never keep a name from being written.
+// as extension mappings. What is read is bounded by what is stored, settings never keep a name from being written, and
+// a mapping written among such values comes back and can be removed.
 #include <standin.h>
 
 #include <cstring>
 #include <memory>
 #include <string>
 
-#include "frame/entry.h"
+#include "frame/settings.h"
 #include "fuzz_input.h"
 #include "tamrix32/extmap.h"
 #include "tamrix32/macnames.h"
@@ -61,22 +62,63 @@ void readBack(RegKey& key, const char* name, const Stored& stored) {
     require(key.ValueByName(name, &value) == fits);
     if (fits) expectAsStored(value, stored);
     require(key.FirstValue(&value) == (fits && std::strlen(name) < kLargestRead));
-    if (fits && std::strlen(name) < kLargestRead) require(std::strcmp(value.Name(), name) == 0);
+    if (!fits || std::strlen(name) >= kLargestRead) return;
+    require(std::strcmp(value.Name(), name) == 0 && value.NameLen() == std::strlen(name));
+    value.SetName(value.Name() + value.NameLen() / 2);
+    require(value.NameLen() == (std::strlen(name) + 1) / 2);
 }
 
-void readMapping() {
-    char extension[16], type[5], creator[5], comment[256];
+struct Record {
+    Record() {
+        map.extension = extension;
+        map.type = type;
+        map.creator = creator;
+        map.comment = comment;
+    }
+    char extension[16] = "", type[5], creator[5], comment[256];
     SExtensionMap map;
-    map.extension = extension;
-    map.type = type;
-    map.creator = creator;
-    map.comment = comment;
+};
+
+void readMappings() {
+    Record found;
     // Codes may hold zero bytes of their own.
-    while (EnumExtMap(&map)) require(!type[4] && !creator[4] && std::memchr(comment, 0, sizeof comment));
-    GetDefaultExtMap(&map);
-    require(!type[4] && !creator[4]);
+    while (EnumExtMap(&found.map))
+        require(!found.type[4] && !found.creator[4] && std::memchr(found.comment, 0, sizeof found.comment));
+    GetDefaultExtMap(&found.map);
+    require(!found.type[4] && !found.creator[4]);
     CExtensionMap cursor;
     for (int more = cursor.First(); more; more = cursor.Next()) require(cursor.Type() && cursor.Creator());
+}
+
+/// Walks the mappings of the codes, each of which must hold these.
+void readMappingsOf(std::string type, std::string creator) {
+    SExtensionMap wanted;
+    wanted.type = type.data();
+    wanted.creator = creator.data();
+    while (EnumExtMapCT(&wanted)) require(type.size() == 4 && creator.size() == 4);
+    CExtensionMap cursor;
+    for (int more = cursor.FirstCT(creator.data(), type.data()); more; more = cursor.NextCT())
+        require(creator == cursor.Creator() && type == cursor.Type() && cursor.Extension()[0] == '.');
+}
+
+/// A mapping is there from its writing to its deletion, whatever stood in its key.
+void changeMapping(std::string extension, std::string type, std::string creator, std::string comment) {
+    SExtensionMap map;
+    map.extension = extension.data();
+    map.type = type.data();
+    map.creator = creator.data();
+    map.comment = comment.data();
+    if (AddExtMap(&map)) {
+        Record found;
+        found.map.extension = extension.data();
+        require(GetExtMap(&found.map) && HasExtMap(extension.data()));
+        require(type == found.type && creator == found.creator && comment == found.comment);
+    } else {
+        require(extension.empty() || type.size() != 4 || creator.size() != 4);
+    }
+    readMappingsOf(type, creator);
+    RemoveExtMap(extension.data());
+    require(!HasExtMap(extension.data()));
 }
 
 void nameUnderSettings(const std::string& name) {
@@ -92,7 +134,6 @@ void nameUnderSettings(const std::string& name) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     fuzzing::Input input(data, size);
-    standin::clearRegistry();
     {
         const std::string name = input.text(200);
         const Stored any = drawn(input);
@@ -103,9 +144,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
         for (const char* setting : kSettingNames) store(settings, setting, drawn(input));
         for (const char* code : kMappingNames) store(mapping, code, drawn(input));
     }
-    DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
-    readMapping();
+    tamrix::loadQuoteSettings();
+    tamrix::loadDialogFontSettings();
+    readMappings();
+    const std::string extension = input.byte() % 4 ? input.text(20) : ".x";
+    const std::string type = input.text(5), creator = input.text(5);
+    changeMapping(extension, type, creator, input.text(200));
     nameUnderSettings(input.rest());
     require(standin::openKeys() == 0);
+    standin::clearRegistry();
     return 0;
 }

@@ -19,6 +19,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string other = input.text(24);
     const std::string text = input.rest().substr(0, 40);
     const tamrix::LeadByteTable leads = testing_support::leadBytesOf(static_cast<int>(page));
+    for (const char byte : text) fuzzing::require((isdbchar(byte) != 0) == leads.leads(byte));
     fuzzing::require(!testing_support::StringModel(leads, text).disagreement(other));
     return 0;
 }
