@@ -7,6 +7,7 @@
 #include <climits>
 #include <cstdlib>
 #include <cstring>
+#include <utility>
 
 #include "faults.h"
 #include "regedit4.h"
@@ -73,8 +74,9 @@ std::string realTarget(std::string path) {
         if (::realpath(path.c_str(), resolved)) return resolved;
         const ssize_t size = ::readlink(path.c_str(), resolved, sizeof resolved);
         if (size <= 0) break;
-        const std::string next(resolved, static_cast<std::size_t>(size));
-        path = next[0] == '/' ? next : folderOf(path) + "/" + next;
+        std::string next(resolved, static_cast<std::size_t>(size));
+        if (next[0] != '/') next.insert(0, folderOf(path) + "/");
+        path = std::move(next);
     }
     return path;
 }
