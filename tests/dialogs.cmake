@@ -1,7 +1,8 @@
 # Dialog templates and the mapping dialogs.
 tamrix_suite(dialog_template_test SOURCES dialog_template_test.cpp mapping_lines_test.cpp)
 if(WIN32)
-    target_sources(dialog_template_test PRIVATE windows/template_loader_test.cpp windows/test_dialogs.rc)
+    target_sources(dialog_template_test PRIVATE windows/template_loader_test.cpp windows/test_dialogs.rc
+                   windows/allocations.cpp)
 else()
     target_sources(dialog_template_test PRIVATE native/dialog_template_faults_test.cpp)
 endif()

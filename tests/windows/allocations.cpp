@@ -1,9 +1,11 @@
-// Every block carries a mark before it that says by which form it was allocated.
+// Every block carries a mark before it that says by which form it was allocated, and begins with nothing that could be
+// taken for zeros, nor for what another holds.
 #include "windows/allocations.h"
 
 #include <atomic>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <new>
 
 namespace {
@@ -18,7 +20,7 @@ void* allocate(std::size_t size, std::uint32_t mark) {
     if (!block) return nullptr;
     *block = mark;
     if (mark == kCounted) ++open;
-    return reinterpret_cast<char*>(block) + kMarkSize;
+    return std::memset(reinterpret_cast<char*>(block) + kMarkSize, 0xA5 ^ static_cast<int>(open & 1), size);
 }
 
 void release(void* block) {

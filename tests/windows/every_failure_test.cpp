@@ -8,6 +8,7 @@
 
 #include "extmap_store.h"
 #include "windows/failing_imports.h"
+#include "windows/mapping_dialog_user.h"
 #include "windows/shipped_dll.h"
 
 std::string shipped::dllPath;
@@ -19,9 +20,9 @@ using extmap_store::givenMapping;
 using extmap_store::mappingOf;
 using failing_imports::Import;
 using failing_imports::Watch;
+using namespace testing_support;
 
 constexpr int kEditDialog = 410, kAddDialog = 411;
-constexpr int kList = 414, kAdd = 415, kRemove = 416, kHelp = 417, kExtension = 418, kComment = 419;
 constexpr std::size_t kBoxSize = 148, kWindowOffset = 40;
 constexpr char kAddedLine[] = ".tmx-n\tnew";
 
@@ -44,7 +45,7 @@ BOOL WINAPI endDialog(HWND, INT_PTR result) {
 
 void useEditor(HWND dialog) {
     command(dialog, kAdd);
-    const HWND list = GetDlgItem(dialog, kList);
+    const HWND list = item(dialog, kList);
     SendMessageA(list, LB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(".tmx-a"));
     command(dialog, kList, LBN_SELCHANGE);
     command(dialog, kRemove);
@@ -56,8 +57,8 @@ void useEditor(HWND dialog) {
 
 void useAddDialog(HWND dialog) {
     command(dialog, IDOK);  // refused, nothing was typed
-    SetDlgItemTextA(dialog, kExtension, "tmx-n");
-    SetDlgItemTextA(dialog, kComment, "new");
+    fill(dialog, kExtension, "tmx-n");
+    fill(dialog, kComment, "new");
     command(dialog, IDOK);
 }
 
@@ -68,8 +69,8 @@ void watchFrames(HWND box) {
 }
 
 void use(HWND dialog) {
-    if (GetDlgItem(dialog, kList)) return useEditor(dialog);
-    if (GetDlgItem(dialog, kExtension)) return useAddDialog(dialog);
+    if (item(dialog, kList)) return useEditor(dialog);
+    if (item(dialog, kExtension)) return useAddDialog(dialog);
     watchFrames(dialog);
 }
 
@@ -189,7 +190,7 @@ private:
 TEST(Imports, AreAllFailedOrCannotFail) {
     std::set<std::string> failed;
     for (const Import& import : failing_imports::all()) failed.insert(import.name);
-    for (const std::string& name : testing_support::importedBy(dll()))
+    for (const std::string& name : importedBy(dll()))
         EXPECT_TRUE(failed.count(name) || failing_imports::isInfallible(name)) << name;
 }
 
@@ -306,7 +307,7 @@ TEST_F(EveryFailure, OfTheAboutBox) {
 
 TEST_F(EveryFailure, OfAModelessAboutBox) {
     // A modeless box frees itself, so its memory is the library's own.
-    const auto memory = [](const char* name) { return testing_support::imported(dll(), "msvcrt.dll", name); };
+    const auto memory = [](const char* name) { return imported(dll(), "msvcrt.dll", name); };
     const auto show = [memory] {
         void* const box = reinterpret_cast<void* __cdecl (*)(std::size_t)>(memory("malloc"))(kBoxSize);
         if (!box) return false;

@@ -8,7 +8,7 @@
 #include "tamrix32/dialogs.h"
 #include "windows/allocations.h"
 #include "windows/import_hook.h"
-#include "windows/user.h"
+#include "windows/mapping_dialog_user.h"
 
 namespace {
 
@@ -17,11 +17,6 @@ using extmap_store::givenMapping;
 using extmap_store::mappingOf;
 using testing::ElementsAre;
 using testing::IsEmpty;
-
-constexpr char kEditCaption[] = "Edit File Extension Mapping";
-constexpr char kAddCaption[] = "Add Filename Extension Mapping";
-
-enum Item { kList = 414, kAdd, kRemove, kHelp, kExtension };
 
 /// What the platform refuses, and what the library asked of it.
 struct Platform {
@@ -83,19 +78,8 @@ void command(HWND dialog, int id) {
     SendMessageA(dialog, WM_COMMAND, static_cast<WPARAM>(id), 0);
 }
 
-std::vector<std::string> listOf(HWND dialog) {
-    return linesOf(GetDlgItem(dialog, kList));
-}
-
 void addLine(HWND dialog, const std::string& line) {
     SendDlgItemMessageA(dialog, kList, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.c_str()));
-}
-
-HWND focusOf(HWND dialog) {
-    GUITHREADINFO info = {};
-    info.cbSize = sizeof info;
-    GetGUIThreadInfo(GetWindowThreadProcessId(dialog, nullptr), &info);
-    return info.hwndFocus;
 }
 
 class RefusedDialogs : public extmap_store::StoreTest {
@@ -161,7 +145,7 @@ TEST_F(RefusedDialogs, AskWithCancelAsTheDefault) {
                     ElementsAre("Are You Sure?: Are you sure you want to change your Orvedi file extension mappings?, "
                                 "289"))
             << "OK and Cancel, a question mark, the second button: 0x121";
-        EXPECT_EQ(focusOf(dialog), GetDlgItem(dialog, IDCANCEL));
+        EXPECT_EQ(focusOf(dialog), item(dialog, IDCANCEL));
     });
 }
 
@@ -172,7 +156,7 @@ TEST_F(RefusedDialogs, NeverTakeAQuestionThatCannotBeAskedForConfirmed) {
         withEditor([text](HWND dialog) {
             command(dialog, IDOK);
             EXPECT_TRUE(IsWindow(dialog)) << text;
-            EXPECT_EQ(focusOf(dialog), GetDlgItem(dialog, IDCANCEL)) << text;
+            EXPECT_EQ(focusOf(dialog), item(dialog, IDCANCEL)) << text;
         });
     }
     EXPECT_THAT(platform.boxes, IsEmpty());
@@ -206,9 +190,9 @@ TEST_F(RefusedDialogs, HandleCommandsOfTheirCodesOnly) {
     withEditor([](HWND dialog) {
         SendDlgItemMessageA(dialog, kList, LB_SETCURSEL, 0, 0);
         EXPECT_FALSE(handles(dialog, kList, LBN_DBLCLK));
-        EXPECT_FALSE(IsWindowEnabled(GetDlgItem(dialog, kRemove)));
+        EXPECT_FALSE(isEnabled(dialog, kRemove));
         EXPECT_TRUE(handles(dialog, kList, LBN_SELCHANGE));
-        EXPECT_TRUE(IsWindowEnabled(GetDlgItem(dialog, kRemove)));
+        EXPECT_TRUE(isEnabled(dialog, kRemove));
         for (const int id : {int{kAdd}, int{kRemove}, IDOK, IDCANCEL, 999})
             EXPECT_FALSE(handles(dialog, id, BN_SETFOCUS)) << id;
         EXPECT_THAT(listOf(dialog), ElementsAre(".tmx-a\tA files"));
