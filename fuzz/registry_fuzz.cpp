@@ -90,12 +90,12 @@ void readMappings() {
     for (int more = cursor.First(); more; more = cursor.Next()) require(cursor.Type() && cursor.Creator());
 }
 
-/// Walks the mappings of the codes, each of which must hold these.
+/// Walks the mappings of the codes. The function looks at four bytes of each, the cursor refuses more.
 void readMappingsOf(std::string type, std::string creator) {
     SExtensionMap wanted;
     wanted.type = type.data();
     wanted.creator = creator.data();
-    while (EnumExtMapCT(&wanted)) require(type.size() == 4 && creator.size() == 4);
+    while (EnumExtMapCT(&wanted)) require(type.size() >= 4 && creator.size() >= 4);
     CExtensionMap cursor;
     for (int more = cursor.FirstCT(creator.data(), type.data()); more; more = cursor.NextCT())
         require(creator == cursor.Creator() && type == cursor.Type() && cursor.Extension()[0] == '.');

@@ -46,7 +46,7 @@ TAMRIX_FUNCTION int TAMRIX_CALL AddExtMap(SExtensionMap* map);
 /// Fetches the next complete mapping from `index` on, each once; 0 at the end. Extensions come without their dot, those
 /// over 15 bytes are passed over. After a 0, the buffers hold whatever was examined last.
 TAMRIX_FUNCTION int TAMRIX_CALL EnumExtMap(SExtensionMap* map);
-/// As EnumExtMap, for the mappings whose codes equal `type` and `creator`, which stay as they are.
+/// As EnumExtMap, for the mappings whose codes equal the first 4 bytes of `type` and `creator`, which stay as they are.
 TAMRIX_FUNCTION int TAMRIX_CALL EnumExtMapCT(SExtensionMap* map);
 /// Fills `type` and `creator`, where present, with the configured default codes, or both with "TEXT" and "dosa".
 TAMRIX_FUNCTION void TAMRIX_CALL GetDefaultExtMap(SExtensionMap* map);
