@@ -15,7 +15,8 @@ struct RegistryKeyTraits {
 
 using UniqueKey = UniqueHandle<RegistryKeyTraits>;
 
-/// The rights of every open, also where a key is only read: to write to it and delete it are asked for with each handle.
+/// The rights of every open, also where a key is only read: to write to it and delete it are asked for with each
+/// handle.
 inline constexpr REGSAM kKeyAccess =
     KEY_QUERY_VALUE | KEY_SET_VALUE | KEY_CREATE_SUB_KEY | KEY_ENUMERATE_SUB_KEYS | KEY_NOTIFY | DELETE;
 static_assert(kKeyAccess == 0x1001F);
