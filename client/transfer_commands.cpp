@@ -12,19 +12,26 @@ namespace {
 
 constexpr Option kImportOptions[] = {{"--dry-run", nullptr, "only say what would change"}, kJsonOption};
 
-bool readAll(FILE* file, std::string& text) {
+/// Far more than there are extensions. Devices may have no end.
+constexpr std::size_t kMostBytes = 16 << 20;
+
+/// Why the file could not be read; empty when it could.
+std::string readAll(FILE* file, std::string& text) {
     char block[2048];
-    while (const std::size_t size = fread(block, 1, sizeof block, file)) text.append(block, size);
-    return !ferror(file);
+    while (const std::size_t size = fread(block, 1, sizeof block, file)) {
+        text.append(block, size);
+        if (text.size() > kMostBytes) return "the file is larger than 16 MB";
+    }
+    return ferror(file) ? "the file cannot be read" : "";
 }
 
-bool readFile(const std::string& name, std::string& text) {
+std::string readFile(const std::string& name, std::string& text) {
     if (name == "-") return readAll(stdin, text);
     FILE* file = fopen(name.c_str(), "rb");
-    if (!file) return false;
-    const bool done = readAll(file, text);
+    if (!file) return "the file cannot be read";
+    const std::string reason = readAll(file, text);
     fclose(file);
-    return done;
+    return reason;
 }
 
 int runExport(const Arguments& arguments) {
@@ -61,9 +68,10 @@ void writeChanges(const std::vector<Change>& changes) {
 
 int runImport(const Arguments& arguments) {
     const std::string& name = arguments.operands()[0];
-    std::string text, reason;
-    if (!readFile(name, text)) {
-        complain(name, "the file cannot be read");
+    std::string text;
+    std::string reason = readFile(name, text);
+    if (!reason.empty()) {
+        complain(name, reason);
         return kUsageError;
     }
     MappingFile file = parseMappings(text);

@@ -358,6 +358,8 @@ class Mappings(ClientTest):
         file.write_bytes(good + b".tamrixc\tTEXT\tfive5\n")
         self.assertIn(b"map.txt:4", self.complaint("extmap", "import", "map.txt", status=2))
         self.assertIn(b"absent.txt", self.complaint("extmap", "import", "absent.txt", status=2))
+        endless = self.run_tamrix("extmap", "import", "-", typed=b"\n" * (17 << 20), status=2)
+        self.assertIn(b"-: the file is larger", endless.stderr)
         self.assertEqual(self.store(), before)
         file.write_bytes(good)
         planned = self.output("extmap", "import", "--dry-run", "map.txt")
