@@ -1,13 +1,18 @@
-// CExtensionMap on the stand-in's registry and on the real one, and which stored codes it and the flat functions take.
+// CExtensionMap on the stand-in's registry and on the real one, and what it and the flat functions read of keys that
+// anyone may have written.
 #include <gmock/gmock.h>
+
+#include <map>
+#include <random>
 
 #include "extmap_records.h"
 
 namespace {
 
 using namespace extmap_store;
+using namespace std::string_literals;
 using testing::ElementsAre;
-using testing::UnorderedElementsAre;
+using Random = std::mt19937;
 
 /// All of our mappings that a pass fetches; each is heard of while the pass stands at it.
 std::vector<std::string> walked(
@@ -39,86 +44,110 @@ TEST_F(ExtensionCursor, BeginsIdleAndHoldsCopiesOfAnyLength) {
     EXPECT_EQ(held(cursor), kHoldsNothing);
 }
 
-TEST_F(ExtensionCursor, WalksEveryMappingKeepsTheLastAndMayStartAnew) {
-    givenMapping(".tmx-a", "TEXT", "ttxt", "note");
-    givenMapping(".tmx-b", "sixsix", "o");
-    givenMapping("tmx-nodot", "TEXT", "ttxt");
-    givenText(".tmx-half", "Mac Type", "TEXT");
-    givenMapping(nameOfLength(127), "PICT", "ogle");
-    CExtensionMap cursor;
-    ASSERT_EQ(cursor.First(), 1);
-    const auto found = walked(cursor);
-    EXPECT_THAT(found, UnorderedElementsAre(".tmx-a TEXT ttxt note", ".tmx-b sixsix o (none)",
-                                            nameOfLength(127) + " PICT ogle (none)"));
-    EXPECT_EQ(cursor.Next(), 0);
-    EXPECT_EQ(held(cursor), found.back());
-    removeOurKeys();
-    givenMapping(nameOfLength(128), "TEXT", "ttxt");
-    EXPECT_THAT(walked(cursor), ElementsAre()) << "a name too long for the walk ends the pass";
-    EXPECT_EQ(cursor.Next(), 0);
+// A class root of keys that anyone may have written, and what is to be read of it.
+
+using Value = std::optional<Stored>;
+const char* const kValues[] = {"Mac Type", "Mac Creator", "Mac Comment"};
+
+Value randomValue(Random& random, std::size_t of) {
+    const char* const usual[][2] = {{"TEXT", "text"}, {"dosa", "DOSA"}, {"note", "n"}};
+    const std::string odd[] = {"", "TE\0"s, "TEX\0\0"s, "TEXT", "TEXTS", "TEXTS\0"s};
+    const DWORD otherTypes[] = {REG_BINARY, REG_DWORD, REG_EXPAND_SZ, REG_MULTI_SZ};
+    const std::string text = usual[of][random() % 4 == 0] + "\0"s;
+    const auto kind = random() % 9;
+    if (kind == 0) return {};
+    if (kind == 1) return Stored{otherTypes[random() % 4], text};
+    if (kind == 2) return Stored{REG_SZ, odd[random() % 6]};
+    if (kind > 3 + of) return Stored{REG_SZ, text};
+    // About the sizes of the buffers, with and without a terminator.
+    const std::string longText(random() % 2 * 128 + 126 + random() % 4, 'T');
+    return Stored{REG_SZ, longText + std::string(random() % 2, '\0')};
 }
 
-TEST_F(ExtensionCursor, TakesStringsOfAnyLengthWhereFlatFunctionsTakeFourBytes) {
-    using namespace std::string_literals;
-    const std::string none = "(none)", longCode(127, 'T');
-    const struct {
-        const char* reason;
-        DWORD type;
-        std::string bytes, flat, held;  // the code as either fetches it
-    } rows[] = {
-        {"two bytes", REG_SZ, "TE\0"s, none, "TE"},
-        {"four bytes", REG_SZ, "TEXT\0"s, "TEXT", "TEXT"},
-        {"five bytes", REG_SZ, "TEXTS\0"s, none, "TEXTS"},
-        {"128 bytes", REG_SZ, longCode + '\0', none, longCode},
-        {"129 bytes", REG_SZ, longCode + "T\0"s, none, none},
-        {"nothing", REG_SZ, "", none, ""},
-        {"four bytes without a terminator", REG_SZ, "TEXT", none, "TEXT"},
-        {"five bytes without a terminator give the first four", REG_SZ, "TEXTS", "TEXT", "TEXTS"},
-        {"128 bytes without a terminator", REG_SZ, longCode + 'T', none, longCode + 'T'},
-        {"bytes", REG_BINARY, "TEXT\0"s, none, none},
-        {"a number", REG_DWORD, "TEXT", none, none},
-        {"an expandable string, which carries no data", REG_EXPAND_SZ, "TEXT\0"s, none, none},
-        {"a list of strings", REG_MULTI_SZ, "TEX\0\0"s, none, none},
-    };
-    for (const auto& row : rows)
-        for (const bool asType : {false, true}) {
-            SCOPED_TRACE(row.reason + std::string(asType ? ", as the type" : ", as the creator"));
-            givenMapping(".tmx-a", "good", "good");
-            givenValue(HKEY_CLASSES_ROOT, ".tmx-a", asType ? "Mac Type" : "Mac Creator", row.type, row.bytes);
-            const auto codes = [asType](const std::string& code) { return asType ? code + " good" : "good " + code; };
-            EXPECT_EQ(got(".tmx-a"), row.flat == none ? "none" : codes(row.flat) + ' ');
-            EXPECT_EQ(HasExtMap(text(".tmx-a")), row.flat != none);
-            CExtensionMap cursor;
-            EXPECT_EQ(walked(cursor).size(), row.held != none);
-            EXPECT_EQ(held(cursor), row.held == none ? kHoldsNothing : ".tmx-a " + codes(row.held) + " (none)");
-            EXPECT_EQ(cursor.Find(text("tmx-a")), row.held != none);
+/// A string value's text; none for another type and for more than `largest` bytes.
+std::optional<std::string> textOf(const Value& value, std::size_t largest) {
+    if (!value || value->type != REG_SZ || value->bytes.size() > largest) return {};
+    return value->bytes.c_str();
+}
+
+/// What the flat functions take for a code: five bytes stored, of which the first four count.
+std::optional<std::string> codeOf(const Value& value) {
+    if (!textOf(value, 5) || value->bytes.size() < 5) return {};
+    return textOf(value, 5)->substr(0, 4);
+}
+
+std::string flatComment(const Value& value) {
+    const bool fits = value && (value->bytes.size() < 256 || value->bytes.back() == 0);
+    return fits ? textOf(value, 256).value_or("") : "";
+}
+
+std::vector<std::string> only(std::vector<std::string> mappings, const char* codes) {
+    std::erase_if(mappings, [codes](const std::string& each) { return each.find(codes) == std::string::npos; });
+    return mappings;
+}
+
+TEST_F(ExtensionCursor, ReadsAnyStoreAsStatedAndSoDoTheFlatFunctions) {
+    Random random(5);
+    for (int round = 0; round < 40; ++round) {
+        removeOurKeys();
+        std::map<std::string, Value[3]> store;
+        std::vector<std::string> names = {".tmx-a", ".tmx-b", ".TMX-C", "tmx-d", ".tmx-d", ".tmx-e"};
+        for (const std::size_t length : {16U, 17U, 127U, 128U}) names.push_back(nameOfLength(length));
+        if (round % 4 != 0) names.pop_back();
+        for (const std::string& name : names)
+            for (std::size_t i = 0; i < 3; ++i)
+                if (const Value value = randomValue(random, i)) {
+                    store[name][i] = value;
+                    givenValue(HKEY_CLASSES_ROOT, name, kValues[i], value->type, value->bytes);
+                }
+        std::vector<std::string> listed, passed;
+        bool passing = true;
+        for (const std::string& name : classKeys()) {
+            passing = passing && name.size() < 128;  // a name too long for the walk ends the pass
+            if (name[0] != '.' || !store.contains(name)) continue;
+            SCOPED_TRACE(name + " of round " + std::to_string(round));
+            const auto& [type, creator, comment] = store[name];
+            const bool isMapping = codeOf(type) && codeOf(creator);
+            const std::string mapping =
+                isMapping ? *codeOf(type) + ' ' + *codeOf(creator) + ' ' + flatComment(comment) : "none";
+            EXPECT_EQ(got(name), mapping);
+            EXPECT_EQ(HasExtMap(text(name.c_str())), isMapping);
+            if (isMapping && name.size() <= 16) listed.push_back(name.substr(1) + ' ' + mapping);
+
+            const bool isHeld = textOf(type, 128) && textOf(creator, 128);
+            const std::string codes = isHeld ? *textOf(type, 128) + ' ' + *textOf(creator, 128) : "(none) (none)";
+            CExtensionMap finder;
+            EXPECT_EQ(finder.Find(text(name.c_str())), isHeld);
+            EXPECT_EQ(held(finder), "(none) " + codes + " (none)");
+            if (isHeld && passing) passed.push_back(name + ' ' + codes + ' ' + textOf(comment, 128).value_or("(none)"));
         }
-    givenMapping(".tmx-a", "TEXT", "ttxt");
-    givenValue(HKEY_CLASSES_ROOT, ".tmx-a", "Mac Comment", REG_BINARY, "bytes");
-    CExtensionMap cursor;
-    EXPECT_THAT(walked(cursor), ElementsAre(".tmx-a TEXT ttxt (none)"));
+        EXPECT_EQ(enumerated(EnumExtMap), listed);
+        EXPECT_EQ(enumerated(EnumExtMapCT, "TEXT", "dosa"), only(listed, " TEXT dosa "));
+        CExtensionMap cursor;
+        EXPECT_EQ(walked(cursor), passed);
+        EXPECT_EQ(cursor.Next(), 0);
+        EXPECT_EQ(held(cursor), passed.empty() ? kHoldsNothing : passed.back());
+        std::vector<std::string> matches;
+        for (int more = cursor.FirstCT(text("dosa"), text("TEXT")); more; more = cursor.NextCT())
+            matches.push_back(held(cursor));
+        EXPECT_EQ(matches, only(passed, " TEXT dosa "));
+    }
 }
 
-TEST_F(ExtensionCursor, WalksOneCreatorAndType) {
+TEST_F(ExtensionCursor, RefusesCodesThatNoMappingCanHaveAndHoldsThoseItLookedFor) {
     givenMapping(".tmx-a", "TEXT", "dosa", "first");
-    givenMapping(".tmx-b", "text", "dosa");
-    givenMapping(".tmx-c", "TEXTS", "dosa");
-    givenMapping(".tmx-d", "TEXT", "dosa", "second");
     CExtensionMap cursor;
     setHeld(cursor, ".tmx-z", "old", "old", "old");
     for (const auto& [creator, type] : {std::pair<const char*, const char*>(nullptr, "TEXT"),
                                         {"dosa", nullptr},
                                         {"dosas", "TEXT"},
                                         {"dosa", "TEXTS"}})
-        EXPECT_EQ(cursor.FirstCT(text(creator), text(type)), 0) << "none can be so";
+        EXPECT_EQ(cursor.FirstCT(text(creator), text(type)), 0);
     EXPECT_EQ(held(cursor), ".tmx-z old old old");
     EXPECT_EQ(cursor.Next(), 0) << "no pass was started";
-    std::vector<std::string> found;
-    for (int more = cursor.FirstCT(text("dosa"), text("TEXT")); more; more = cursor.NextCT())
-        found.push_back(held(cursor));
-    EXPECT_THAT(found, UnorderedElementsAre(".tmx-a TEXT dosa first", ".tmx-d TEXT dosa second"));
-    EXPECT_STREQ(cursor.Creator(), "dosa");
-    EXPECT_STREQ(cursor.Type(), "TEXT") << "the wanted codes are held again after the end";
+    EXPECT_EQ(cursor.FirstCT(text("dosa"), text("TEXT")), 1);
+    EXPECT_EQ(cursor.NextCT(), 0);
+    EXPECT_EQ(held(cursor), ".tmx-a TEXT dosa first") << "the wanted codes are held again after the end";
     EXPECT_EQ(cursor.FirstCT(cursor.Type(), cursor.Creator()), 0) << "the held strings themselves, exchanged";
     EXPECT_STREQ(cursor.Creator(), "TEXT");
 }
@@ -128,6 +157,7 @@ TEST_F(ExtensionCursor, NextCTGoesByTheHeldCodes) {
     CExtensionMap cursor;
     ASSERT_EQ(cursor.FirstCT(text("dosa"), text("TEXT")), 1);
     cursor.SetType(text("TEXT and more"));
+    cursor.SetCreator(text("dosa and more"));
     EXPECT_EQ(cursor.NextCT(), 1) << "four bytes of a held code count";
     EXPECT_STREQ(cursor.Type(), "TEXT");
     cursor.SetType(nullptr);
@@ -139,6 +169,7 @@ TEST_F(ExtensionCursor, DeletesMappingsButNoKeysAlsoInTheMiddleOfAPass) {
     const char* const extensions[] = {".tmx-a", ".tmx-b", ".tmx-c", ".tmx-d"};
     for (const char* extension : extensions) givenMapping(extension, "TEXT", "ttxt", "old");
     CExtensionMap cursor;
+    ASSERT_EQ(cursor.First(), 1) << "a pass that the next one replaces";
     EXPECT_EQ(walked(cursor, [](CExtensionMap& at) { EXPECT_EQ(at.Delete(), 1); }).size(), 4U);
     for (const char* extension : extensions) {
         EXPECT_TRUE(exists(extension));
@@ -201,21 +232,24 @@ TEST_F(ExtensionCursor, CreateWritesWhatIsHeldUpToTheFirstCodeItLacks) {
 }
 
 TEST_F(ExtensionCursor, DefaultReplacesWhatIsHeld) {
-    using namespace std::string_literals;
     CExtensionMap cursor;
     cursor.Default();
     EXPECT_EQ(held(cursor), kHoldsNothing);
     setHeld(cursor, ".tmx-a", "t", "abcd", "note");
     cursor.Default();
     EXPECT_EQ(held(cursor), ".tmx-a TEXT dosa note");
-    givenDefault("Default Mac Creator", "hDmp\0"s);
-    cursor.SetType(nullptr);
-    for (const auto& defaultType : {"BINA\0"s, "BI\0"s}) {
-        givenDefault("Default Mac Type", defaultType);
-        cursor.Default();
-        EXPECT_EQ(held(cursor), ".tmx-a (none) hDmp note") << "whatever the default for a code that is not held";
+    givenDefault("Default Mac Type", "BINA\0"s);
+    for (const bool isType : {true, false}) {
+        SCOPED_TRACE(isType ? "a type that is not held" : "a creator that is not held");
+        setHeld(cursor, ".tmx-a", isType ? nullptr : "t", isType ? "c" : nullptr, "note");
+        for (const auto& other : {"hDmp\0"s, "hD\0"s}) {
+            givenDefault("Default Mac Creator", isType ? "hDmp\0"s : other);
+            givenDefault("Default Mac Type", isType ? other : "BINA\0"s);
+            cursor.Default();
+            EXPECT_EQ(held(cursor), isType ? ".tmx-a (none) hDmp note" : ".tmx-a BINA (none) note");
+        }
     }
-    cursor.SetType(text("t"));
+    cursor.SetCreator(text("c"));
     cursor.Default();
     EXPECT_EQ(held(cursor), ".tmx-a TEXT dosa note") << "held codes fall back together";
 }

@@ -61,6 +61,28 @@ inline void setHeld(CExtensionMap& cursor, const char* extension, const char* ty
     cursor.SetComment(text(comment));
 }
 
+/// Our mappings as an enumeration hands them out: "extension type creator comment", the codes being the wanted ones
+/// where there are any. Each is heard of while the enumeration stands at it.
+inline std::vector<std::string> enumerated(
+    int (*next)(SExtensionMap*), std::string type = "", std::string creator = "",
+    void (*hear)(const Record&) = [](const Record&) {}) {
+    Record record;
+    if (next == EnumExtMapCT) {
+        record.type = type.data();
+        record.creator = creator.data();
+    }
+    const SExtensionMap given = record;
+    std::vector<std::string> mappings;
+    while (next(&record)) {
+        // A name that lost a letter for its dot would be ours, too.
+        if (!isOurs(record.extension) && !isOurs(std::string("t") + record.extension)) continue;
+        mappings.push_back(record.extension + std::string(" ") + record.codes() + ' ' + record.comment);
+        hear(record);
+    }
+    EXPECT_TRUE(record.extension == given.extension && record.type == given.type && record.creator == given.creator);
+    return mappings;
+}
+
 inline const char kHoldsNothing[] = "(none) (none) (none) (none)";
 
 }  // namespace extmap_store
