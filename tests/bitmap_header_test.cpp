@@ -51,8 +51,19 @@ TEST(BitmapResource, CountsTheColoursByTheDepthWhereTheHeaderDoesNot) {
 
 TEST(BitmapResource, IsRefusedWhereItIsCutOrMisstated) {
     const auto whole = small();
-    for (std::size_t size = 0; size < whole.size(); ++size)
-        EXPECT_FALSE(BitmapResource::read(std::span(whole).first(size))) << size;
+    auto plain = whole;  // 13 x 3 pixels of 4 bits: rows of 7 bytes, filled up to 8
+    plain[4] = 13;
+    plain[8] = 3;
+    plain[14] = 4;
+    plain[16] = plain[20] = 0;
+    plain.resize(40 + 2 * 4 + 3 * 8);
+    for (const auto& bitmap : {whole, plain}) {
+        EXPECT_TRUE(BitmapResource::read(bitmap));
+        for (std::size_t size = 0; size < bitmap.size(); ++size) {
+            const std::vector<unsigned char> cut(bitmap.begin(), bitmap.begin() + static_cast<std::ptrdiff_t>(size));
+            EXPECT_FALSE(BitmapResource::read(cut)) << size << " of " << bitmap.size();
+        }
+    }
     struct {
         const char* reason;
         std::size_t offset;
