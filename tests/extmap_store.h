@@ -11,7 +11,14 @@
 #include <string_view>
 #include <vector>
 
+#include "registry_home.h"
+
 namespace extmap_store {
+
+using testing_support::givenValue;
+using testing_support::Stored;
+using testing_support::storedIn;
+using testing_support::subkeysOf;
 
 inline const char kSettings[] = "Software\\Quillon Systems, Inc.\\File Client";
 
@@ -20,11 +27,6 @@ public:
     static Key open(HKEY root, const std::string& path) {
         Key key;
         if (RegOpenKeyExA(root, path.c_str(), 0, KEY_ALL_ACCESS, &key.handle_) != ERROR_SUCCESS) key.handle_ = nullptr;
-        return key;
-    }
-    static Key make(HKEY root, const std::string& path) {
-        Key key;
-        EXPECT_EQ(RegCreateKeyA(root, path.c_str(), &key.handle_), ERROR_SUCCESS) << path;
         return key;
     }
     Key(Key&& other) noexcept : handle_(std::exchange(other.handle_, nullptr)) {}
@@ -40,22 +42,6 @@ private:
     HKEY handle_ = nullptr;
 };
 
-/// A value's type and bytes.
-struct Stored {
-    DWORD type;
-    std::string bytes;
-    bool operator==(const Stored&) const = default;
-};
-
-inline void givenValue(HKEY root, const std::string& path, const char* name, DWORD type, std::string_view bytes) {
-    // Some systems look behind the data for a terminator to add: let there be none.
-    const std::string guarded = std::string(bytes) + "guard";
-    const Key key = Key::make(root, path);
-    EXPECT_EQ(RegSetValueExA(key.get(), name, 0, type, reinterpret_cast<const BYTE*>(guarded.data()),
-                             static_cast<DWORD>(bytes.size())),
-              ERROR_SUCCESS);
-}
-
 inline void givenText(const std::string& extension, const char* name, const std::string& text) {
     givenValue(HKEY_CLASSES_ROOT, extension, name, REG_SZ, std::string_view(text.c_str(), text.size() + 1));
 }
@@ -65,15 +51,6 @@ inline void givenMapping(const std::string& extension, const std::string& type, 
     givenText(extension, "Mac Type", type);
     givenText(extension, "Mac Creator", creator);
     if (comment) givenText(extension, "Mac Comment", comment);
-}
-
-inline std::optional<Stored> storedIn(HKEY root, const std::string& path, const char* name) {
-    const Key key = Key::open(root, path);
-    char bytes[512];
-    DWORD size = sizeof bytes;
-    DWORD type = 0;
-    if (!key || RegQueryValueExA(key.get(), name, nullptr, &type, reinterpret_cast<BYTE*>(bytes), &size)) return {};
-    return Stored{type, std::string(bytes, size)};
 }
 
 /// A string value's text without its terminator; "(none)" when it is missing.
@@ -95,10 +72,7 @@ inline bool exists(const std::string& extension) {
 }
 
 inline std::vector<std::string> classKeys() {
-    std::vector<std::string> names;
-    char name[300];
-    for (DWORD i = 0; RegEnumKeyA(HKEY_CLASSES_ROOT, i, name, sizeof name) == ERROR_SUCCESS; ++i) names.push_back(name);
-    return names;
+    return subkeysOf(HKEY_CLASSES_ROOT);
 }
 
 inline bool isOurs(std::string_view name) {

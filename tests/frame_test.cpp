@@ -5,12 +5,12 @@
 #include <gtest/gtest.h>
 
 #include <string>
-#include <tuple>
 #include <utility>
 #include <vector>
 
 #include "frame/entry.h"
 #include "frame/settings.h"
+#include "registry_home.h"
 #include "tamrix32/registry.h"
 
 namespace {
@@ -24,17 +24,14 @@ constexpr const char* kValues[] = {"QuoteChars", "QuoteBracketChars", "DialogFon
 class Settings : public testing::Test {
 protected:
     Settings() {
-        for (const char* name : kValues) {
-            char bytes[256];
-            DWORD size = sizeof bytes, type = 0;
-            if (RegQueryValueExA(key.Handle(), name, nullptr, &type, reinterpret_cast<BYTE*>(bytes), &size) == 0)
-                kept.emplace_back(name, type, std::string(bytes, size));
-        }
+        for (const char* name : kValues)
+            if (const auto value = testing_support::storedIn(HKEY_LOCAL_MACHINE, kKey, name))
+                kept.emplace_back(name, *value);
         forget();
     }
     ~Settings() override {
         forget();
-        for (const auto& [name, type, bytes] : kept) givenValue(name, type, bytes);
+        for (const auto& [name, value] : kept) givenValue(name, value.type, value.bytes);
         key.Close();
         if (kept.empty()) RegDeleteKeyA(HKEY_LOCAL_MACHINE, kKey);
         load();
@@ -44,8 +41,7 @@ protected:
         for (const char* name : kValues) key.RemoveValue(name);
     }
     void givenValue(const char* name, DWORD type, const std::string& bytes) {
-        const auto size = static_cast<DWORD>(bytes.size());
-        ASSERT_EQ(RegSetValueExA(key.Handle(), name, 0, type, reinterpret_cast<const BYTE*>(bytes.data()), size), 0);
+        testing_support::givenValue(key.Handle(), name, type, bytes);
     }
 
     /// What attaching a process does with the settings.
@@ -67,7 +63,7 @@ protected:
     }
 
     RegKey key{HKEY_LOCAL_MACHINE, kKey};
-    std::vector<std::tuple<const char*, DWORD, std::string>> kept;  // the machine's own
+    std::vector<std::pair<const char*, testing_support::Stored>> kept;  // the machine's own
 };
 
 std::string defaultSet(bool doubleByte) {
@@ -102,7 +98,7 @@ TEST_F(Settings, ReplaceTheQuoteSetAndTheBrackets) {
         {"bytes", "QuoteChars", REG_BINARY, "#\0\xFF"s, "[]#\0\xFF"s},
         {"no bytes: nothing is quoted", "QuoteChars", REG_BINARY, "", "[]"},
         {"a number of two bytes", "QuoteChars", REG_DWORD, "#%", "[]#%"},
-        {"a number that claims more than four", "QuoteChars", REG_DWORD, "#%:?<>", "[]#%:?"},
+        {"a number that claims more than four", "QuoteChars", REG_DWORD, "#%:?<", "[]#%:?"},
         {"a type without data", "QuoteChars", REG_MULTI_SZ, "#\0\0"s, "[]" + standard},
         {"128 bytes", "QuoteChars", REG_BINARY, largest, "[]" + largest},
         {"129 bytes are not read", "QuoteChars", REG_BINARY, largest + '#', "[]" + standard},

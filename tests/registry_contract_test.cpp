@@ -20,14 +20,9 @@ using namespace std::string_literals;
 constexpr REGSAM kAccess =
     KEY_QUERY_VALUE | KEY_SET_VALUE | KEY_CREATE_SUB_KEY | KEY_ENUMERATE_SUB_KEYS | KEY_NOTIFY | DELETE;
 
-class RegistryContract : public testing_support::RegistryHome {};
-
-std::vector<std::string> subkeysOf(HKEY key) {
-    std::vector<std::string> names;
-    char name[256];
-    for (DWORD i = 0; RegEnumKeyA(key, i, name, sizeof name) == ERROR_SUCCESS; ++i) names.emplace_back(name);
-    return names;
-}
+using RegistryContract = testing_support::RegistryHome;
+using testing_support::givenValue;
+using testing_support::subkeysOf;
 
 TEST_F(RegistryContract, PathsNameKeysWithoutRegardToCaseAndKeepIt) {
     const std::pair<const char*, DWORD> creations[] = {{"Outer\\Inner", REG_CREATED_NEW_KEY},
@@ -200,8 +195,9 @@ TEST_F(RegistryContract, DeletingTakesLeavesOnlyAndStrandsOpenHandles) {
     EXPECT_EQ(RegDeleteKeyA(home, "Outer"), ERROR_SUCCESS);
 }
 
-// Insertions and deletions in any order keep the enumeration sorted, without regard to case, and complete.
-TEST_F(RegistryContract, EnumerationFollowsRandomChanges) {
+// Insertions and deletions in any order keep the enumeration sorted, without regard to case, and complete, and hide no
+// key that stands beside them.
+TEST_F(RegistryContract, EnumerationAndOpeningFollowRandomChanges) {
     std::mt19937 random(7);
     std::map<std::string, std::string> model;  // by the name in small letters
     for (int step = 0; step < 400; ++step) {
@@ -214,6 +210,12 @@ TEST_F(RegistryContract, EnumerationFollowsRandomChanges) {
             model.emplace(small, name);
         } else {
             EXPECT_EQ(RegDeleteKeyA(home, name.c_str()), model.erase(small) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND);
+        }
+        for (int i = 0; i < 60; ++i) {
+            const std::string any = ".K" + std::to_string(i);
+            const bool isThere = RegOpenKeyExA(home, any.c_str(), 0, kAccess, &key) == ERROR_SUCCESS;
+            ASSERT_EQ(isThere, model.contains(".k" + std::to_string(i))) << any << " after step " << step;
+            if (isThere) RegCloseKey(key);
         }
     }
     std::vector<std::string> names;

@@ -21,6 +21,7 @@ struct Scene {
 
     Scene() {
         key.SetString("text", "stored");
+        key.SetDword("number", 7);
         RegKey(&key, "first");
         RegKey(&key, "second");
         value.SetName("before");
@@ -54,6 +55,7 @@ const Operation kOperations[] = {
     {"FirstValue", [](Scene& s) { return s.key.FirstValue(&s.value) == 1; },
      [](Scene& s) { return s.valueKept() && s.key.NextValue(&s.value) == 1; }},
     {"ValueByName", [](Scene& s) { return s.key.ValueByName("text", &s.value) == 1; }, &Scene::valueKept},
+    {"ValueByName of a number", [](Scene& s) { return s.key.ValueByName("number", &s.value) == 1; }, &Scene::valueKept},
     {"SetString", [](Scene& s) { return s.key.SetString("text", "new") == 1; },
      [](Scene& s) { return s.key.ValueByName("text", &s.value) && std::string(s.value.String()) == "stored"; }},
     {"SetDword", [](Scene& s) { return s.key.SetDword("n", 1) == 1; },
