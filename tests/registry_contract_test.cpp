@@ -200,8 +200,8 @@ TEST_F(RegistryContract, DeletingTakesLeavesOnlyAndStrandsOpenHandles) {
 TEST_F(RegistryContract, EnumerationAndOpeningFollowRandomChanges) {
     std::mt19937 random(7);
     std::map<std::string, std::string> model;  // by the name in small letters
-    for (int step = 0; step < 400; ++step) {
-        const std::string rest = std::to_string(random() % 60), small = ".k" + rest;
+    for (int step = 0; step < 2000; ++step) {
+        const std::string rest = std::to_string(random() % 180), small = ".k" + rest;
         const std::string name = random() % 2 ? small : ".K" + rest;
         HKEY key = nullptr;
         if (random() % 3 != 0) {
@@ -211,7 +211,7 @@ TEST_F(RegistryContract, EnumerationAndOpeningFollowRandomChanges) {
         } else {
             EXPECT_EQ(RegDeleteKeyA(home, name.c_str()), model.erase(small) ? ERROR_SUCCESS : ERROR_FILE_NOT_FOUND);
         }
-        for (int i = 0; i < 60; ++i) {
+        for (int i = 0; i < 180 && step % 40 == 0; ++i) {
             const std::string any = ".K" + std::to_string(i);
             const bool isThere = RegOpenKeyExA(home, any.c_str(), 0, kAccess, &key) == ERROR_SUCCESS;
             ASSERT_EQ(isThere, model.contains(".k" + std::to_string(i))) << any << " after step " << step;
