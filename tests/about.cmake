@@ -18,6 +18,10 @@ if(WIN32)
     add_test(NAME about_box_8bit COMMAND
         ${CMAKE_COMMAND} -E env --unset=DISPLAY SCREEN=1024x768x8 PREFIX=${PROJECT_BINARY_DIR}/wineprefix8
         ${PROJECT_SOURCE_DIR}/scripts/with-wine wine $<TARGET_FILE:about_box>)
+    add_test(NAME every_failure_8bit COMMAND
+        ${CMAKE_COMMAND} -E env --unset=DISPLAY SCREEN=1024x768x8 PREFIX=${PROJECT_BINARY_DIR}/wineprefix8
+        ${PROJECT_SOURCE_DIR}/scripts/with-wine wine $<TARGET_FILE:every_failure> Z:${TAMRIX_SHIPPED_DLL})
+    set_property(TEST about_box_8bit every_failure_8bit PROPERTY RESOURCE_LOCK wineprefix8)
     # Draws frames of the about box into files, to be looked at.
     add_executable(about_frames ${PROJECT_SOURCE_DIR}/tools/about_frames.cpp)
     target_include_directories(about_frames PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})

@@ -5,6 +5,7 @@
 
 #include <cstdio>
 #include <functional>
+#include <utility>
 
 #include "extmap_store.h"
 #include "windows/failing_imports.h"
@@ -25,6 +26,7 @@ using namespace testing_support;
 constexpr int kEditDialog = 410, kAddDialog = 411;
 constexpr std::size_t kBoxSize = 148, kWindowOffset = 40;
 constexpr char kAddedLine[] = ".tmx-n\tnew";
+constexpr char kChosenFile[] = "D:\\Sub\\{Selecting a folder}";
 
 void command(HWND dialog, int id, int code = 0) {
     SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(id, code), reinterpret_cast<LPARAM>(GetDlgItem(dialog, id)));
@@ -35,11 +37,14 @@ void command(HWND dialog, int id, int code = 0) {
 struct Modal {
     bool hasEnded;
     INT_PTR result;
+    bool wasAsked;
 };
 std::vector<Modal> modals;  // the innermost last
+int modalsMade;
 
 BOOL WINAPI endDialog(HWND, INT_PTR result) {
-    modals.back() = {true, result};
+    modals.back().hasEnded = true;
+    modals.back().result = result;
     return TRUE;
 }
 
@@ -52,6 +57,7 @@ void useEditor(HWND dialog) {
     command(dialog, kHelp);
     HELPINFO request = {sizeof request, HELPINFO_WINDOW, kList, list, 0, {0, 0}};
     SendMessageA(dialog, WM_HELP, 0, reinterpret_cast<LPARAM>(&request));
+    command(dialog, IDOK);  // the user is not sure
     command(dialog, IDOK);
 }
 
@@ -76,6 +82,7 @@ void use(HWND dialog) {
 
 INT_PTR dealtWith(HWND dialog) {
     if (dialog) {
+        ++modalsMade;
         ShowWindow(dialog, SW_SHOWNA);
         for (int tries = 0; !modals.back().hasEnded && tries < 3; ++tries)
             tries ? command(dialog, IDCANCEL) : use(dialog);
@@ -99,7 +106,7 @@ INT_PTR WINAPI dialogBoxIndirect(HINSTANCE module, LPCDLGTEMPLATEA shape, HWND p
 }
 
 int WINAPI messageBox(HWND, LPCSTR, LPCSTR, UINT) {
-    return IDOK;
+    return std::exchange(modals.back().wasAsked, true) ? IDOK : IDCANCEL;
 }
 
 BOOL WINAPI winHelp(HWND, LPCSTR, UINT, ULONG_PTR) {
@@ -112,7 +119,7 @@ UINT& browseHelpMessage() {
 
 BOOL WINAPI chooseFile(OPENFILENAMEA* record) {
     if (record->hwndOwner) SendMessageA(record->hwndOwner, browseHelpMessage(), 0, 0);
-    lstrcpyA(record->lpstrFile, "D:\\Sub\\{Selecting a folder}");
+    lstrcpyA(record->lpstrFile, kChosenFile);
     return TRUE;
 }
 
@@ -129,16 +136,19 @@ const std::map<std::string, void*>& standIns() {
     return functions;
 }
 
-// Wine takes an exception in a window procedure for handled.
-LONG CALLBACK endOnAccessViolation(EXCEPTION_POINTERS* exception) {
-    if (exception->ExceptionRecord->ExceptionCode != EXCEPTION_ACCESS_VIOLATION) return EXCEPTION_CONTINUE_SEARCH;
+// Wine takes an exception in a window procedure for handled. Errors of the platform's own have codes like this one.
+LONG CALLBACK endOnError(EXCEPTION_POINTERS* exception) {
+    const DWORD code = exception->ExceptionRecord->ExceptionCode;
+    if (code >> 28 != EXCEPTION_ACCESS_VIOLATION >> 28) return EXCEPTION_CONTINUE_SEARCH;
     const auto* const address = static_cast<char*>(exception->ExceptionRecord->ExceptionAddress);
-    std::printf("access violation %#x from the DLL's start while %s fails\n",
+    std::printf("error %#lx at %#x from the DLL's start while %s fails\n", code,
                 static_cast<unsigned>(address - reinterpret_cast<char*>(dll())), failing_imports::failure().c_str());
     std::fflush(stdout);
     TerminateProcess(GetCurrentProcess(), 99);
     return EXCEPTION_CONTINUE_SEARCH;
 }
+
+std::set<std::string> failedImports;  // of which a call has failed
 
 /// Runs over a class root of its own, so that a pass over it is short.
 class EveryFailure : public testing::Test {
@@ -146,7 +156,7 @@ protected:
     EveryFailure() {
         EXPECT_EQ(RegCreateKeyA(HKEY_CURRENT_USER, kRoot, &root_), ERROR_SUCCESS);
         EXPECT_EQ(RegOverridePredefKey(HKEY_CLASSES_ROOT, root_), ERROR_SUCCESS);
-        handler_ = AddVectoredExceptionHandler(1, endOnAccessViolation);
+        handler_ = AddVectoredExceptionHandler(1, endOnError);
     }
     ~EveryFailure() override {
         RemoveVectoredExceptionHandler(handler_);
@@ -173,6 +183,7 @@ protected:
                                           << kept.begin()->second << " more taken than given back";
                 check(result, failed ? &import : nullptr);
                 if (!failed || HasFailure()) break;
+                failedImports.insert(import.name);
                 ++injected;
             }
             if (HasFailure()) break;
@@ -187,15 +198,13 @@ private:
     void* handler_;
 };
 
-TEST(Imports, AreAllFailedOrCannotFail) {
-    std::set<std::string> failed;
-    for (const Import& import : failing_imports::all()) failed.insert(import.name);
-    for (const std::string& name : importedBy(dll()))
-        EXPECT_TRUE(failed.count(name) || failing_imports::isInfallible(name)) << name;
-}
-
 bool isRegistry(const Import* import) {
     return import && std::string_view(import->library) == "advapi32.dll";
+}
+
+bool isReading(const Import& import) {
+    const std::string_view name = import.name;
+    return name == "RegOpenKeyExA" || name == "RegEnumKeyExA" || name == "RegQueryValueExA";
 }
 
 TEST_F(EveryFailure, OfTheMappingEditor) {
@@ -216,7 +225,12 @@ TEST_F(EveryFailure, OfTheMappingEditor) {
             EXPECT_EQ(mappingOf(".tmx-a"), kNothing);
             EXPECT_EQ(mappingOf(".tmx-n"), "TmxT TmxC new");
         }
-        if (isRegistry(failing)) return;
+        if (isRegistry(failing)) {
+            // What could not be read is not listed; what could not be written is one mapping.
+            EXPECT_TRUE(isReading(*failing) || mappingOf(".tmx-k") == "TmxT TmxC kept" ||
+                        mappingOf(".tmx-n") == "TmxT TmxC new");
+            return;
+        }
         // Where memory runs out a pass over the store ends or comes without a comment, and what was not listed is not
         // written again.
         const bool lacksMemory = failing && std::string_view(failing->name) == "malloc";
@@ -245,30 +259,34 @@ TEST_F(EveryFailure, OfTheAddDialog) {
     sweep(addLine, [](const std::pair<int, std::string>& result, const Import* failing) {
         EXPECT_TRUE(failing || result == std::pair(1, std::string(kAddedLine)));
         EXPECT_THAT(result.second, testing::AnyOf(kAddedLine, ".tmx-n\t", ""));
+        EXPECT_TRUE(result.first == 1 || result.second.empty()) << result.first;
     });
 }
 
 TEST_F(EveryFailure, OfTheFolderBrowser) {
-    const auto browse = [] {
-        UnregisterClassA("browseHelper", dll());
-        browseHelpMessage() = 0;
-        char file[] = "help.hlp", path[260] = "before", initial[] = "D:\\";
-        Storage<24> dialog;
-        member("??0CBrowseDlg@@QAE@HHPAXHHHPAD@Z", dialog, 0, 1, static_cast<void*>(dll()), 223, 224, 41,
-               static_cast<char*>(file));
-        const int result = member<int>("?invoke@CBrowseDlg@@UAEHPAXPAD1@Z", dialog, static_cast<void*>(nullptr),
-                                       static_cast<char*>(path), static_cast<char*>(initial));
-        member("??1CBrowseDlg@@UAE@XZ", dialog);
-        return std::pair(result, std::string(path));
-    };
-    sweep(browse, [](const std::pair<int, std::string>& result, const Import* failing) {
-        EXPECT_TRUE(failing || result == std::pair(1, std::string("D:\\Sub")));
-        EXPECT_TRUE(!result.first || result.second.starts_with("D:\\Sub"));
-    });
+    for (const bool asksForFolder : {true, false}) {
+        const auto browse = [asksForFolder] {
+            UnregisterClassA("browseHelper", dll());
+            browseHelpMessage() = 0;
+            char file[] = "help.hlp", path[260] = "before", initial[] = "D:\\";
+            Storage<24> dialog;
+            member("??0CBrowseDlg@@QAE@HHPAXHHHPAD@Z", dialog, 0, int{asksForFolder}, static_cast<void*>(dll()), 223,
+                   224, 41, static_cast<char*>(file));
+            const int result = member<int>("?invoke@CBrowseDlg@@UAEHPAXPAD1@Z", dialog, static_cast<void*>(nullptr),
+                                           static_cast<char*>(path), static_cast<char*>(initial));
+            member("??1CBrowseDlg@@UAE@XZ", dialog);
+            return std::pair(result, std::string(path));
+        };
+        const std::string chosen = asksForFolder ? "D:\\Sub" : kChosenFile;
+        sweep(browse, [&](const std::pair<int, std::string>& result, const Import* failing) {
+            EXPECT_TRUE(failing || result == std::pair(1, chosen));
+            EXPECT_TRUE(!result.first || result.second.starts_with(chosen));
+        });
+    }
 }
 
 INT_PTR CALLBACK endAtOnce(HWND, UINT message, WPARAM, LPARAM param) {
-    if (message == WM_INITDIALOG) modals.back() = {true, param};
+    if (message == WM_INITDIALOG) endDialog(nullptr, param);
     return FALSE;
 }
 
@@ -281,11 +299,13 @@ TEST_F(EveryFailure, OfTemplatesInTheConfiguredFont) {
     const auto release = function<void __cdecl(void*)>("FreeTemplateWithCorrectFont");
     const auto loadAndFree = [=] {
         void* const block = load(dll(), MAKEINTRESOURCEA(kEditDialog), 1);
-        const bool loaded = block && static_cast<DLGTEMPLATE*>(block)->cdit == 12;
+        const int controls = block ? static_cast<DLGTEMPLATE*>(block)->cdit : -1;
         release(block);
-        return block == nullptr || loaded;
+        return controls;
     };
-    sweep(loadAndFree, [](bool isNullOrWhole, const Import*) { EXPECT_TRUE(isNullOrWhole); });
+    sweep(loadAndFree, [](int controls, const Import* failing) {
+        EXPECT_TRUE(controls == 12 || (failing && controls == -1)) << controls;
+    });
 
     const auto modal = function<int __cdecl(HINSTANCE, const char*, DLGPROC, HWND, LPARAM)>("ATModalDialog");
     sweep([=] { return modal(dll(), MAKEINTRESOURCEA(kAddDialog), endAtOnce, nullptr, 77); },
@@ -299,10 +319,11 @@ TEST_F(EveryFailure, OfTemplatesInTheConfiguredFont) {
 TEST_F(EveryFailure, OfTheAboutBox) {
     sweep(
         [] {
+            const int before = modalsMade;
             function<void __cdecl()>("DoQuillonAboutBox")();
-            return 0;
+            return modalsMade > before;
         },
-        [](int, const Import*) {});
+        [](bool shown, const Import* failing) { EXPECT_TRUE(shown || failing); });
 }
 
 TEST_F(EveryFailure, OfAModelessAboutBox) {
@@ -325,6 +346,33 @@ TEST_F(EveryFailure, OfAModelessAboutBox) {
         return true;
     };
     sweep(show, [](bool shown, const Import* failing) { EXPECT_TRUE(shown || failing); });
+}
+
+/// Functions that no dialog and no box calls; the suites of their modules fail them.
+bool isWindowless(const std::string& name) {
+    static const std::set<std::string> names = {"LCMapStringA", "RegCreateKeyA", "RegDeleteKeyA",
+                                                "RegEnumKeyA",  "RegEnumValueA", "RegQueryValueA"};
+    return names.count(name) != 0;
+}
+
+/// Functions that are called where the screen has a palette.
+bool servesPalettes(const std::string& name) {
+    return name.find("Palette") != std::string::npos;
+}
+
+bool screenHasPalette() {
+    const HDC screen = GetDC(nullptr);
+    const bool hasPalette = GetDeviceCaps(screen, BITSPIXEL) <= 8;
+    ReleaseDC(nullptr, screen);
+    return hasPalette;
+}
+
+TEST(Imports, HaveAllBeenFailedByNowOrCannotFail) {
+    if (failedImports.empty()) GTEST_SKIP() << "to be run behind the others";
+    for (const std::string& name : importedBy(dll()))
+        EXPECT_TRUE(failedImports.count(name) || failing_imports::isInfallible(name) || isWindowless(name) ||
+                    (servesPalettes(name) && !screenHasPalette()))
+            << name;
 }
 
 }  // namespace
