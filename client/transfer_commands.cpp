@@ -29,7 +29,7 @@ std::string readFile(const std::string& name, std::string& text) {
     if (name == "-") return readAll(stdin, text);
     FILE* file = fopen(name.c_str(), "rb");
     if (!file) return "the file cannot be read";
-    const std::string reason = readAll(file, text);
+    std::string reason = readAll(file, text);
     fclose(file);
     return reason;
 }
