@@ -83,11 +83,12 @@ TEST(MappingFile, RefusesAnExtensionMappedTwice) {
     EXPECT_EQ(firstError(".b\tTEXT\tttxt\n.a\tTEXT\tttxt\nB\tTEXT\tttxt\n.A\tTEXT\tttxt\nb\tTEXT\tttxt"),
               "3: .b is mapped in line 1 already");
     EXPECT_EQ(firstError(".a\tTEXT\tttxt\n..a\tTEXT\tttxt\n"), "none") << "a second dot is part of the extension";
-    EXPECT_EQ(firstError(".\xC9\tTEXT\tttxt\n.\xE9\tTEXT\tttxt"), "2: .\xE9 is mapped in line 1 already")
-        << "one letter in code page 1252";
-    if (!testing_support::useCodePage(932)) return;
-    EXPECT_EQ(firstError(".\x83\x41\tTEXT\tttxt\n.\x83\x61\tTEXT\tttxt"), "none") << "trail bytes are no letters";
-    testing_support::useCodePage(1252);
+    if (testing_support::useCodePage(932)) {
+        EXPECT_EQ(firstError(".\x83\x41\tTEXT\tttxt\n.\x83\x61\tTEXT\tttxt"), "none") << "trail bytes are no letters";
+    }
+    if (testing_support::useCodePage(1252)) {
+        EXPECT_EQ(firstError(".\xC9\tTEXT\tttxt\n.\xE9\tTEXT\tttxt"), "2: .\xE9 is mapped in line 1 already");
+    }
 }
 
 TEST(MappingFile, TheStarterSetIsAMappingFile) {
