@@ -102,8 +102,10 @@ TEST_P(TwoByteStrings, SplitAsPartsOfPaths) {
 }
 
 INSTANTIATE_TEST_SUITE_P(CodePages, TwoByteStrings,
-                         testing::Values(Pages{1252, 437}, Pages{932, 932}, Pages{936, 936}, Pages{949, 949},
-                                         Pages{950, 950}),
-                         [](const auto& pages) { return std::to_string(pages.param.ansi); });
+                         testing::Values(Pages{1252, 437}, Pages{1252, 850}, Pages{932, 932}, Pages{936, 936},
+                                         Pages{949, 949}, Pages{950, 950}),
+                         [](const auto& pages) {
+                             return std::to_string(pages.param.ansi) + "_" + std::to_string(pages.param.oem);
+                         });
 
 }  // namespace
