@@ -17,7 +17,7 @@ struct ExtMapEditState {
     char* creator;  // both are the caller's
     char* type;
     int result;
-    bool listsAll;  // a list that lacks a mapping would take it out of the store
+    bool listsAll;  // a line that could not be listed would go from the store
 };
 
 ExtMapEditState* stateOf(HWND dialog) {

@@ -38,16 +38,19 @@ struct ReplacementOf {
     static Result run(Arguments... arguments) {
         const Import& import = all()[index];
         const bool fails = isDue(import);
-        if constexpr (sizeof...(Arguments) > 0)
-            if (import.change < 0 && (isOwned(arguments) || ...)) --plan.kept[import.thing];
+        bool changes = import.change > 0;
+        if constexpr (sizeof...(Arguments) > 0) changes = changes || (isOwned(arguments) || ...);
         if constexpr (std::is_void_v<Result>) {
+            plan.kept[import.thing] += changes ? import.change : 0;
             original(arguments...);
         } else {
             const auto failure = (Result)import.failure;
             if (fails && import.change >= 0) return failure;
             const Result result = original(arguments...);
-            const bool succeeded = import.thing == Thing::key ? result == Result() : result != Result();
-            if (import.change > 0 && succeeded) ++plan.kept[import.thing];
+            // Unlocking gives 0 both where it was the last lock and where there was none.
+            const bool succeeded = (import.failure ? result == Result() : result != Result()) ||
+                                   (import.thing == Thing::lock && import.change < 0);
+            plan.kept[import.thing] += changes && succeeded ? import.change : 0;
             return fails ? failure : result;
         }
     }
@@ -211,7 +214,7 @@ bool Watch::hasFailed() const {
 std::map<Thing, int> Watch::kept() const {
     auto things = plan.kept;
     things.erase(Thing::none);
-    // A window may be asked to go while it goes.
+    // A window that can't be marked as closing is asked to go once more while it goes.
     std::erase_if(things, [](const auto& thing) {
         return thing.second == 0 || (thing.first == Thing::window && thing.second < 0);
     });
