@@ -124,14 +124,23 @@ const Operation kOperations[] = {
      },
      ".tmx-a BINA hDmp new",
      {".tmx-a TEXT dosa new", ".tmx-a (none) hDmp new", ".tmx-a BINA (none) new"}},
-    {"SetComment, after which nothing stale is held",
+    {"the setters, after which nothing stale is held",
      {Kind::allocation},
      [](CExtensionMap& cursor) {
-         cursor.SetComment(text("newer"));
+         setHeld(cursor, ".tmx-b", "TEXT", "ttxt", "newer");
          return held(cursor);
      },
-     ".tmx-a PICT ogle newer",
-     {".tmx-a PICT ogle (none)"}},
+     ".tmx-b TEXT ttxt newer",
+     {"(none) TEXT ttxt newer", ".tmx-b (none) ttxt newer", ".tmx-b TEXT (none) newer", ".tmx-b TEXT ttxt (none)"}},
+    {"NextCT behind the last, which still holds the wanted codes",
+     kCallsAndMemory,
+     [](CExtensionMap& cursor) {
+         const int found = cursor.FirstCT(text("ttxt"), text("TEXT"));
+         return std::to_string(found) + withHeld(found ? cursor.NextCT() : 0, cursor);
+     },
+     "10: .tmx-b TEXT ttxt (none)",
+     {"00: .tmx-a PICT ogle new", "00: .tmx-a TEXT ttxt new", "00: .tmx-b TEXT ttxt (none)",
+      "10: .tmx-a TEXT ttxt (none)", "10: .tmx-a TEXT ttxt old", "10: .tmx-b TEXT ttxt (none)"}},
 };
 
 TEST_F(StoreWithFaults, EachOperationComesToWhatItSaysWhicheverCallFails) {

@@ -30,6 +30,11 @@ TEST_F(StringFaults, StopAtTheCharacterThatCannotBeMapped) {
         EXPECT_STREQ(text, after[n - 1]) << n;
         standin::clearFaults();
     }
+    char upper[] = "X\x82\x60";
+    standin::failNth(standin::Kind::conversion, 1);
+    EXPECT_EQ(dbcs_strlwr(upper), nullptr);
+    EXPECT_STREQ(upper, "x\x82\x60");
+    standin::clearFaults();
     standin::failNth(standin::Kind::conversion, 1);
     EXPECT_NE(dbcs_stricmp("\x82\x60", "\x82\x81"), 0) << "what can't be mapped compares as it is";
 }
