@@ -195,7 +195,7 @@ bool writeWholeFile(const std::string& path, const std::string& text, std::strin
         written = writeDevice(path, text);
     } else if (isThere ? access(path.c_str(), W_OK) == 0 : errno == ENOENT) {
         const standin::FileResult result = standin::replaceFile(path, text);
-        if (!result.ok) reason = result.message;
+        if (!result.ok) reason = "cannot write: " + result.reason;
         return result.ok;
     }
     if (!written) reason = "cannot write: " + errorText();

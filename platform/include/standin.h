@@ -31,12 +31,14 @@ void clearRegistry();
 bool denyAccess(HKEY root, const char* path);
 
 /// What loading or saving came to. On failure `message` says why in a sentence without a final period; `line` is the
-/// line of the file at fault, counted from 1, or 0 when it is not a matter of one line.
+/// line of the file at fault, counted from 1, or 0 when it is not a matter of one line; `reason` is the system's own
+/// for refusing a call, or empty.
 struct FileResult {
     bool ok = false;
     bool missing = false;  ///< loading only: there is no such file
     std::size_t line = 0;
     std::string message;
+    std::string reason;
 };
 
 /// Merges the keys and values of a REGEDIT4 text file into the registry. A malformed file is refused whole; what is no

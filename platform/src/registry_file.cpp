@@ -39,7 +39,8 @@ private:
 FileResult failure(const std::string& what, const std::string& path) {
     FileResult result;
     result.missing = errno == ENOENT;
-    result.message = what + " " + path + ": " + std::strerror(errno);
+    result.reason = std::strerror(errno);
+    result.message = what + " " + path + ": " + result.reason;
     return result;
 }
 
@@ -96,8 +97,9 @@ public:
         : target_(realTarget(path)), temporary_(folderOf(target_) + "/tamrix.XXXXXX") {}
 
     FileResult run(std::string_view text) {
-        if (writeTemporary(text) && replace()) return {.ok = true, .missing = false, .line = 0, .message = {}};
-        if (cut_) return {.ok = false, .missing = false, .line = 0, .message = "cut by plan"};
+        if (writeTemporary(text) && replace())
+            return {.ok = true, .missing = false, .line = 0, .message = {}, .reason = {}};
+        if (cut_) return {.ok = false, .missing = false, .line = 0, .message = "cut by plan", .reason = {}};
         FileResult result = failure("cannot write", target_);
         if (made_) ::unlink(temporary_.c_str());
         return result;
@@ -146,12 +148,14 @@ FileResult loadRegistry(const std::string& path) {
     // A device or pipe may never end, and saving would put a file in its place.
     struct stat status {};
     if (::fstat(file.descriptor(), &status) != 0) return failure("cannot read", path);
-    if (!S_ISREG(status.st_mode))
-        return {.ok = false, .missing = false, .line = 0, .message = "cannot read " + path + ": not a regular file"};
+    FileResult result;
+    if (!S_ISREG(status.st_mode)) {
+        result.message = "cannot read " + path + ": not a regular file";
+        return result;
+    }
     std::string text;
     if (!readAll(file, text)) return failure("cannot read", path);
     const std::scoped_lock lock(registry().guard);
-    FileResult result;
     for (const FileKey& fileKey : readRegedit4(text, result)) {
         bool created = false;
         const auto key = createKey(fileKey.root, fileKey.path, created);
