@@ -24,6 +24,7 @@ NameRules makeNameRules(const QuoteSettings& quotes, const LeadByteTable& leadBy
         rules.decodes[byte] = rules.inSet[byte] || byte == ' ' || byte == '.';
         const bool lead = leadBytes.isLead[byte] != 0;
         const bool quoted = rules.inSet[byte] && !isNeverQuoted(byte);
+        if (byte != 0 && !lead) rules.most[byte] = rules.inSet[byte] ? kQuoteSize : std::uint8_t{1};
         rules.mac[byte] = {roleOf(byte, lead, quoted), table ? (*table)[byte].toWindows : same};
         rules.windows[byte] = {roleOf(byte, lead, byte == rules.open), byte == '\\' ? std::uint8_t{0}
                                                                        : table      ? (*table)[byte].toMacintosh

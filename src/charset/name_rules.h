@@ -40,11 +40,15 @@ private:
     std::uint16_t bits = 0;
 };
 
+/// Bytes of a number in its brackets.
+inline constexpr std::uint8_t kQuoteSize = 5;
+
 struct NameRules {
-    ByteRule mac[256];      // for the bytes of an AFP name
-    ByteRule windows[256];  // for the bytes of a Windows name; the image of the backslash is zero
-    bool inSet[256];        // the quote set, letters, digits and the space included, which are never quoted in passing
-    bool decodes[256];      // a bracketed number stands for its byte: the set, the space, the period
+    ByteRule mac[256];       // for the bytes of an AFP name
+    ByteRule windows[256];   // for the bytes of a Windows name; the image of the backslash is zero
+    bool inSet[256];         // the quote set, letters, digits and the space included, which are never quoted in passing
+    std::uint8_t most[256];  // bytes that a single byte of an AFP name may come to; 0 for lead bytes and the terminator
+    bool decodes[256];       // a bracketed number stands for its byte: the set, the space, the period
     unsigned char open;
     unsigned char close;
 };

@@ -7,8 +7,6 @@ namespace {
 
 using Byte = unsigned char;
 
-constexpr std::size_t kQuoteSize = 5;
-
 const Byte* bytesOf(const char* text) {
     return reinterpret_cast<const Byte*>(text);
 }
@@ -114,18 +112,16 @@ int macToWindows(const NameRules& rules, char* dst, const char* afpName, unsigne
 
 int macToWindowsCapacity(const NameRules& rules, const char* afpName) {
     const Byte* in = bytesOf(afpName);
-    const Byte* lastQuoted = nullptr;
+    const Byte* singles = in;  // where the single bytes before `in` begin
     std::size_t count = 0;
-    for (ByteRole role; !endsName(role = rules.mac[*in].role(), in);) {
-        if (role == ByteRole::lead) {
-            count += 2;
-            in += 2;
-            continue;
-        }
-        if (role == ByteRole::quoted) lastQuoted = in;
-        count += rules.inSet[*in++] ? kQuoteSize : 1;
+    for (;;) {
+        for (std::size_t most = rules.most[*in]; most != 0; most = rules.most[*++in]) count += most;
+        if (endsName(rules.mac[*in].role(), in)) break;
+        count += 2;
+        singles = in += 2;
     }
-    if (endsInDroppedByte(rules, in, count, lastQuoted)) count += kQuoteSize - 1;
+    const bool isLastQuoted = in != singles && rules.mac[in[-1]].role() == ByteRole::quoted;
+    if (endsInDroppedByte(rules, in, count, isLastQuoted ? in - 1 : nullptr)) count += kQuoteSize - 1;
     return static_cast<int>(count + 1);
 }
 
@@ -157,12 +153,14 @@ int windowsToMac(const NameRules& rules, char* dst, const char* windowsName, uns
 int windowsToMacCapacity(const NameRules& rules, const char* windowsName) {
     const Byte* in = bytesOf(windowsName);
     std::size_t count = 0;
-    for (ByteRole role; !endsName(role = rules.windows[*in].role(), in);) {
-        const bool decodes = role == ByteRole::quoted && quotedByte(rules, in) >= 0;
-        count += role == ByteRole::lead ? 2 : 1;
-        in += role == ByteRole::lead ? 2 : decodes ? kQuoteSize : 1;
+    for (;;) {
+        for (; rules.windows[*in].isPlain(); ++in) ++count;
+        const ByteRole role = rules.windows[*in].role();
+        if (endsName(role, in)) return static_cast<int>(count + 1);
+        const bool leads = role == ByteRole::lead;
+        count += leads ? 2 : 1;
+        in += leads ? 2 : quotedByte(rules, in) < 0 ? 1 : kQuoteSize;
     }
-    return static_cast<int>(count + 1);
 }
 
 }  // namespace tamrix

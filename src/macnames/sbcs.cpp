@@ -25,6 +25,11 @@ void copyTranslated(const CharacterTable* table, TableColumn column, char* dst, 
     std::memset(dst + count, 0, size - count);
 }
 
+void copyTranslated(const CharacterTable* table, TableColumn column, char* dst, const char* src) {
+    for (; *src; ++src) *dst++ = imageOf(table, column, *src);
+    *dst = 0;
+}
+
 }  // namespace tamrix
 
 using tamrix::CharacterPair;
@@ -41,11 +46,11 @@ void TAMRIX_CALL SBCS_ItoA(char* s) {
 }
 
 void TAMRIX_CALL SBCS_AtoI_Copy(char* dst, const char* src) {
-    copyTranslated(sbcsTranslator.table, &CharacterPair::toWindows, dst, src, std::strlen(src) + 1);
+    copyTranslated(sbcsTranslator.table, &CharacterPair::toWindows, dst, src);
 }
 
 void TAMRIX_CALL SBCS_ItoA_Copy(char* dst, const char* src) {
-    copyTranslated(sbcsTranslator.table, &CharacterPair::toMacintosh, dst, src, std::strlen(src) + 1);
+    copyTranslated(sbcsTranslator.table, &CharacterPair::toMacintosh, dst, src);
 }
 
 void TAMRIX_CALL SBCS_AtoI_nCopy(char* dst, const char* src, unsigned n) {

@@ -11,6 +11,9 @@ using TableColumn = std::uint8_t CharacterPair::*;
 
 void translateString(const CharacterTable* table, TableColumn column, char* s);
 
+/// Copies with the terminator.
+void copyTranslated(const CharacterTable* table, TableColumn column, char* dst, const char* src);
+
 /// Writes exactly `size` bytes: the translated source as far as it fits, then zeros.
 void copyTranslated(const CharacterTable* table, TableColumn column, char* dst, const char* src, std::size_t size);
 

@@ -33,8 +33,10 @@ public:
         *end = 0;
     }
     void append(const char* text) {
-        scan::copy(end, text, leads);
-        end += scan::length(text, leads);
+        const int bytes = scan::length(text, leads);
+        std::memcpy(end, text, static_cast<std::size_t>(bytes));
+        end += bytes;
+        *end = 0;
     }
 
 private:
@@ -43,7 +45,8 @@ private:
 };
 
 char* find(const LeadByteTable& leads, char* text, char delimiter) {
-    return const_cast<char*>(scan::findFirst(text, delimiter, leads));
+    return leads.hasLeadBytes ? const_cast<char*>(scan::findFirst(text, delimiter, leads))
+                              : std::strchr(text, delimiter);
 }
 
 void give(const LeadByteTable& leads, char* part, const char* text) {

@@ -16,6 +16,7 @@ int lowerValue(const char* p, int size, CaseMapping mapping) {
 }  // namespace
 
 int length(const char* s, const LeadByteTable& table) {
+    if (!table.hasLeadBytes) return static_cast<int>(std::strlen(s));
     const char* p = s;
     while (const int size = characterSize(p, table)) p += size;
     return static_cast<int>(p - s);

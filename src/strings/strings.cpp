@@ -34,6 +34,16 @@ int compareAsciiFolded(const char* a, const char* b) {
     }
 }
 
+/// As memccpy, which not every C library has under that name, but always terminated, and also onto the source itself.
+int copyBoundedBytes(char* dst, const char* src, int size) {
+    const auto most = static_cast<std::size_t>(size - 1);
+    const void* const end = std::memchr(src, 0, most);
+    const std::size_t bytes = end ? static_cast<std::size_t>(static_cast<const char*>(end) - src) : most;
+    std::memmove(dst, src, bytes);
+    dst[bytes] = 0;
+    return static_cast<int>(bytes);
+}
+
 char* inCase(char* s, Case wanted) {
     if (!s) return nullptr;
     return tamrix::scan::changeCase(s, wanted, leadByteTable, tamrix::mapDoubleByteCase) ? s : nullptr;
@@ -115,5 +125,5 @@ int TAMRIX_CALL BufStrCpy(char* dst, const char* src, int size) {
         *dst = 0;
         return 0;
     }
-    return tamrix::scan::copyBounded(dst, src, size, leadByteTable);
+    return isDoubleByte() ? tamrix::scan::copyBounded(dst, src, size, leadByteTable) : copyBoundedBytes(dst, src, size);
 }
