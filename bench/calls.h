@@ -2,6 +2,8 @@
 // text.
 #pragma once
 
+#include <cstring>
+
 #include "names.h"
 
 namespace calls {
@@ -20,5 +22,26 @@ inline constexpr auto compare = [](auto f, char*, const Text& text) { return f(t
 inline constexpr auto compareCase = [](auto f, char*, const Text& text) {
     return f(text.otherCase.c_str(), text.name.c_str());
 };
+inline constexpr auto copyCut = [](auto f, char* dst, const Text& text) {
+    return f(dst, text.name.c_str(), static_cast<int>(text.name.size() / 2) + 1);
+};
+inline constexpr auto cut = [](auto f, char*, const Text& text) {
+    return f(text.name.c_str(), static_cast<int>(text.name.size() / 2), 1);
+};
+inline constexpr auto previous = [](auto f, char*, const Text& text) {
+    return f(text.name.c_str() + text.name.size(), text.name.c_str());
+};
+inline constexpr auto ofEachByte = [](auto f, char*, const Text& text) {
+    int sum = 0;
+    for (const char byte : text.name) sum += f(byte);
+    return sum;
+};
+
+/// A copy of the text that may be written to.
+inline char* fresh(char* dst, const Text& text) {
+    std::memcpy(dst, text.name.c_str(), text.name.size() + 1);
+    return dst;
+}
+inline constexpr auto inPlace = [](auto f, char* dst, const Text& text) { return f(fresh(dst, text)); };
 
 }  // namespace calls

@@ -12,15 +12,14 @@
 #include "calls.h"
 #include "frame/entry.h"
 #include "frame/settings.h"
+#include "measure.h"
 #include "names.h"
-#include "table_reporter.h"
 #include "tamrix32/macnames.h"
 #include "tamrix32/strings.h"
 
 namespace {
 
 constexpr std::size_t kNames = 1000;
-constexpr unsigned kRoom = 1 << 18;
 
 /// One way through iconv; bytes that it can't translate would end a call early, so names hold none of them.
 class Converter {
@@ -80,28 +79,6 @@ const Sample& sample() {
     return made;
 }
 
-/// Times `work` on each text in turn; the work gets a buffer and the text and gives a number that depends on what it
-/// did.
-template <typename Work>
-void measureEach(const std::string& label, const std::vector<Text>& texts, Work work) {
-    benchmark::RegisterBenchmark(label.c_str(), [&texts, work](benchmark::State& state) {
-        std::vector<char> buffer(kRoom);
-        for (auto _ : state) {
-            for (const Text& text : texts) {
-                benchmark::DoNotOptimize(work(buffer.data(), text));
-                benchmark::ClobberMemory();
-            }
-        }
-        state.SetItemsProcessed(static_cast<std::int64_t>(state.iterations() * texts.size()));
-    });
-}
-
-template <typename Work>
-void measure(const std::string& label, const Texts& texts, Work work) {
-    measureEach(label, texts.each, work);
-    measureEach(thousandTimesTheWork(label), texts.joined, work);
-}
-
 void measureConverter(const std::string& label, const Texts& texts, Converter& converter) {
     measureEach(label, texts.each, [&converter](char* dst, const Text& text) {
         return converter.convert(dst, kRoom, text.name.c_str(), text.name.size() + 1);
@@ -127,58 +104,119 @@ void measureIcu(const std::string& label, const Texts& texts, const char* to, co
 void registerTranslation() {
     const Sample& names = sample();
     const bare::Tables& tables = names.tables;
-    measure("AFPtoOSCopy", names.mac,
-            [](char* dst, const Text& text) { return AFPtoOSCopy(dst, text.name.c_str(), kRoom); });
-    measureEach("bare loop to Windows", names.mac.each,
-                [&tables](char* dst, const Text& text) { return bare::toWindows(tables, dst, text.name.c_str()); });
-    measure("OStoAFPCopy", names.windows,
-            [](char* dst, const Text& text) { return OStoAFPCopy(dst, text.name.c_str(), kRoom); });
-    measureEach("bare loop to Macintosh", names.windows.each,
-                [&tables](char* dst, const Text& text) { return bare::toMac(tables, dst, text.name.c_str()); });
+    compare(
+        "AFPtoOSCopy", names.mac,
+        [](char* dst, const Text& text) { return AFPtoOSCopy(dst, text.name.c_str(), kRoom); }, "bare loop to Windows",
+        [&tables](char* dst, const Text& text) { return bare::toWindows(tables, dst, text.name.c_str()); }, 1.25);
     static Converter toWindows("CP1252", "MACINTOSH");
     measureConverter("iconv to Windows", names.mac, toWindows);
-    static Converter toMac("MACINTOSH", "CP1252");
-    measureConverter("iconv to Macintosh", names.converted, toMac);
+    rows().push_back({"AFPtoOSCopy", "iconv to Windows", 0.2});
 #ifdef TAMRIX_BENCH_ICU
     measureIcu("ICU to Windows", names.mac, "windows-1252", "macintosh");
+    rows().push_back({"AFPtoOSCopy", "ICU to Windows", kNoLimit});
+#endif
+    compare(
+        "OStoAFPCopy", names.windows,
+        [](char* dst, const Text& text) { return OStoAFPCopy(dst, text.name.c_str(), kRoom); },
+        "bare loop to Macintosh",
+        [&tables](char* dst, const Text& text) { return bare::toMac(tables, dst, text.name.c_str()); }, 1.25);
+    static Converter toMac("MACINTOSH", "CP1252");
+    measureConverter("iconv to Macintosh", names.converted, toMac);
+    rows().push_back({"OStoAFPCopy", "iconv to Macintosh", 0.2});
+#ifdef TAMRIX_BENCH_ICU
     measureIcu("ICU to Macintosh", names.converted, "macintosh", "windows-1252");
+    rows().push_back({"OStoAFPCopy", "ICU to Macintosh", kNoLimit});
 #endif
 }
 
-/// Kept from the compiler, so that the library's functions and C's are called alike and none is inlined.
-template <typename Function>
-Function* called(Function* function) {
-    Function* volatile kept = function;
-    return kept;
+/// A length beside the loop that counts, and a translation in place beside the loop by way of a block of its own.
+template <typename Length, typename Loop>
+void compareForms(const Texts& texts, const char* direction, const char* length, int (*ours)(const char*), Length bare,
+                  const char* inPlace, int (*translate)(char*, unsigned), Loop loop) {
+    const bare::Tables& tables = sample().tables;
+    compare(
+        length, texts, [ours](char*, const Text& text) { return ours(text.name.c_str()); },
+        std::string("bare length to ") + direction,
+        [=, &tables](char*, const Text& text) { return bare(tables, text.name.c_str()); }, 1.25);
+    // What quoting may need at most.
+    const auto room = [](const Text& text) { return static_cast<unsigned>(5 * text.name.size() + 1); };
+    compare(
+        inPlace, texts, [=](char* dst, const Text& text) { return translate(calls::fresh(dst, text), room(text)); },
+        std::string("loop and block, to ") + direction,
+        [=, &tables](char* dst, const Text& text) {
+            return bare::inPlace(loop, tables, calls::fresh(dst, text), room(text));
+        },
+        1.25);
 }
 
-/// Measures two functions in the same way; `call` gets the function, a buffer and a text.
+/// Translation through the character table alone beside the same loop without a choice of tables.
+template <typename Ours, typename Bare, typename Call>
+void compareTable(const char* label, Ours* ours, const char* reference, Bare* loop, const unsigned char* table,
+                  Call call) {
+    const auto work = [=](char* dst, const Text& text) {
+        const auto translate = [ours](auto... arguments) { return ours(arguments...), 0; };
+        return call(translate, dst, text);
+    };
+    const auto other = [=](char* dst, const Text& text) {
+        const auto translate = [loop, table](auto... arguments) { return loop(table, arguments...); };
+        return call(translate, dst, text);
+    };
+    compare(label, sample().mac, work, reference, other, 1.25);
+}
+
+void registerOtherForms() {
+    const Sample& names = sample();
+    compareForms(names.mac, "Windows", "AFPtoOSLen", AFPtoOSLen, bare::windowsLength, "AFPtoOS in place", AFPtoOS,
+                 bare::toWindows);
+    compareForms(names.windows, "Macintosh", "OStoAFPLen", OStoAFPLen, bare::macLength, "OStoAFP in place", OStoAFP,
+                 bare::toMac);
+    const bare::Tables& tables = names.tables;
+    compareTable("SBCS_AtoI", SBCS_AtoI, "table, in place", bare::translate, tables.toWindows, calls::inPlace);
+    compareTable("SBCS_AtoI_Copy", SBCS_AtoI_Copy, "table, copied", bare::copy, tables.toWindows, calls::copy);
+    compareTable("SBCS_AtoI_nCopy", SBCS_AtoI_nCopy, "table, filled up", bare::copyFilled, tables.toWindows,
+                 calls::copyBounded);
+    compareTable("SBCS_ItoA", SBCS_ItoA, "table, in place, back", bare::translate, tables.toMac, calls::inPlace);
+    compareTable("SBCS_ItoA_Copy", SBCS_ItoA_Copy, "table, copied, back", bare::copy, tables.toMac, calls::copy);
+    compareTable("SBCS_ItoA_nCopy", SBCS_ItoA_nCopy, "table, filled up, back", bare::copyFilled, tables.toMac,
+                 calls::copyBounded);
+}
+
+/// Two functions called in the same way; `call` gets the function, a buffer and a text.
 template <typename Ours, typename Theirs, typename Call>
-void measurePair(const char* label, Ours* ours, const char* reference, Theirs* theirs, Call call) {
-    const Texts& texts = sample().windows;
-    measure(label, texts, [=, f = called(ours)](char* dst, const Text& text) { return call(f, dst, text); });
-    measureEach(reference, texts.each,
-                [=, f = called(theirs)](char* dst, const Text& text) { return call(f, dst, text); });
+void comparePair(const char* label, Ours* ours, const char* reference, Theirs* theirs, Call call, double limit = 1.3) {
+    compare(
+        label, sample().windows, [=, f = called(ours)](char* dst, const Text& text) { return call(f, dst, text); },
+        reference, [=, f = called(theirs)](char* dst, const Text& text) { return call(f, dst, text); }, limit);
 }
 
 void registerStrings() {
     using namespace calls;
     using Find = const char*(const char*, int);
-    measurePair("dbcs_strlen", dbcs_strlen, "strlen", std::strlen, length);
-    measurePair("dbcs_strcpy", dbcs_strcpy, "strcpy", std::strcpy, copy);
-    measurePair("dbcs_strcat", dbcs_strcat, "strcat", std::strcat, append);
-    measurePair("dbcs_strncpy", dbcs_strncpy, "strncpy", std::strncpy, copyBounded);
-    measurePair<char*(const char*, int), Find>("dbcs_strchr", dbcs_strchr, "strchr", std::strchr, find);
-    measurePair<char*(const char*, int), Find>("dbcs_strrchr", dbcs_strrchr, "strrchr", std::strrchr, find);
-    measurePair("dbcs_strcmp", dbcs_strcmp, "strcmp", std::strcmp, compare);
-    measurePair("dbcs_stricmp", dbcs_stricmp, "strcasecmp", strcasecmp, compare);
-    measurePair("dbcs_stricmp, other case", dbcs_stricmp, "strcasecmp, other case", strcasecmp, compareCase);
+    comparePair("dbcs_strlen", dbcs_strlen, "strlen", std::strlen, length);
+    comparePair("dbcs_strcpy", dbcs_strcpy, "strcpy", std::strcpy, copy);
+    comparePair("dbcs_strcat", dbcs_strcat, "strcat", std::strcat, append);
+    comparePair("dbcs_strncpy", dbcs_strncpy, "strncpy", std::strncpy, copyBounded);
+    comparePair<char*(const char*, int), Find>("dbcs_strchr", dbcs_strchr, "strchr", std::strchr, find);
+    comparePair<char*(const char*, int), Find>("dbcs_strrchr", dbcs_strrchr, "strrchr", std::strrchr, find);
+    comparePair("dbcs_strcmp", dbcs_strcmp, "strcmp", std::strcmp, calls::compare);
     // C itself has no comparison without case. The vendor's, written for vector units, reads past terminators, which is
     // the vendor's privilege; it is there to be seen.
-    measureEach("tolower loop", sample().windows.each,
-                [=](char* dst, const Text& text) { return compare(bare::compareByTolower, dst, text); });
-    measureEach("tolower loop, other case", sample().windows.each,
-                [=](char* dst, const Text& text) { return compareCase(bare::compareByTolower, dst, text); });
+    const auto loopBeside = [](const char* label, const char* reference, auto call) {
+        measureEach(reference, sample().windows.each,
+                    [=](char* dst, const Text& text) { return call(bare::compareByTolower, dst, text); });
+        rows().push_back({label, reference, 1.3});
+    };
+    comparePair("dbcs_stricmp", dbcs_stricmp, "strcasecmp", strcasecmp, calls::compare, kNoLimit);
+    loopBeside("dbcs_stricmp", "tolower loop", calls::compare);
+    comparePair("dbcs_stricmp, other case", dbcs_stricmp, "strcasecmp, other case", strcasecmp, compareCase, kNoLimit);
+    loopBeside("dbcs_stricmp, other case", "tolower loop, other case", compareCase);
+    comparePair("dbcs_strupr", dbcs_strupr, "toupper loop, in place", bare::upper, inPlace);
+    comparePair("dbcs_strlwr", dbcs_strlwr, "tolower loop, in place", bare::lower, inPlace);
+    comparePair("BufStrCpy", BufStrCpy, "memccpy", bare::copyUpTo, copyBounded);
+    comparePair("BufStrCpy, cut", BufStrCpy, "memccpy, cut", bare::copyUpTo, copyCut);
+    comparePair("dbcs_prevchar", dbcs_prevchar, "a pointer less one", bare::previous, previous, kNoLimit);
+    comparePair("dbcs_trunc", dbcs_trunc, "strnlen", bare::truncated, cut, kNoLimit);
+    comparePair("isdbchar of each byte", isdbchar, "isalpha of each byte", bare::isLetter, ofEachByte, kNoLimit);
 }
 
 }  // namespace
@@ -186,27 +224,7 @@ void registerStrings() {
 int main(int argc, char** argv) {
     DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
     registerTranslation();
+    registerOtherForms();
     registerStrings();
-    return runAndPrint(argc, argv,
-                       {{"AFPtoOSCopy", "bare loop to Windows", 1.25},
-                        {"AFPtoOSCopy", "iconv to Windows", 0.2},
-#ifdef TAMRIX_BENCH_ICU
-                        {"AFPtoOSCopy", "ICU to Windows", kNoLimit},
-#endif
-                        {"OStoAFPCopy", "bare loop to Macintosh", 1.25},
-                        {"OStoAFPCopy", "iconv to Macintosh", 0.2},
-#ifdef TAMRIX_BENCH_ICU
-                        {"OStoAFPCopy", "ICU to Macintosh", kNoLimit},
-#endif
-                        {"dbcs_strlen", "strlen", 1.3},
-                        {"dbcs_strcpy", "strcpy", 1.3},
-                        {"dbcs_strcat", "strcat", 1.3},
-                        {"dbcs_strncpy", "strncpy", 1.3},
-                        {"dbcs_strchr", "strchr", 1.3},
-                        {"dbcs_strrchr", "strrchr", 1.3},
-                        {"dbcs_strcmp", "strcmp", 1.3},
-                        {"dbcs_stricmp", "strcasecmp", kNoLimit},
-                        {"dbcs_stricmp", "tolower loop", 1.3},
-                        {"dbcs_stricmp, other case", "strcasecmp, other case", kNoLimit},
-                        {"dbcs_stricmp, other case", "tolower loop, other case", 1.3}});
+    return runAndPrint(argc, argv, rows());
 }
