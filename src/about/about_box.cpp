@@ -151,12 +151,10 @@ int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARA
     if (message == WM_INITDIALOG) {
         SetWindowLongA(window, DWL_USER, static_cast<LONG>(lParam));
         auto* const box = reinterpret_cast<CAboutQuillonAppleTalk*>(lParam);
-        if (boxOf(window) == box) {
+        if (boxOf(window) == box)
             box->initDialog(window);
-        } else {  // nothing would reach the box that the window shows; it stays its owner's
-            SetWindowLongA(window, DWL_USER, 0);
+        else  // nothing would reach the box that the window shows; it stays its owner's
             box->modal ? EndDialog(window, 0) : DestroyWindow(window);
-        }
         return boxOf(window) ? 1 : 0;  // a window that is gone gets no focus
     }
     CAboutQuillonAppleTalk* const box = boxOf(window);
