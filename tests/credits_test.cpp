@@ -161,6 +161,7 @@ TEST(Perspective, GivesTheTenLinesOfAFrame) {
     for (const auto& line : lines) {
         SCOPED_TRACE(k++);
         ASSERT_TRUE(perspective.reaches(397));
+        EXPECT_EQ(perspective.isFar(), line.height <= 5) << "of eleven rows";
         for (int i = 0; i < kSlicesPerLine; ++i) {
             const Slice slice = perspective.nextSlice(i);
             EXPECT_THAT((std::array{slice.sourceTop, slice.sourceHeight, slice.x, slice.y, slice.width, slice.height}),

@@ -148,12 +148,72 @@ TEST_P(EachFormat, LeavesThePaddingBeforeTheControlsAsItIs) {
     EXPECT_THAT(buffer, ElementsAreArray(wanted));
 }
 
+TEST(DialogTemplate, TakesTheStandardFormatApart) {
+    const Bytes bytes = {
+        0xC0, 0x20, 0xC8, 0x90,                                                  // style, DS_SETFONT among it
+        0x01, 0x00, 0x02, 0x00,                                                  // extended style
+        0x01, 0x00,                                                              // controls
+        0xFE, 0xFF, 0x28, 0x00,                                                  // x -2, y 40
+        0xB4, 0x00, 0x52, 0x00,                                                  // 180 by 82
+        0xFF, 0xFF, 0x07, 0x00,                                                  // menu 7
+        0x00, 0x00,                                                              // the default class
+        0x48, 0x00, 0x69, 0x00, 0x00, 0x00,                                      // "Hi"
+        0x08, 0x00, 0x41, 0x00, 0x00, 0x00,                                      // 8 points, "A"
+        0x00, 0x00, 0x01, 0x50, 0x00, 0x00, 0x00, 0x00, 0x5C, 0x00, 0x3F, 0x00,  // a control on the next boundary
+        0x28, 0x00, 0x0E, 0x00, 0x01, 0x00, 0xFF, 0xFF, 0x80, 0x00, 0x00, 0x00,  // a button without a title
+        0x03, 0x00, 0x77,                                                        // one byte of creation data
+    };
+    CDialogTemplate dialog;
+    ASSERT_EQ(parsed(dialog, bytes, bytes.size()), 1);
+    EXPECT_EQ(dialog.style, 0x90C820C0U);
+    EXPECT_EQ(dialog.exStyle, 0x00020001U);
+    EXPECT_EQ(dialog.itemCount, 1);
+    EXPECT_THAT((std::vector{dialog.x, dialog.y, dialog.cx, dialog.cy}), testing::ElementsAre(-2, 40, 180, 82));
+    EXPECT_EQ(std::u16string(dialog.menu, dialog.menuLength), u"\xFFFF\x0007");
+    EXPECT_EQ(std::u16string(dialog.windowClass, dialog.classLength), std::u16string(1, u'\0'));
+    EXPECT_EQ(std::u16string(dialog.title), u"Hi");
+    EXPECT_NE(dialog.hasFont, 0U);
+    EXPECT_EQ(dialog.pointSize, 8);
+    EXPECT_EQ(std::u16string(dialog.faceName), u"A");
+    EXPECT_THAT(Bytes(dialog.items, dialog.items + dialog.itemsSize),
+                ElementsAreArray(bytes.begin() + 36, bytes.end()));
+    EXPECT_THAT(written(dialog), ElementsAreArray(bytes));
+}
+
 TEST(DialogTemplate, EndsARecordInsideItsWordWhenTheDataCountsOneByte) {
     Bytes bytes = BuiltTemplate{.items = {{kButton, u"", {}}}}.bytes();
     bytes[bytes.size() - 2] = 1;
     CDialogTemplate dialog;
     ASSERT_EQ(parsed(dialog, bytes, bytes.size()), 1);
     EXPECT_EQ(dialog.itemsSize, 25U) << "18 bytes, class ordinal, empty title and half a word";
+}
+
+TEST(DialogTemplateEx, TakesTheExtendedFormatApart) {
+    const Bytes bytes = {
+        0x01, 0x00, 0xFF, 0xFF,                                      // version, signature
+        0x9A, 0x01, 0x00, 0x00,                                      // help id 410
+        0x00, 0x04, 0x00, 0x00,                                      // extended style first
+        0x48, 0x00, 0xC8, 0x80,                                      // style
+        0x01, 0x00,                                                  // controls
+        0x01, 0x00, 0x02, 0x00, 0x03, 0x00, 0x04, 0x00,              // place and size
+        0x00, 0x00, 0x43, 0x00, 0x00, 0x00, 0x00, 0x00,              // no menu, class "C", no title
+        0x0A, 0x00, 0xBC, 0x02, 0x01, 0x80, 0x41, 0x00, 0x00, 0x00,  // 10 points, bold, italic, Shift-JIS, "A"
+        0x2C, 0x01, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x00, 0x01, 0x50,  // a control's help id and styles
+        0x05, 0x00, 0x06, 0x00, 0x07, 0x00, 0x08, 0x00, 0x70, 0x11, 0x01, 0x00,  // its place and 32-bit id
+        0x58, 0x00, 0x00, 0x00, 0xFF, 0xFF, 0x02, 0x00, 0x01, 0x00, 0x77,        // class "X", title 2, one byte of data
+    };
+    CDialogTemplateEx dialog;
+    ASSERT_EQ(parsed(dialog, bytes, bytes.size()), 1);
+    EXPECT_EQ(dialog.version, 1);
+    EXPECT_EQ(dialog.signature, 0xFFFF);
+    EXPECT_EQ(dialog.helpId, 410U);
+    EXPECT_EQ(dialog.exStyle, 0x400U);
+    EXPECT_EQ(dialog.style, 0x80C80048U);
+    EXPECT_EQ(dialog.weight, 700);
+    EXPECT_EQ(dialog.italicAndCharset, 0x8001);
+    EXPECT_EQ(std::u16string(dialog.windowClass, dialog.classLength), std::u16string(u"C\0", 2));
+    EXPECT_EQ(dialog.itemsSize, 35U);
+    EXPECT_THAT(written(dialog), ElementsAreArray(bytes));
 }
 
 TEST(FontChoice, GoesFromConfiguredToDefaultToWhatTheTemplateCarries) {

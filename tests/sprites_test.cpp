@@ -132,4 +132,31 @@ TEST_F(Sprites, PlayersEmergeAndPlayInPlace) {
     EXPECT_EQ(walk.kind, WalkerKind::inactive);
 }
 
+/// The platform's generator, seeded like this for a repeatable run.
+std::uint32_t seed = 1;
+int generated() {
+    seed = seed * 214013u + 2531011u;
+    return static_cast<int>(seed >> 16 & 0x7FFF);
+}
+
+TEST_F(Sprites, KeepToTheirFramesAndPlacesForLong) {
+    Placement flyer;
+    Velocity velocity;
+    placeFlyer(flyer, velocity, generated);
+    Placement walker;
+    Walk walk;
+    int lowest = 0, drawn = 0;
+    for (int i = 0; i < 100000; ++i) {
+        moveFlyer(flyer, velocity, generated);
+        ASSERT_TRUE(flyer.frame >= 0 && flyer.frame < kFlyerFrames);
+        lowest = std::max(lowest, flyer.y);
+        if (!moveWalker(walker, walk, generated)) continue;
+        ++drawn;
+        ASSERT_TRUE(walker.frame >= 0 && walker.frame < kWalkerFrames);
+        ASSERT_TRUE(walkerRow(walk) >= 0 && walkerRow(walk) < kWalkerRows);
+    }
+    EXPECT_LE(lowest + 32, 194) << "flyers stay in the picture area, clear of the band below";
+    EXPECT_GT(drawn, 10000);
+}
+
 }  // namespace
