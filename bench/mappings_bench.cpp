@@ -10,6 +10,7 @@
 #include "frame/entry.h"
 #include "frame/settings.h"
 #include "measure.h"
+#include "registry/unique_key.h"
 #include "tamrix32/extmap.h"
 #include "tamrix32/registry.h"
 
@@ -17,7 +18,6 @@ namespace {
 
 constexpr int kKeys = 20000;
 constexpr int kMappings = 1000;
-constexpr REGSAM kAccess = 0x1001F;
 
 char type[] = "TEXT";
 char creator[] = "ttxt";
@@ -42,7 +42,7 @@ SExtensionMap mappingOf(const std::string& extension) {
 
 HKEY opened(HKEY root, const char* path) {
     HKEY key = nullptr;
-    RegOpenKeyExA(root, path, 0, kAccess, &key);
+    RegOpenKeyExA(root, path, 0, tamrix::kKeyAccess, &key);
     return key;
 }
 
@@ -102,8 +102,8 @@ HKEY bareCreated(const std::string& name) {
     char keyClass[] = "key";
     DWORD disposition;
     HKEY key = nullptr;
-    RegCreateKeyExA(HKEY_CLASSES_ROOT, name.c_str(), 0, keyClass, REG_OPTION_NON_VOLATILE, kAccess, nullptr, &key,
-                    &disposition);
+    RegCreateKeyExA(HKEY_CLASSES_ROOT, name.c_str(), 0, keyClass, REG_OPTION_NON_VOLATILE, tamrix::kKeyAccess, nullptr,
+                    &key, &disposition);
     return key;
 }
 
