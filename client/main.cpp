@@ -1,7 +1,7 @@
 // The tamrix command: finds the command in the tables, reads its line, starts the library and runs it.
 #include "client/command.h"
 #include "client/output.h"
-#include "client/platform.h"
+#include "client/system/startup.h"
 
 namespace tamrix::client {
 namespace {

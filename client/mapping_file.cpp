@@ -1,4 +1,4 @@
-#include "mapping_file.h"
+#include "client/mapping_file.h"
 
 #include <windows.h>
 
@@ -7,7 +7,7 @@
 
 #include "tamrix32/strings.h"
 
-namespace tamrix {
+namespace tamrix::client {
 namespace {
 
 constexpr std::size_t kMostFields = 4;
@@ -234,4 +234,4 @@ std::string writeMappings(std::span<const Mapping> mappings) {
     return text;
 }
 
-}  // namespace tamrix
+}  // namespace tamrix::client

@@ -17,7 +17,7 @@
 #include <string_view>
 #include <vector>
 
-namespace tamrix {
+namespace tamrix::client {
 
 /// A mapping as the store can hold it: no string has a zero byte.
 struct Mapping {
@@ -49,4 +49,4 @@ MappingFile parseMappings(std::string_view text);
 /// Writes one line a mapping; parseMappings gives back what was written.
 std::string writeMappings(std::span<const Mapping> mappings);
 
-}  // namespace tamrix
+}  // namespace tamrix::client

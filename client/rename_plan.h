@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "client/platform.h"
+#include "client/system/folders.h"
 
 namespace tamrix::client {
 

@@ -1,6 +1,6 @@
 #include "client/text.h"
 
-#include "client/platform.h"
+#include "client/system/encodings.h"
 
 namespace tamrix::client {
 

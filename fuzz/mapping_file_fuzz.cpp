@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <cstdlib>
 
-#include "../client/mapping_file.h"
+#include "client/mapping_file.h"
 
 namespace {
 
@@ -16,15 +16,15 @@ void require(bool holds) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view text(reinterpret_cast<const char*>(data), size);
-    const tamrix::MappingFile file = tamrix::parseMappings(text);
+    const tamrix::client::MappingFile file = tamrix::client::parseMappings(text);
     if (file.error) {
         const auto lines = static_cast<std::size_t>(std::count(text.begin(), text.end(), '\n')) + 1;
         require(file.mappings.empty() && file.error->line >= 1 && file.error->line <= lines);
         return 0;
     }
-    const std::string written = tamrix::writeMappings(file.mappings);
+    const std::string written = tamrix::client::writeMappings(file.mappings);
     for (const char byte : written) require(byte == '\t' || byte == '\n' || (byte >= ' ' && byte <= '~'));
-    const tamrix::MappingFile again = tamrix::parseMappings(written);
+    const tamrix::client::MappingFile again = tamrix::client::parseMappings(written);
     require(!again.error && again.mappings == file.mappings);
     return 0;
 }

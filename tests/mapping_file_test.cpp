@@ -1,5 +1,5 @@
 // The text form of mappings: what a reader sees, what comes back, and which line is blamed.
-#include "../client/mapping_file.h"
+#include "client/mapping_file.h"
 
 #include <gmock/gmock.h>
 
@@ -9,7 +9,7 @@
 
 #include "code_pages.h"
 
-namespace tamrix {
+namespace tamrix::client {
 
 void PrintTo(const Mapping& mapping, std::ostream* out) {
     *out << writeMappings({&mapping, 1});
@@ -124,4 +124,4 @@ TEST(MappingFile, AnyBytesComeBack) {
 }
 
 }  // namespace
-}  // namespace tamrix
+}  // namespace tamrix::client

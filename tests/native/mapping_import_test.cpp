@@ -10,7 +10,6 @@
 namespace {
 
 using namespace tamrix::client;
-using tamrix::Mapping;
 using MappingImport = extmap_store::StoreTest;
 
 TEST_F(MappingImport, IsAllOrNothingWhicheverCallFails) {

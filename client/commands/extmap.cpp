@@ -1,9 +1,10 @@
 // tamrix extmap: which Macintosh type and creator belong to a file-name extension.
 #include "client/command.h"
 #include "client/mapping_import.h"
-#include "client/mapping_output.h"
 #include "client/mapping_store.h"
-#include "client/platform.h"
+#include "client/mapping_text.h"
+#include "client/system/encodings.h"
+#include "client/system/startup.h"
 
 namespace tamrix::client {
 namespace {

@@ -3,9 +3,10 @@
 
 #include "client/command.h"
 #include "client/mapping_import.h"
-#include "client/mapping_output.h"
 #include "client/mapping_store.h"
-#include "client/platform.h"
+#include "client/mapping_text.h"
+#include "client/system/startup.h"
+#include "client/system/whole_file.h"
 
 namespace tamrix::client {
 namespace {

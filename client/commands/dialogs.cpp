@@ -1,8 +1,9 @@
 // tamrix edit, browse, dialog and about: the library's dialogs.
+#include "client/system/dialogs.h"
+
 #include "client/command.h"
-#include "client/dialog_actions.h"
-#include "client/mapping_output.h"
-#include "client/platform.h"
+#include "client/mapping_text.h"
+#include "client/system/encodings.h"
 
 namespace tamrix::client {
 namespace {

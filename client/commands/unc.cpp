@@ -1,7 +1,7 @@
 // tamrix unc: paths of AppleTalk servers and printers, joined from and split into their parts.
 #include "client/command.h"
 #include "client/output.h"
-#include "client/platform.h"
+#include "client/system/encodings.h"
 #include "tamrix32/macnames.h"
 
 namespace tamrix::client {

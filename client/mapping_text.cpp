@@ -1,6 +1,6 @@
-#include "client/mapping_output.h"
+#include "client/mapping_text.h"
 
-#include "client/platform.h"
+#include "client/system/encodings.h"
 #include "tamrix32/strings.h"
 
 namespace tamrix::client {

@@ -1,4 +1,4 @@
-// The library's dialogs, shown on a desktop. dialog_actions_windows.cpp implements them; natively there is none, and
+// The library's dialogs, shown on a desktop. dialogs_windows.cpp implements them; natively there is none, and
 // every action says so. Results are exit statuses; complaints have been made.
 #pragma once
 

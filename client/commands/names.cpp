@@ -4,7 +4,7 @@
 #include "client/command.h"
 #include "client/name_check.h"
 #include "client/output.h"
-#include "client/platform.h"
+#include "client/system/encodings.h"
 
 namespace tamrix::client {
 namespace {

@@ -1,7 +1,7 @@
 // Natively there is no desktop to show a dialog on.
 #include "client/command.h"
-#include "client/dialog_actions.h"
 #include "client/output.h"
+#include "client/system/dialogs.h"
 
 namespace tamrix::client {
 namespace {

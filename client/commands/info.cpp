@@ -4,7 +4,7 @@
 #include "client/command.h"
 #include "client/library_names.h"
 #include "client/output.h"
-#include "client/platform.h"
+#include "client/system/startup.h"
 #include "tamrix32/registry.h"
 
 namespace tamrix::client {

@@ -4,9 +4,9 @@
 #include <windows.h>
 
 #include "client/command.h"
-#include "client/dialog_actions.h"
 #include "client/output.h"
 #include "client/resource_ids.h"
+#include "client/system/dialogs.h"
 #include "client/text.h"
 #include "tamrix32/about.h"
 #include "tamrix32/browse.h"

@@ -1,0 +1,10 @@
+// The system's reason for the last call that failed. error_text_windows.cpp and error_text_native.cpp implement it.
+#pragma once
+
+#include <string>
+
+namespace tamrix::client {
+
+std::string errorText();
+
+}  // namespace tamrix::client

@@ -1,0 +1,31 @@
+#include <windows.h>
+
+#include "client/output.h"
+#include "client/system/error_text.h"
+
+namespace tamrix::client {
+
+std::string errorText() {
+    const DWORD error = GetLastError();
+    switch (error) {
+        case ERROR_FILE_NOT_FOUND:
+        case ERROR_PATH_NOT_FOUND:
+            return "no such folder or file";
+        case ERROR_DIRECTORY:
+            return "not a folder";
+        case ERROR_ACCESS_DENIED:
+            return "access denied";
+        case ERROR_ALREADY_EXISTS:
+        case ERROR_FILE_EXISTS:
+            return "collision: the name is taken";
+        case ERROR_SHARING_VIOLATION:
+            return "another program uses it";
+        case ERROR_DISK_FULL:
+        case ERROR_HANDLE_DISK_FULL:
+            return "the disk is full";
+        default:
+            return "Windows error " + decimal(static_cast<long>(error));
+    }
+}
+
+}  // namespace tamrix::client

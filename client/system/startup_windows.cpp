@@ -1,0 +1,60 @@
+// The shipped EXE: the loader starts the DLL, and the system keeps the mappings.
+#include <fcntl.h>
+#include <io.h>
+#include <stdio.h>
+#include <string.h>
+#include <windows.h>
+
+#include "client/system/startup.h"
+#include "client/text.h"
+
+namespace tamrix::client {
+namespace {
+
+constexpr UINT kMacRoman = 10000;
+
+/// The library's section of two counters that all processes share, found through the headers of the loaded module.
+const long* sharedCounters() {
+    const auto* base = reinterpret_cast<const unsigned char*>(GetModuleHandleA("Tamrix32.dll"));
+    if (!base) return nullptr;
+    const auto* dos = reinterpret_cast<const IMAGE_DOS_HEADER*>(base);
+    const auto* headers = reinterpret_cast<const IMAGE_NT_HEADERS32*>(base + dos->e_lfanew);
+    const IMAGE_SECTION_HEADER* section = IMAGE_FIRST_SECTION(headers);
+    for (int left = headers->FileHeader.NumberOfSections; left > 0; --left, ++section)
+        if (memcmp(section->Name, ".shared", sizeof ".shared") == 0)
+            return reinterpret_cast<const long*>(base + section->VirtualAddress);
+    return nullptr;
+}
+
+}  // namespace
+
+std::span<const Option> platformOptions() {
+    return {};
+}
+
+void makeStreamsBinary() {
+    _setmode(_fileno(stdin), _O_BINARY);
+    _setmode(_fileno(stdout), _O_BINARY);
+    _setmode(_fileno(stderr), _O_BINARY);
+}
+
+bool startLibrary(const Arguments&, bool, std::string& reason) {
+    WCHAR letter;
+    if (!textIsUtf8 || MultiByteToWideChar(kMacRoman, 0, "a", 1, &letter, 1) == 1) return true;
+    reason = "--text: this system lacks code page 10000, Mac Roman";
+    return false;
+}
+
+bool keepMappings(std::string&) {
+    return true;
+}
+
+bool readCounters(long& processes, long& threads) {
+    const long* counters = sharedCounters();
+    if (!counters) return false;
+    processes = counters[0];
+    threads = counters[1];
+    return true;
+}
+
+}  // namespace tamrix::client
