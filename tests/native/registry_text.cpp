@@ -1,0 +1,7 @@
+#include "registry_text.h"
+
+#include <standin.h>
+
+void testing_support::emptyRegistry() {
+    standin::clearRegistry();
+}

@@ -1,0 +1,61 @@
+// A registry of the test's own, and its whole content as text: what is stored, what is left, what was not touched.
+#pragma once
+
+#include <windows.h>
+
+#include <map>
+#include <string>
+#include <string_view>
+
+namespace testing_support {
+
+/// Everything below some keys, a line for each key ("CLASSES\.txt", with nothing beside it) and for each value
+/// ("CLASSES\.txt|Mac Type", with its type's number, a colon and its bytes beside it).
+using RegistryText = std::map<std::string, std::string>;
+
+/// Takes away everything below HKEY_CLASSES_ROOT, HKEY_CURRENT_USER and HKEY_LOCAL_MACHINE. On the real platform these
+/// are from the first call on keys that no other process sees; the process's own registry is not touched.
+void emptyRegistry();
+
+/// Stores bytes as they are, in a key that is made where it is missing. What follows them in memory is no zero, which
+/// newer systems would add to a string.
+inline bool givenValue(HKEY root, const std::string& path, const char* name, DWORD type, std::string_view bytes) {
+    HKEY key = nullptr;
+    if (RegCreateKeyA(root, path.c_str(), &key) != ERROR_SUCCESS) return false;
+    const std::string guarded = std::string(bytes) + "guard";
+    const LONG result = RegSetValueExA(key, name, 0, type, reinterpret_cast<const BYTE*>(guarded.data()),
+                                       static_cast<DWORD>(bytes.size()));
+    RegCloseKey(key);
+    return result == ERROR_SUCCESS;
+}
+
+inline void addText(RegistryText& text, HKEY key, const std::string& path) {
+    static char name[16384], data[65536];
+    DWORD nameSize = sizeof name, type = 0, size = sizeof data;
+    for (DWORD i = 0;
+         RegEnumValueA(key, i, name, &nameSize, nullptr, &type, reinterpret_cast<BYTE*>(data), &size) == ERROR_SUCCESS;
+         ++i) {
+        text[path + '|' + name] = std::to_string(type) + ':' + std::string(data, size);
+        nameSize = sizeof name;
+        size = sizeof data;
+    }
+    for (DWORD i = 0; RegEnumKeyA(key, i, name, sizeof name) == ERROR_SUCCESS; ++i) {
+        const std::string below = path + '\\' + name;
+        HKEY child = nullptr;
+        const bool isOpen = RegOpenKeyExA(key, name, 0, KEY_READ, &child) == ERROR_SUCCESS;
+        text[below] = isOpen ? "" : "can't be opened";
+        if (isOpen) addText(text, child, below);
+        RegCloseKey(child);
+    }
+}
+
+/// The whole content of the three roots.
+inline RegistryText registryText() {
+    RegistryText text;
+    addText(text, HKEY_CLASSES_ROOT, "CLASSES");
+    addText(text, HKEY_CURRENT_USER, "USER");
+    addText(text, HKEY_LOCAL_MACHINE, "MACHINE");
+    return text;
+}
+
+}  // namespace testing_support
