@@ -1,31 +1,32 @@
 #include "dialogs/mapping_lines.h"
 
+#include <algorithm>
 #include <cstring>
 #include <initializer_list>
 #include <new>
+#include <string_view>
+#include <utility>
 
 #include "extmap/store_layout.h"
-#include "tamrix32/strings.h"
 
 namespace tamrix {
 namespace {
 
 constexpr int kLongestTypedExtension = 15;
 
-/// Three strings in one; null parts are empty.
-OwnedText joined(const char* first, const char* second, const char* third) {
-    const int length = dbcs_strlen(first) + dbcs_strlen(second) + dbcs_strlen(third);
-    OwnedText text(new (std::nothrow) char[static_cast<std::size_t>(length) + 1]);
+OwnedText joined(std::string_view first, std::string_view second, std::string_view third) {
+    OwnedText text(new (std::nothrow) char[first.size() + second.size() + third.size() + 1]);
     if (!text) return text;
-    text[0] = '\0';
-    for (const char* part : {first, second, third}) dbcs_strcat(text.get(), part);
+    char* end = text.get();
+    for (const std::string_view part : {first, second, third}) end = std::ranges::copy(part, end).out;
+    *end = '\0';
     return text;
 }
 
 }  // namespace
 
 OwnedText joinedLine(const char* extension, const char* comment) {
-    return joined(extension, comment ? "\t" : "", comment);
+    return comment ? joined(extension, "\t", comment) : copiedText(extension);
 }
 
 OwnedText dottedExtension(const char* typed) {
