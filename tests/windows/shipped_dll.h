@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
+#include <algorithm>
 #include <cstring>
 #include <stdexcept>
 #include <string>
@@ -32,21 +33,18 @@ Result member(const char* name, void* object, Arguments... arguments) {
     return function<Member>(name)(object, arguments...);
 }
 
-/// Storage for one object, with guard bytes behind it that construction and use must leave alone.
+/// Storage for one object, and guard bytes after it that construction and use must leave alone.
 template <std::size_t size>
 struct Storage {
     alignas(8) unsigned char bytes[size + 16];
     Storage() { std::memset(bytes, 0xA5, sizeof bytes); }
+    ~Storage() { EXPECT_EQ(std::count(bytes + size, bytes + sizeof bytes, 0xA5), 16); }
     operator void*() { return bytes; }
     template <typename Field>
     Field& at(std::size_t offset) {
         return *reinterpret_cast<Field*>(bytes + offset);
     }
-    bool guardIntact() const {
-        for (std::size_t i = size; i < sizeof bytes; ++i)
-            if (bytes[i] != 0xA5) return false;
-        return true;
-    }
+    bool guardIntact() const { return std::count(bytes + size, bytes + sizeof bytes, 0xA5) == 16; }
 };
 
 /// One virtual slot of an object.
@@ -55,16 +53,17 @@ Function* slot(void* object, int index) {
     return reinterpret_cast<Function*>((*static_cast<void***>(object))[index]);
 }
 
+/// What the linker wrote at the start of the DLL.
+inline const IMAGE_NT_HEADERS* headers() {
+    auto* base = reinterpret_cast<unsigned char*>(dll());
+    return reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
+}
+
 /// The two counters, found as the section that the DLL shares among all processes: processes, threads.
 inline volatile LONG* sharedCounters() {
-    auto* base = reinterpret_cast<unsigned char*>(dll());
-    const auto* headers =
-        reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
-    const IMAGE_SECTION_HEADER* section = IMAGE_FIRST_SECTION(headers);
-    for (int i = 0; i < headers->FileHeader.NumberOfSections; ++i)
-        if (section[i].Characteristics & IMAGE_SCN_MEM_SHARED)
-            return reinterpret_cast<volatile LONG*>(base + section[i].VirtualAddress);
-    return nullptr;
+    const IMAGE_SECTION_HEADER* section = IMAGE_FIRST_SECTION(headers());
+    while (!(section->Characteristics & IMAGE_SCN_MEM_SHARED)) ++section;
+    return reinterpret_cast<volatile LONG*>(reinterpret_cast<unsigned char*>(dll()) + section->VirtualAddress);
 }
 
 }  // namespace shipped
