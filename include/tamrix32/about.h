@@ -22,8 +22,8 @@ public:
     CCustomResource(void* module, char* name, char* type);
     /// Copies the locks with the rest: copy unlocked objects only.
     /// @{
-    CCustomResource(const CCustomResource&) = default;
-    CCustomResource& operator=(const CCustomResource&) = default;
+    CCustomResource(const CCustomResource&) TAMRIX_DEFAULTED;
+    CCustomResource& operator=(const CCustomResource&) TAMRIX_DEFAULTED;
     /// @}
     /// Releases what is still locked.
     virtual ~CCustomResource();
@@ -66,8 +66,8 @@ public:
     ~AutoCustomResource();
     /// Copies the reference and locks nothing, while each copy's destructor unlocks.
     /// @{
-    AutoCustomResource(const AutoCustomResource&) = default;
-    AutoCustomResource& operator=(const AutoCustomResource&) = default;
+    AutoCustomResource(const AutoCustomResource&) TAMRIX_DEFAULTED;
+    AutoCustomResource& operator=(const AutoCustomResource&) TAMRIX_DEFAULTED;
     /// @}
 
 private:
@@ -84,7 +84,7 @@ class CWalkingSprite;
 class TAMRIX_CLASS CAboutQuillonAppleTalk {
 public:
     /// The credits are the "TEXT" resource `textId` (0 means 1, low 16 bits count) of `module` (null: the library).
-    CAboutQuillonAppleTalk(int textId = 0, void* module = nullptr);
+    CAboutQuillonAppleTalk(int textId = 0, void* module = 0);
     /// Takes a window that is still open along.
     virtual ~CAboutQuillonAppleTalk();
     /// Shows the box; modally when `modal` is nonzero. Does nothing when the box could not be built.
@@ -96,8 +96,8 @@ public:
     /// The dialog procedure.
     static int CALLBACK dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
 
-    CAboutQuillonAppleTalk(const CAboutQuillonAppleTalk&) = delete;
-    CAboutQuillonAppleTalk& operator=(const CAboutQuillonAppleTalk&) = delete;
+    CAboutQuillonAppleTalk(const CAboutQuillonAppleTalk&) TAMRIX_DELETED;
+    CAboutQuillonAppleTalk& operator=(const CAboutQuillonAppleTalk&) TAMRIX_DELETED;
 
 protected:
     /// Composes the next frame into the frame bitmap.

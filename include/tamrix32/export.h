@@ -23,4 +23,26 @@
 #define TAMRIX_FUNCTION TAMRIX_IMPORT
 #endif
 
+// What C++98 cannot say. Without "= default" and "= delete" a member is declared only: the former are imported like all
+// others, the latter leave the linker to complain.
+#if defined(__cplusplus) && __cplusplus >= 201103L
+#define TAMRIX_DEFAULTED = default
+#define TAMRIX_DELETED = delete
+#define TAMRIX_INT_ENUM : int
+#else
+#define TAMRIX_DEFAULTED
+#define TAMRIX_DELETED
+#define TAMRIX_INT_ENUM
+#endif
+#if defined(__cplusplus) && __cplusplus >= 201703L
+#define TAMRIX_MAYBE_UNUSED [[maybe_unused]]
+#else
+#define TAMRIX_MAYBE_UNUSED
+#endif
+
+// A compiler with a C++ decoration of its own finds no exported constructor, so the plain record brings it along.
+#if !defined(TAMRIX_STATIC) && !defined(TAMRIX_EXPORTS) && !defined(_MSC_VER)
+#define TAMRIX_INLINE_RECORD
+#endif
+
 #endif

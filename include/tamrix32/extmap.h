@@ -12,18 +12,22 @@
 
 /// One mapping. The record owns nothing: all buffers are the caller's. Set every field to zero to begin with (C++
 /// does).
-#ifdef __cplusplus
+#if defined(TAMRIX_INLINE_RECORD) && defined(__cplusplus)
+struct SExtensionMap
+#elif defined(__cplusplus)
 struct TAMRIX_CLASS SExtensionMap
 #else
 typedef struct SExtensionMap
 #endif
 {
-#ifdef __cplusplus
+#if defined(TAMRIX_INLINE_RECORD) && defined(__cplusplus)
+    SExtensionMap() : index(0), extension(0), type(0), creator(0), comment(0), extensionSize(0), commentSize(0) {}
+#elif defined(__cplusplus)
     SExtensionMap();
     /// Copies the pointers, not the buffers.
     /// @{
-    SExtensionMap(const SExtensionMap&) = default;
-    SExtensionMap& operator=(const SExtensionMap&) = default;
+    SExtensionMap(const SExtensionMap&) TAMRIX_DEFAULTED;
+    SExtensionMap& operator=(const SExtensionMap&) TAMRIX_DEFAULTED;
     /// @}
 #endif
     unsigned int index;  ///< position of an enumeration; 0 starts it
@@ -104,19 +108,19 @@ public:
     void SetComment(char* comment);
     /// @}
 
-    CExtensionMap(const CExtensionMap&) = delete;
-    CExtensionMap& operator=(const CExtensionMap&) = delete;
+    CExtensionMap(const CExtensionMap&) TAMRIX_DELETED;
+    CExtensionMap& operator=(const CExtensionMap&) TAMRIX_DELETED;
 
 private:
     friend struct ExtensionMapLayout;
     // The fields of SExtensionMap, in its order; those that a cursor has no use for are always 0.
-    [[maybe_unused]] unsigned int index;
+    TAMRIX_MAYBE_UNUSED unsigned int index;
     char* extension;
     char* type;
     char* creator;
     char* comment;
-    [[maybe_unused]] int extensionSize;
-    [[maybe_unused]] unsigned int commentSize;
+    TAMRIX_MAYBE_UNUSED int extensionSize;
+    TAMRIX_MAYBE_UNUSED unsigned int commentSize;
     // Both held during a pass only.
     RegKey* rootKey;
     RegKey* childKey;

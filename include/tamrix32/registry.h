@@ -17,7 +17,7 @@
 #include "tamrix32/export.h"
 
 /// The registry's own value type codes, carried through unchanged; those named here are the ones whose data is kept.
-enum RegValType : int { RegValString = REG_SZ, RegValBinary = REG_BINARY, RegValDword = REG_DWORD };
+enum RegValType TAMRIX_INT_ENUM { RegValString = REG_SZ, RegValBinary = REG_BINARY, RegValDword = REG_DWORD };
 
 /// One value as read from a key: name, type, data and the data's length.
 class TAMRIX_CLASS RegValue {
@@ -53,8 +53,8 @@ public:
     int BoolValue();
     ~RegValue();
 
-    RegValue(const RegValue&) = delete;
-    RegValue& operator=(const RegValue&) = delete;
+    RegValue(const RegValue&) TAMRIX_DELETED;
+    RegValue& operator=(const RegValue&) TAMRIX_DELETED;
 
 private:
     friend struct RegistryLayout;
@@ -130,8 +130,8 @@ public:
     char* SubKeyByName(const char* name, RegKey* child);
     ~RegKey();
 
-    RegKey(const RegKey&) = delete;
-    RegKey& operator=(const RegKey&) = delete;
+    RegKey(const RegKey&) TAMRIX_DELETED;
+    RegKey& operator=(const RegKey&) TAMRIX_DELETED;
 
 private:
     friend struct RegistryLayout;
