@@ -20,4 +20,6 @@ add_test(NAME client COMMAND ${Python3_EXECUTABLE} ${CMAKE_CURRENT_SOURCE_DIR}/c
 if(WIN32)
     set_property(TEST client PROPERTY ENVIRONMENT TAMRIX_PRESS_BUTTON=$<TARGET_FILE:press_button>)
 endif()
-tamrix_command_test(rest)
+foreach(part mappings rest)
+    tamrix_command_test(${part})
+endforeach()
