@@ -1,0 +1,9 @@
+# Everything with windows, through the shipped DLL.
+if(WIN32)
+    add_executable(shipped_windows windows/scenario.cpp windows/calls.cpp windows/registry_text.cpp
+                   windows/mapping_dialogs_test.cpp)
+    target_include_directories(shipped_windows PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
+    target_link_libraries(shipped_windows PRIVATE GTest::gmock)
+    target_compile_options(shipped_windows PRIVATE -Wall -Wextra)
+    add_test(NAME shipped_windows COMMAND shipped_windows Z:${TAMRIX_SHIPPED_DLL})
+endif()

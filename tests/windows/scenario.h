@@ -1,0 +1,40 @@
+// What a user does with one dialog or box of the shipped DLL, from its opening to its end, to be played once with full
+// assertions and then again and again with one call of the platform failing each time.
+#pragma once
+
+#include <gmock/gmock.h>
+
+#include <string>
+#include <vector>
+
+#include "windows/calls.h"
+#include "windows/shipped_dll.h"
+
+namespace scenarios {
+
+struct Scenario {
+    std::function<void()> run;  // opens what there is to see, and returns when all of it is closed
+    /// Deals with a dialog or message box when its modal loop waits for messages; in that loop's thread, once for each.
+    /// What this leaves open is cancelled.
+    std::function<void(HWND)> user = [](HWND) {};
+    /// What holds after a run whichever call has failed, beside what holds for all: everything taken is given back, no
+    /// window is left, no error of the processor or the platform occurs, every modal loop can be left.
+    std::function<void(const std::string& failing)> invariants = [](const std::string&) {};
+};
+
+/// What was seen while the scenario ran, in order: the full assertions are on this. Help that is asked for stands there
+/// as "help FILE COMMAND DATA"; no viewer starts.
+extern std::vector<std::string> noted;
+
+/// Plays a scenario and says how often each import was called.
+std::map<std::string, int> play(const Scenario& scenario, calls::Plan plan = {});
+/// Plays it once for each of its calls that can fail; on a screen with a palette only those that serve palettes.
+void sweep(const Scenario& scenario);
+
+/// What a click on a button or another choice sends.
+inline void command(HWND dialog, int control, int code = 0) {
+    SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(control, code), reinterpret_cast<LPARAM>(GetDlgItem(dialog, control)));
+}
+std::string textOf(HWND window);
+
+}  // namespace scenarios
