@@ -164,7 +164,7 @@ int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARA
             PAINTSTRUCT area;
             const HDC dc = BeginPaint(window, &area);
             box->paint(dc);
-            EndPaint(window, &area);
+            if (dc) EndPaint(window, &area);
             return 1;
         }
         case WM_TIMER:
