@@ -9,6 +9,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <vector>
 
 #include "strings/lead_bytes.h"
 
@@ -20,6 +21,10 @@ class Disagreement : public std::runtime_error {
 };
 
 inline void require(bool holds, const std::string& what) {
+    if (!holds) throw Disagreement(what);
+}
+/// The same without making a string of the text each time, for exhaustive runs.
+inline void require(bool holds, const char* what) {
     if (!holds) throw Disagreement(what);
 }
 
@@ -43,6 +48,40 @@ public:
 private:
     std::unique_ptr<char[]> bytes_;
 };
+
+/// A buffer of not one byte more than `size`.
+class Block {
+public:
+    explicit Block(std::size_t size) : size_(size), bytes_(new char[size]) { std::memset(bytes_.get(), '?', size); }
+    operator char*() const { return bytes_.get(); }
+    std::string bytes() const { return {bytes_.get(), size_}; }
+
+private:
+    std::size_t size_;
+    std::unique_ptr<char[]> bytes_;
+};
+
+/// The lead bytes of a code page as they are published.
+inline tamrix::LeadByteTable leadBytesOf(unsigned codePage) {
+    tamrix::LeadByteTable table{};
+    for (unsigned byte = 0x81; byte < 0xFF; ++byte) {
+        const bool katakana = (byte >= 0xA0 && byte <= 0xDF) || byte > 0xFC;
+        table.isLead[byte] = codePage == 932 ? !katakana : codePage == 936 || codePage == 949 || codePage == 950;
+        table.hasLeadBytes |= table.isLead[byte];
+    }
+    return table;
+}
+
+/// The characters of a string, each as its one or two bytes; a lone lead byte ends it.
+inline std::vector<std::string> charactersOf(const tamrix::LeadByteTable& leads, const std::string& text) {
+    std::vector<std::string> characters;
+    for (std::size_t i = 0; i < text.size(); i += characters.back().size()) {
+        const bool isDouble = leads.leads(text[i]);
+        if (isDouble && i + 1 == text.size()) break;
+        characters.push_back(text.substr(i, isDouble ? 2 : 1));
+    }
+    return characters;
+}
 
 /// An input taken apart into what a property needs; past its end everything is zero or empty.
 class Input {
