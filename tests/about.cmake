@@ -1,4 +1,7 @@
 # Custom resources and the about box.
+if(NOT WIN32)
+    tamrix_property(credits SOURCES about_plain_test.cpp INPUTS 10000)
+endif()
 if(WIN32)
     tamrix_suite(custom_resource
         SOURCES custom_resource_test.cpp windows/resource_fixture.cpp windows/test_resources.rc)

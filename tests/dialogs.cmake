@@ -1,5 +1,10 @@
 # Dialog templates and the mapping dialogs.
-tamrix_suite(dialog_template_test SOURCES dialog_template_test.cpp mapping_changes_test.cpp mapping_lines_test.cpp)
+if(NOT WIN32)
+    tamrix_property(templates SOURCES dialogs_plain_test.cpp INPUTS 10000)
+else()
+    tamrix_suite(dialog_font_test SOURCES windows/dialog_font_test.cpp windows/test_dialogs.rc)
+endif()
+tamrix_suite(dialog_template_test SOURCES dialog_template_test.cpp mapping_lines_test.cpp)
 if(WIN32)
     target_sources(dialog_template_test PRIVATE windows/template_loader_test.cpp windows/test_dialogs.rc
                    windows/allocations.cpp)

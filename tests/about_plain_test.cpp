@@ -1,0 +1,152 @@
+// What the about box does without a window: where its sprites go, how its credits travel, and when a resource is
+// loaded.
+#include <gmock/gmock.h>
+#include <standin.h>
+
+#include <map>
+#include <regex>
+#include <vector>
+
+#include "about/perspective.h"
+#include "about/sprites.h"
+#include "frame/global_memory.h"
+#include "tamrix32/about.h"
+
+namespace {
+
+using namespace tamrix;
+using testing::ElementsAre;
+
+/// A generator with the standard one's range that is the same in each run and logs what it gave.
+std::vector<int> drawn;
+int draw() {
+    static std::uint32_t state = 1;
+    state = state * 214013u + 2531011u;
+    drawn.push_back(static_cast<int>(state >> 16 & 0x7FFF));
+    return drawn.back();
+}
+
+TEST(Flyers, TurnAtTheirBordersFirstAndElseAtRandom) {
+    Placement free;
+    Velocity freely{3, 3};
+    drawn.clear();
+    placeFlyer(free, freely, draw);
+    EXPECT_THAT((std::vector{free.x, free.y, free.frame, freely.dx, freely.dy}),
+                ElementsAre(50 + drawn[0] % 256, 10 + drawn[1] % 64, 1, 0, 0));
+    for (int i = 0; i < 100000; ++i) {
+        const Placement before{draw() % 400, draw() % 120, draw() % 4};
+        const Velocity speed{draw() % 21 - 10, draw() % 21 - 14};
+        Placement at = before;
+        Velocity velocity = speed;
+        drawn.clear();
+        moveFlyer(at, velocity, draw);
+        const int chance = drawn.empty() ? 4 : drawn[0] % 16;
+        int turn = (before.frame + (chance < 4 ? 1 : chance < 12 ? 0 : 3)) % 4;
+        if (before.x > 380 || speed.dx > 7) turn = 0;
+        if (before.x < 5 || speed.dx < -7) turn = 2;
+        if (before.y > 100 || speed.dy > 5) turn = 1;
+        if (before.y < 5 || speed.dy < -10) turn = 3;
+        const int dx = speed.dx + std::vector{-1, 0, 1, 0}[turn], dy = speed.dy + std::vector{1, -1, 1, 2}[turn];
+        ASSERT_THAT((std::vector{at.frame, velocity.dx, velocity.dy, at.x, at.y}),
+                    ElementsAre(turn, dx, dy, before.x + dx, before.y + dy));
+        moveFlyer(free, freely, draw);
+        ASSERT_LE(free.y + 32, 194) << "clear of the band below the pictures";
+    }
+}
+
+// A frame of the text is what was drawn at random, the row and number of the icon, and whether it moved.
+TEST(Walkers, EmergeWalkOrPlayAndRetreatForLong) {
+    const std::regex life(
+        "z*(L00=01=02=03=04<05<(s03<04<05<)*l03<02=01=00="
+        "|R10=11=12=13=14>15>(s13>14>15>)*l13>12=11=10="
+        "|P00=01=02=03=20=21=22=23=24=25=)");
+    Placement at;
+    Walk walk;
+    std::string text;
+    std::map<char, int> seen;
+    for (int i = 0; i < 100000; ++i) {
+        drawn.clear();
+        int x = at.x;
+        const bool shown = moveWalker(at, walk, draw);
+        if (drawn.size() == 4) {
+            text += drawn[0] % 8 ? '?' : "LRP"[drawn[1] % 3];
+            x = 50 + drawn[2] % 256;
+            ASSERT_EQ(at.y, 245 + drawn[3] % 128);
+        } else if (!drawn.empty()) {
+            text += shown ? (drawn[0] % 4 ? 's' : 'l') : drawn[0] % 8 ? 'z' : '?';
+        }
+        if (shown) text += std::to_string(10 * walkerRow(walk) + at.frame + 100).substr(1) + "<?=?>"[at.x - x + 2];
+        if (shown || !drawn.empty()) continue;
+        ASSERT_TRUE(std::regex_match(text, life)) << text;
+        for (const char kind : text) ++seen[kind];
+        text.clear();
+    }
+    for (const char kind : {'L', 'R', 'P', 's', 'l', 'z'}) EXPECT_GT(seen[kind], 500) << kind;
+}
+
+TEST(Perspective, MakesEachLineLowerWiderAndTaller) {
+    Perspective perspective(411, 245, 33);
+    for (int line = 0; line < 10; ++line) {
+        ASSERT_TRUE(perspective.reaches(397)) << line;
+        EXPECT_EQ(perspective.isFar(), line < 5) << "less than half of eleven rows";
+        for (int i = 0; i < 3; ++i) {
+            const Slice slice = perspective.nextSlice(i);
+            const int width = 137 + 3 * line * (line + 1) + 2 * i, top = 245 + 3 * line * (line + 1) / 2;
+            EXPECT_THAT((std::vector{slice.sourceTop, slice.sourceHeight, slice.x, slice.y, slice.width, slice.height}),
+                        ElementsAre(11 * i, 11, (411 - width) / 2, top + i * (line + 1), width, line + 1));
+        }
+        perspective.endLine();
+    }
+    EXPECT_FALSE(perspective.reaches(397));
+    EXPECT_TRUE(Perspective(411, 245, 33).reaches(0)) << "the first line is drawn whatever room there is";
+    int picture = 0, topLine = 0;
+    for (int frame = 0; frame < 30; ++frame) {
+        EXPECT_EQ(picture, frame % 4);
+        EXPECT_EQ(topLine, frame / 2 % 7);
+        topLine = nextTopLine(topLine, 7, picture);
+        picture = nextPicture(picture);
+    }
+}
+
+/// The bytes of a copy, a zero for none; "-" where there is no copy.
+std::string copied(CCustomResource& resource) {
+    const GlobalBlock copy(resource.copyData());
+    return copy ? std::string(GlobalBlockLock(copy.get()).bytes(), GlobalSize(copy.get())) : "-";
+}
+
+TEST(CustomResource, IsLoadedWhileItIsLocked) {
+    const HINSTANCE module = standin::fakeModule(7);
+    char type[] = "TEXT", name[] = "named", missing[] = "missing";
+    const BYTE text[] = {'t', 'e', 'x', 't'};
+    standin::addResource(module, type, name, text);
+    standin::addResource(module, type, MAKEINTRESOURCEA(2), {});
+    const struct {
+        CCustomResource fresh;
+        std::string copy;
+    } rows[] = {{CCustomResource(module, name, type), "text"}, {CCustomResource(module, 0x10002, type), {'\0'}},
+                {CCustomResource(module, missing, type), "-"}, {CCustomResource(nullptr, name, type), "-"},
+                {CCustomResource(module, 0x10000, type), "-"}, {CCustomResource(module, name, nullptr), "-"}};
+    for (const auto& row : rows) {
+        CCustomResource resource = row.fresh;
+        const bool exists = row.copy != "-";
+        bool known = false;
+        for (int i = 0, locks = 0; i < 100; ++i) {
+            const int operation = draw() % 5;
+            if (operation < 2) locks += exists;
+            if (operation == 2 || operation == 3) locks -= locks > 0;
+            known |= exists && (operation < 2 || operation == 4);
+            EXPECT_TRUE(operation != 4 || copied(resource) == row.copy);
+            EXPECT_TRUE(operation == 4 || (operation < 2 ? resource.lock() : resource.unlock()) == (locks > 0));
+            EXPECT_EQ(resource.isLocked(), locks > 0);
+            EXPECT_EQ(resource.getAddress() != nullptr, locks > 0);
+            EXPECT_EQ(standin::lockedResources(), locks > 0);
+            EXPECT_EQ(resource.getSize(), known && row.copy == "text" ? 4 : 0);
+        }
+        resource.lock();
+        resource.lock();
+    }
+    EXPECT_EQ(standin::lockedResources(), 0u) << "each is given back at its end";
+    standin::clearResources();
+}
+
+}  // namespace

@@ -1,0 +1,108 @@
+// Dialog templates of both formats. Any bytes are parsed inside their block and written as they were read; a template
+// built from the published structures is refused at every cut, and is written with another font and size when asked.
+#pragma once
+
+#include "dialogs/dialog_template.h"
+#include "properties/property.h"
+
+namespace properties {
+
+inline std::string u16(unsigned value) {
+    return {static_cast<char>(value), static_cast<char>(value >> 8)};
+}
+
+/// A string, its bytes in the low or the high half of the units.
+inline std::string wide(const std::string& text, int shift = 0) {
+    std::string units;
+    for (const char letter : text) units += u16(static_cast<unsigned>(static_cast<unsigned char>(letter) << shift));
+    return units + u16(0);
+}
+
+/// A string, or an ordinal, which may be zero.
+inline std::string name(Input& input) {
+    const unsigned kind = input.byte();
+    return kind % 4 ? wide(input.text(5), kind % 2 * 8) : u16(0xFFFF) + u16(kind);
+}
+
+inline std::string aligned(std::string bytes) {
+    bytes.resize((bytes.size() + 3) / 4 * 4);
+    return bytes;
+}
+
+struct BuiltTemplate {
+    explicit BuiltTemplate(Input& input) : extended(input.byte() % 2), start(input.bytes(8)) {
+        start.resize(extended ? 8 : 4);  // the help id and the extended style, or that alone
+        for (const int part : {1, 2, 3}) names += part == 3 ? wide(input.text(9)) : name(input);
+        if (input.byte() % 2) setFont(input.byte(), input.text(4));
+        for (count = input.byte() % 4u; itemCount < count; ++itemCount) {
+            items = aligned(items) + std::string(extended ? 24 : 18, '\x5A') + name(input) + name(input);
+            const std::string data = input.bytes(7);
+            // In the standard format the size counts its own word unless there is nothing.
+            items += u16(static_cast<unsigned>(data.size()) + (extended || data.empty() ? 0 : 2)) + data;
+        }
+    }
+
+    void setFont(unsigned points, const std::string& face) {
+        font = u16(points) + (extended ? u16(700) + u16(0x0201) : "") + wide(face);
+    }
+
+    std::string bytes() const {
+        const std::string style = u16(font.empty() ? 0x2080 : 0x20C0) + u16(0x90C8);
+        std::string all = extended ? u16(1) + u16(0xFFFF) + start + style : style + start;
+        all += u16(itemCount) + u16(40) + u16(0xFFD8) + u16(cx) + u16(cy) + names + font;
+        return items.empty() ? all : aligned(all) + items;
+    }
+
+    bool extended;
+    std::string start, names, font, items;
+    unsigned count = 0, itemCount = 0, cx = 180, cy = 82;
+};
+
+/// Parses a block of exactly these bytes.
+struct Parsed {
+    explicit Parsed(const std::string& bytes) : block(new std::uint8_t[bytes.size()]) {
+        std::memcpy(block.get(), bytes.data(), bytes.size());
+        const bool extended = tamrix::marksExtended({block.get(), bytes.size()});
+        dialog.reset(extended ? new tamrix::CDialogTemplateEx : new tamrix::CDialogTemplate);
+        dialog->dataSize = static_cast<std::uint32_t>(bytes.size());
+        if (!dialog->parse(block.get())) dialog.reset();
+    }
+    std::string written() const {
+        const int size = dialog->write(nullptr, 0);
+        std::string bytes(static_cast<std::size_t>(size), '\0');
+        require(dialog->write(bytes.data(), size - 1) == 0, "written into too little");
+        require(dialog->write(bytes.data(), size) == size, "the size written");
+        return bytes;
+    }
+    std::unique_ptr<std::uint8_t[]> block;
+    std::unique_ptr<tamrix::CDialogTemplate> dialog;
+};
+
+inline void property(Input& input) {
+    Input whole = input;
+    const std::string any = whole.restBytes();
+    if (const Parsed found(any); found.dialog) {
+        const std::string again = found.written();
+        const std::size_t items = again.size() - (found.dialog->itemCount ? found.dialog->itemsSize : 0);
+        require(again.substr(0, items - 2) == any.substr(0, items - 2), "the header of any bytes");  // but for padding
+        require(again.substr(items) == any.substr(items, again.size() - items), "the controls of any bytes");
+    }
+    BuiltTemplate built(input);
+    const std::string bytes = built.bytes();
+    for (std::size_t length = 0; length < bytes.size(); ++length)
+        require(!Parsed(bytes.substr(0, length)).dialog, "cut at " + std::to_string(length));
+    const Parsed parsed(bytes);
+    require(parsed.dialog && parsed.written() == bytes, "written as read");
+    const std::string face = std::string("Arial Narrow").substr(input.byte() % 13);
+    built.setFont(built.cx = 10, face);
+    built.cy = 0xFFFE;
+    require(parsed.dialog->setFaceName(face.c_str()) == static_cast<int>(face.size()) + 1, "setFaceName");
+    parsed.dialog->setPointSize(10);
+    parsed.dialog->setWeight(700);
+    parsed.dialog->setItalicAndCharset(0x0201);
+    parsed.dialog->setWidth(10);
+    parsed.dialog->setHeight(-2);
+    require(parsed.written() == built.bytes(), "written with another font");
+}
+
+}  // namespace properties
