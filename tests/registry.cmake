@@ -1,2 +1,11 @@
-# The registry classes, the stand-in's registry and the extension store.
-tamrix_suite(registry_text_test SOURCES registry_text_test.cpp)
+# The registry classes, the stand-in's registry and the extension store. The real registry takes longer.
+if(WIN32)
+    set(TAMRIX_REGISTRY_INPUTS 20)
+else()
+    set(TAMRIX_REGISTRY_INPUTS 400)
+endif()
+foreach(name store)
+    tamrix_property(${name} INPUTS ${TAMRIX_REGISTRY_INPUTS})
+    set_property(TEST ${name}_property PROPERTY LABELS codepage)
+endforeach()
+tamrix_suite(registry_calls_test SOURCES registry_calls_test.cpp)

@@ -6,6 +6,7 @@
 #include <map>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace testing_support {
 
@@ -29,6 +30,14 @@ inline bool givenValue(HKEY root, const std::string& path, const char* name, DWO
     return result == ERROR_SUCCESS;
 }
 
+/// The names of a key's subkeys, in the registry's own order.
+inline std::vector<std::string> subkeysOf(HKEY key) {
+    std::vector<std::string> names;
+    char name[256];
+    for (DWORD i = 0; RegEnumKeyA(key, i, name, sizeof name) == ERROR_SUCCESS; ++i) names.emplace_back(name);
+    return names;
+}
+
 inline void addText(RegistryText& text, HKEY key, const std::string& path) {
     static char name[16384], data[65536];
     DWORD nameSize = sizeof name, type = 0, size = sizeof data;
@@ -39,10 +48,10 @@ inline void addText(RegistryText& text, HKEY key, const std::string& path) {
         nameSize = sizeof name;
         size = sizeof data;
     }
-    for (DWORD i = 0; RegEnumKeyA(key, i, name, sizeof name) == ERROR_SUCCESS; ++i) {
-        const std::string below = path + '\\' + name;
+    for (const std::string& subkey : subkeysOf(key)) {
+        const std::string below = path + '\\' + subkey;
         HKEY child = nullptr;
-        const bool isOpen = RegOpenKeyExA(key, name, 0, KEY_READ, &child) == ERROR_SUCCESS;
+        const bool isOpen = RegOpenKeyExA(key, subkey.c_str(), 0, KEY_READ, &child) == ERROR_SUCCESS;
         text[below] = isOpen ? "" : "can't be opened";
         if (isOpen) addText(text, child, below);
         RegCloseKey(child);
