@@ -11,4 +11,7 @@ endforeach()
 tamrix_suite(registry_calls_test SOURCES registry_calls_test.cpp)
 if(NOT WIN32)
     tamrix_property(registry_file SOURCES native/registry_file_test.cpp INPUTS 500)
+    tamrix_suite(failures_test SOURCES native/failures_test.cpp ../client/mapping_file.cpp ../client/mapping_import.cpp
+        ../client/mapping_store.cpp)
+    target_include_directories(failures_test PRIVATE ${PROJECT_SOURCE_DIR})
 endif()
