@@ -33,7 +33,8 @@ if(WIN32)
 endif()
 if(WIN32)
     # The about box of the shipped DLL as its clients show it, and what it needs of a palette on a screen of 256 colours.
-    add_executable(about_screen windows/about_test.cpp windows/scenario.cpp windows/calls.cpp windows/test_resources.rc)
+    add_executable(about_screen windows/about_test.cpp windows/scenario.cpp windows/calls.cpp
+                   windows/registry_text.cpp windows/test_resources.rc)
     target_include_directories(about_screen PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(about_screen PRIVATE GTest::gmock)
     target_compile_options(about_screen PRIVATE -Wall -Wextra)

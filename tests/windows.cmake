@@ -1,7 +1,8 @@
 # Everything with windows, through the shipped DLL.
 if(WIN32)
     add_executable(shipped_windows windows/scenario.cpp windows/calls.cpp windows/registry_text.cpp
-                   windows/mapping_dialogs_test.cpp)
+                   windows/mapping_dialogs_test.cpp windows/browse_test.cpp windows/templates_test.cpp
+                   windows/browse_texts.rc)
     target_include_directories(shipped_windows PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(shipped_windows PRIVATE GTest::gmock)
     target_compile_options(shipped_windows PRIVATE -Wall -Wextra)

@@ -40,6 +40,7 @@ const std::map<std::string, Transfer> kTransfers = {
     {"malloc", {"memory", kResult, false}},
     {"free", {"memory", 0, true}},
     {"SetTimer", {"timer", 0, false}},
+    {"DestroyWindow", {"window", 0, true}},
 };
 /// What a function that fails gives, where that is not 0; all of the registry's give an error's number.
 const std::map<std::string, ULONG_PTR> kFailures = {
@@ -92,7 +93,7 @@ void giveBack(const std::string& thing, ULONG_PTR value) {
     const auto held = now.held.find({thing, value});
     if (held != now.held.end())
         now.held.erase(held);
-    else if (!isNobodys(value))
+    else if (!isNobodys(value) && thing != "window")  // windows are counted where they are
         now.strays.insert({thing, value});
 }
 

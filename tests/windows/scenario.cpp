@@ -2,6 +2,8 @@
 
 #include <cstdio>
 
+#include "registry_text.h"
+
 namespace scenarios {
 
 std::vector<std::string> noted;
@@ -102,9 +104,10 @@ std::map<std::string, int> play(const Scenario& scenario, Plan plan) {
     playing = &scenario;
     impatience = 0;
     failing = plan.failing + " " + std::to_string(plan.nth);
-    plan.before = [look = plan.before](const Call& call) {
+    plan.before = [&scenario, act = plan.before](const Call& call) {
         beforeCall(call);
-        if (look) look(call);
+        scenario.look(call);
+        if (act) act(call);
     };
     const bool isToFail = !plan.failing.empty();
     const Watch watch(std::move(plan));
@@ -140,6 +143,11 @@ int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     if (argc < 2) return std::fputs("usage: shipped_windows DLL\n", stderr), 2;
     shipped::dllPath = argv[1];
+    // What the DLL finds configured when it is loaded.
+    constexpr char kSettings[] = "Software\\Quillon Systems, Inc.\\File Client", kFace[] = "Liberation Mono";
+    testing_support::emptyRegistry();
+    testing_support::givenValue(HKEY_LOCAL_MACHINE, kSettings, "DialogFont", REG_SZ, {kFace, sizeof kFace});
+    testing_support::givenValue(HKEY_LOCAL_MACHINE, kSettings, "DialogFontSize", REG_DWORD, {"\x0B\0\0\0", 4});
     AddVectoredExceptionHandler(1, scenarios::endOnError);
     calls::hook(shipped::dll());
     calls::replace("WinHelpA", reinterpret_cast<const void*>(scenarios::noteHelp));

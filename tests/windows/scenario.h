@@ -17,6 +17,8 @@ struct Scenario {
     /// Deals with a dialog or message box when its modal loop waits for messages; in that loop's thread, once for each.
     /// What this leaves open is cancelled.
     std::function<void(HWND)> user = [](HWND) {};
+    /// Looks on before each call of the platform.
+    std::function<void(const calls::Call&)> look = [](const calls::Call&) {};
     /// What holds after a run whichever call has failed, beside what holds for all: everything taken is given back, no
     /// window is left, no error of the processor or the platform occurs, every modal loop can be left.
     std::function<void(const std::string& failing)> invariants = [](const std::string&) {};
