@@ -1,6 +1,7 @@
 // Changing many mappings as one: all of them, or none.
 #pragma once
 
+#include <string>
 #include <vector>
 
 #include "client/mapping_file.h"
@@ -9,14 +10,19 @@ namespace tamrix::client {
 
 struct Change {
     Mapping wanted;
-    Mapping old;  // only where it is not new
-    bool isNew;
+    bool isNew;  // the extension has no complete mapping yet
 };
 
 /// What of these mappings differs from the store.
 std::vector<Change> changesFor(std::vector<Mapping> mappings);
 
-/// Writes all changes. Where one is refused, it and those before it are undone; the refused one, or null.
-const Change* applyChanges(const std::vector<Change>& changes);
+/// Why changes could not be made.
+struct Refusal {
+    std::string extension;               // of the change that the registry refuses; empty: none
+    std::vector<std::string> notUndone;  // extensions whose former values could not be put back either
+};
+
+/// Writes all changes. Where one is refused, the store is put back as it was, byte for byte.
+Refusal applyChanges(const std::vector<Change>& changes);
 
 }  // namespace tamrix::client

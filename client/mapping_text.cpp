@@ -26,6 +26,15 @@ bool takeCode(const std::string& argument, std::string& code) {
     return isGood;
 }
 
+std::string reasonOf(const Refusal& refusal) {
+    if (refusal.extension.empty()) return "";
+    std::string reason = shown(Side::windows, refusal.extension) + ": the registry refuses the mapping";
+    if (refusal.notUndone.empty()) return reason + "; nothing has changed";
+    reason += "; what was stored could not be put back for";
+    for (const std::string& extension : refusal.notUndone) reason += " " + shown(Side::windows, extension);
+    return reason;
+}
+
 void printMapping(const Mapping& mapping) {
     std::string line = shown(Side::windows, mapping.extension) + "\t" + shown(Side::mac, mapping.type) + "\t" +
                        shown(Side::mac, mapping.creator);

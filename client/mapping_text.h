@@ -3,7 +3,7 @@
 
 #include <string>
 
-#include "client/mapping_file.h"
+#include "client/mapping_import.h"
 #include "client/output.h"
 
 namespace tamrix::client {
@@ -13,6 +13,9 @@ bool takeExtension(const std::string& argument, std::string& extension);
 
 /// A type or creator code. False, after a complaint that names the argument, unless it has 4 bytes.
 bool takeCode(const std::string& argument, std::string& code);
+
+/// Why applyChanges could not do all, for a complaint; empty when it did.
+std::string reasonOf(const Refusal& refusal);
 
 /// One line: extension, type, creator and comment, separated by tabs.
 void printMapping(const Mapping& mapping);

@@ -1,6 +1,5 @@
 // tamrix extmap: which Macintosh type and creator belong to a file-name extension.
 #include "client/command.h"
-#include "client/mapping_import.h"
 #include "client/mapping_store.h"
 #include "client/mapping_text.h"
 #include "client/system/encodings.h"
@@ -89,8 +88,9 @@ int runSet(const Arguments& arguments) {
     } else if (Mapping old; findMapping(mapping.extension, old)) {
         mapping.comment = old.comment;
     }
-    if (!applyChanges(changesFor({mapping}))) return kept();
-    complain(operands[0], "the registry refuses the mapping");
+    const std::string reason = reasonOf(applyChanges(changesFor({mapping})));
+    if (reason.empty()) return kept();
+    complain("", reason);
     return kUsageError;
 }
 

@@ -2,7 +2,6 @@
 #include <stdio.h>
 
 #include "client/command.h"
-#include "client/mapping_import.h"
 #include "client/mapping_store.h"
 #include "client/mapping_text.h"
 #include "client/system/startup.h"
@@ -82,11 +81,10 @@ int runImport(const Arguments& arguments) {
     }
     const std::vector<Change> changes = changesFor(std::move(file.mappings));
     if (!arguments.has("--dry-run")) {
-        if (const Change* refused = applyChanges(changes))
-            reason = shown(Side::windows, refused->wanted.extension) + ": the registry refuses the mapping";
-        if (reason.empty() && !changes.empty()) keepMappings(reason);
+        reason = reasonOf(applyChanges(changes));
+        if (reason.empty() && !changes.empty() && !keepMappings(reason)) reason += "; nothing has changed";
         if (!reason.empty()) {
-            complain(name, reason + "; nothing was imported");
+            complain(name, reason);
             return kUsageError;
         }
     }

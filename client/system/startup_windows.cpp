@@ -5,6 +5,7 @@
 #include <string.h>
 #include <windows.h>
 
+#include "client/system/error_text.h"
 #include "client/system/startup.h"
 #include "client/text.h"
 
@@ -26,6 +27,19 @@ const long* sharedCounters() {
     return nullptr;
 }
 
+/// Waits until no other run changes the mappings; the mutex is let go with the process. False when that can't be waited
+/// for. Other users' runs count, too: the mutex is nobody's in particular and, where names have sessions, in none.
+bool waitForOthers() {
+    SECURITY_DESCRIPTOR open;
+    SECURITY_ATTRIBUTES everybody = {sizeof everybody, &open, FALSE};
+    const bool isSecured = InitializeSecurityDescriptor(&open, SECURITY_DESCRIPTOR_REVISION) &&
+                           SetSecurityDescriptorDacl(&open, TRUE, nullptr, FALSE);
+    SECURITY_ATTRIBUTES* const attributes = isSecured ? &everybody : nullptr;  // Windows 95 has none
+    HANDLE mutex = CreateMutexA(attributes, FALSE, "Global\\Tamrix32 mappings");
+    if (!mutex) mutex = CreateMutexA(attributes, FALSE, "Tamrix32 mappings");
+    return mutex && WaitForSingleObject(mutex, INFINITE) != WAIT_FAILED;
+}
+
 }  // namespace
 
 std::span<const Option> platformOptions() {
@@ -38,8 +52,12 @@ void makeStreamsBinary() {
     _setmode(_fileno(stderr), _O_BINARY);
 }
 
-bool startLibrary(const Arguments&, bool, std::string& reason) {
+bool startLibrary(const Arguments&, bool changesMappings, std::string& reason) {
     WCHAR letter;
+    if (changesMappings && !waitForOthers()) {
+        reason = "cannot wait for others that change the mappings: " + errorText();
+        return false;
+    }
     if (!textIsUtf8 || MultiByteToWideChar(kMacRoman, 0, "a", 1, &letter, 1) == 1) return true;
     reason = "--text: this system lacks code page 10000, Mac Roman";
     return false;

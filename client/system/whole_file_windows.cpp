@@ -6,6 +6,8 @@
 namespace tamrix::client {
 namespace {
 
+constexpr DWORD kNoAttributes = 0xFFFFFFFF;
+
 /// A file or device that is there, open for writing; closes itself.
 class File {
 public:
@@ -48,28 +50,44 @@ bool writeInto(const std::string& path, const std::string& text) {
     return file.isOpen() && file.write(text) && (!file.isOnDisk() || file.flush());
 }
 
-/// Windows 95 cannot rename over a file, so the former one steps aside and comes back when the new one cannot follow.
-bool moveInto(const std::string& path, const std::string& newFile, bool isThere) {
-    if (!isThere) return MoveFileA(newFile.c_str(), path.c_str());
-    const std::string aside = makeFileBeside(path);
-    if (aside.empty() || !DeleteFileA(aside.c_str()) || !MoveFileA(path.c_str(), aside.c_str())) return false;
-    if (MoveFileA(newFile.c_str(), path.c_str())) {
-        DeleteFileA(aside.c_str());
-        return true;
-    }
-    const DWORD error = GetLastError();
-    MoveFileA(aside.c_str(), path.c_str());
-    SetLastError(error);
-    return false;
+/// Moves a file in place of another in one step. Windows 95 has no function for that, or one that is not implemented.
+bool moveOver(const std::string& from, const std::string& to) {
+    using Move = BOOL(WINAPI*)(const char*, const char*, DWORD);
+    const auto move = reinterpret_cast<Move>(
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "MoveFileExA")));
+    SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
+    return move && move(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
 }
 
-bool replaceFile(const std::string& path, const std::string& text, bool isThere) {
-    const std::string newFile = makeFileBeside(path);
-    if (newFile.empty()) return false;
-    if (writeInto(newFile, text) && moveInto(path, newFile, isThere)) return true;
+/// The same in two steps: the former file moves aside, and back when the new one can't follow. Where it can't go back
+/// either, `aside` names it, and is empty otherwise.
+bool moveOverInTwoSteps(const std::string& from, const std::string& to, std::string& aside) {
+    aside = makeFileBeside(to);
+    const bool hasMoved = !aside.empty() && DeleteFileA(aside.c_str()) && MoveFileA(to.c_str(), aside.c_str());
+    const bool done = hasMoved && MoveFileA(from.c_str(), to.c_str());
     const DWORD error = GetLastError();
-    DeleteFileA(newFile.c_str());
+    if (done) DeleteFileA(aside.c_str());
+    if (done || !hasMoved || MoveFileA(aside.c_str(), to.c_str())) aside.clear();
     SetLastError(error);
+    return done;
+}
+
+bool moveInto(const std::string& path, const std::string& newFile, bool isThere, std::string& aside) {
+    if (!isThere) return MoveFileA(newFile.c_str(), path.c_str());
+    const DWORD attributes = GetFileAttributesA(path.c_str());
+    if (attributes != kNoAttributes) SetFileAttributesA(newFile.c_str(), attributes);
+    if (moveOver(newFile, path)) return true;
+    return GetLastError() == ERROR_CALL_NOT_IMPLEMENTED && moveOverInTwoSteps(newFile, path, aside);
+}
+
+/// False with the reason; a former file is where it was, or the reason names the file in which its content is.
+bool replaceFile(const std::string& path, const std::string& text, bool isThere, std::string& reason) {
+    const std::string newFile = makeFileBeside(path);
+    std::string aside;
+    if (!newFile.empty() && writeInto(newFile, text) && moveInto(path, newFile, isThere, aside)) return true;
+    reason = "cannot write: " + errorText();
+    if (!aside.empty()) reason += "; what was in the file is now in " + aside;
+    if (!newFile.empty()) DeleteFileA(newFile.c_str());
     return false;
 }
 
@@ -110,10 +128,11 @@ bool find(const std::string& path, Target& target) {
 
 bool writeWholeFile(const std::string& path, const std::string& text, std::string& reason) {
     Target target;
-    const bool written = find(path, target) &&
-                         (target.isDevice ? writeInto(path, text) : replaceFile(target.path, text, target.isThere));
-    if (!written) reason = "cannot write: " + errorText();
-    return written;
+    const bool isFound = find(path, target);
+    if (isFound && !target.isDevice) return replaceFile(target.path, text, target.isThere, reason);
+    if (isFound && writeInto(path, text)) return true;
+    reason = "cannot write: " + errorText();
+    return false;
 }
 
 }  // namespace tamrix::client

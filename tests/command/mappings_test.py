@@ -4,7 +4,7 @@ import os
 import stat
 import subprocess
 
-from harness import IS_NATIVE, PROGRAM, TOP, CommandTest, main, native_only
+from harness import IS_NATIVE, PROGRAM, TOP, CommandTest, main, native_only, windows_only
 
 
 class Mappings(CommandTest):
@@ -110,12 +110,39 @@ class Mappings(CommandTest):
         self.assertEqual((self.folder / "data/new.txt").read_bytes(), b".ta\tTEXT\tttxt\n")
         self.tamrix("extmap export /dev/full", status=2, named="/dev/full: cannot write")
 
+    def test_runs_that_change_mappings_wait_for_each_other(self):
+        # An import that is still reading its input has read the registry; a run that did not wait would be undone.
+        importing = subprocess.Popen([*PROGRAM, "extmap", "import", "-"], stdin=subprocess.PIPE, env=self.environment,
+                                     stdout=subprocess.DEVNULL)
+        with self.assertRaises(subprocess.TimeoutExpired):
+            for _ in range(50):
+                setting = subprocess.Popen([*PROGRAM, "extmap", "set", "ta", "TEXT", "ttxt"], env=self.environment)
+                setting.wait(1)
+        importing.communicate(b".tb\tTEXT\tttxt\n")
+        self.assertEqual((importing.wait(), setting.wait()), (0, 0))
+        self.assertLessEqual({".ta", ".tb"}, set(self.store()))
+
+    @windows_only
+    def test_a_refused_import_leaves_every_byte(self):
+        def registry(*words):
+            subprocess.run([PROGRAM[0], "reg", *words], cwd=self.folder, check=True, stdout=subprocess.DEVNULL)
+
+        text = '[HKEY_CLASSES_ROOT\\.ta]\n"Mac Type"="\u65e5\u672c"\n"Mac Comment"=dword:7\n"Mac Creator"=hex(2):41,0'
+        file = self.folder / "odd.reg"
+        file.write_text("Windows Registry Editor Version 5.00\n\n" + text + "\n", encoding="utf-16")
+        registry("import", "odd.reg")
+        registry("export", r"HKCR\.ta", "before.reg")
+        # The library reads no comment of this length back.
+        lines = b".ta\tTEXT\tttxt\tnew\n.tb\tTEXT\tttxt\n.tc\tTEXT\tttxt\t" + b"x" * 40000
+        self.tamrix("extmap import -", typed=lines, status=2, named=".tc: the registry refuses the mapping; nothing")
+        registry("export", r"HKCR\.ta", "after.reg")
+        registry("delete", r"HKCR\.ta", "/f")
+        before, after = ((self.folder / name).read_bytes() for name in ("before.reg", "after.reg"))
+        self.assertIn("\u65e5\u672c".encode("utf-16-le"), before)
+        self.assertEqual(after, before)
+
     @native_only
     def test_the_registry_file(self):
-        runs = [subprocess.Popen([*PROGRAM, "extmap", "set", f"t{each}", "TEXT", "ttxt"], env=self.environment)
-                for each in range(12)]
-        self.assertEqual([run.wait() for run in runs], [0] * 12)
-        self.assertEqual(len(self.store()), 12, "runs at once lose nothing")
         os.mkfifo(self.folder / "pipe")
         (self.folder / "file").touch()
         (self.folder / "odd.reg").write_bytes(b"REGEDIT4\r\n\r\n[HKEY_NOWHERE\\x]\r\n")

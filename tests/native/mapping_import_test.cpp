@@ -1,56 +1,54 @@
-// Changing many mappings where the registry refuses one step: all are there afterwards, or the store is as it was.
+// Changing many mappings where the registry refuses one call: all are stored afterwards, or the store is byte for byte
+// what it was.
 #include "client/mapping_import.h"
 
-#include <gmock/gmock.h>
+#include <gtest/gtest.h>
 #include <standin.h>
 
-#include "../extmap_store.h"
 #include "client/mapping_store.h"
+#include "registry_text.h"
 
 namespace {
 
 using namespace tamrix::client;
-using MappingImport = extmap_store::StoreTest;
+using testing_support::givenValue;
 
-TEST_F(MappingImport, IsAllOrNothingWhicheverCallFails) {
-    const std::vector<Mapping> wanted = {{".tmx-a", "TEXT", "MOSS", std::nullopt},
-                                         {".tmx-new", "BnHq", "SITx", "new"},
-                                         {".tmx-b", "PICT", "ogle", "with a comment"}};
-    std::size_t refusals = 0;
-    for (std::size_t n = 1;; ++n) {
-        SCOPED_TRACE("failing registry call " + std::to_string(n));
-        extmap_store::removeOurKeys();
-        extmap_store::givenMapping(".tmx-a", "TEXT", "ttxt", "old");
-        extmap_store::givenMapping(".tmx-b", "PICT", "ogle");
-        const std::vector<Mapping> before = allMappings();
-        const std::vector<Change> changes = changesFor(wanted);
-        ASSERT_EQ(changes.size(), 3U);
-        standin::clearFaults();
-        standin::failNth(standin::Kind::registry, n);
-        const Change* refused = applyChanges(changes);
-        const bool failed = standin::faultHit();
-        standin::clearFaults();
-        EXPECT_EQ(standin::openKeys(), 0U);
-        if (refused) {
-            ++refusals;
-            EXPECT_EQ(allMappings(), before);
-        } else {
-            EXPECT_TRUE(changesFor(wanted).empty());
-        }
-        if (!failed) break;
-        ASSERT_LT(n, 200U);
-    }
-    EXPECT_GT(refusals, 10U);
+void given(const char* extension, const char* name, DWORD type, std::string_view bytes) {
+    ASSERT_TRUE(givenValue(HKEY_CLASSES_ROOT, extension, name, type, bytes));
 }
 
-TEST_F(MappingImport, ChangesOnlyWhatDiffers) {
-    extmap_store::givenMapping(".tmx-a", "TEXT", "ttxt", "old");
-    EXPECT_TRUE(changesFor({{".tmx-a", "TEXT", "ttxt", "old"}}).empty());
-    const std::vector<Change> changes = changesFor({{".tmx-a", "TEXT", "ttxt", ""}, {".tmx-b", "TEXT", "ttxt", ""}});
-    ASSERT_EQ(changes.size(), 2U);
-    EXPECT_FALSE(changes[0].isNew);
-    EXPECT_EQ(changes[0].wanted.comment, std::nullopt) << "an empty comment is none";
-    EXPECT_TRUE(changes[1].isNew);
+TEST(MappingImport, IsAllOrNothingWhicheverCallFails) {
+    const std::vector<Mapping> wanted = {{".a", "TEXT", "MOSS", std::nullopt},
+                                         {".b", "BnHq", "SITx", "new"},
+                                         {".c", "PICT", "ogle", "with a comment"},
+                                         {".new", "TEXT", "ttxt", "new"}};
+    std::size_t refusals = 0;
+    for (std::size_t n = 1, failed = 1; failed; ++n) {
+        SCOPED_TRACE("failing registry call " + std::to_string(n));
+        testing_support::emptyRegistry();
+        given(".a", "Mac Type", REG_SZ, {"TEXT", 5});
+        given(".a", "Mac Creator", REG_SZ, {"ttxt", 5});
+        given(".a", "Mac Comment", REG_SZ, "not terminated");
+        given(".b", "Mac Type", REG_BINARY, {"\0\1", 2});
+        given(".b", "another's", REG_SZ, {"", 1});
+        given(".c", "Mac Comment", REG_DWORD, "1234");
+        const testing_support::RegistryText before = testing_support::registryText();
+        const std::vector<Change> changes = changesFor(wanted);
+        ASSERT_EQ(changes.size(), wanted.size());
+        standin::clearFaults();
+        standin::failNth(standin::Kind::registry, n);
+        const Refusal refusal = applyChanges(changes);
+        failed = standin::faultHit();
+        standin::clearFaults();
+        EXPECT_EQ(standin::openKeys(), 0U);
+        EXPECT_EQ(refusal.notUndone, std::vector<std::string>());
+        refusals += !refusal.extension.empty();
+        if (refusal.extension.empty())
+            EXPECT_TRUE(changesFor(wanted).empty());
+        else
+            EXPECT_EQ(testing_support::registryText(), before);
+    }
+    EXPECT_GT(refusals, 20U);
 }
 
 }  // namespace
