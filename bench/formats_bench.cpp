@@ -8,6 +8,7 @@
 #include "dialogs/dialog_template.h"
 #include "frame/entry.h"
 #include "measure.h"
+#include "tamrix32/version.h"
 #include "template_builder.h"
 
 namespace {
@@ -117,7 +118,7 @@ int expandBare(char* dst, const std::string& line) {
         if (*from != '%')
             *to++ = *from;
         else
-            to = stpcpy(to, *++from == 'v' ? "6.1" : "1995-97");
+            to = stpcpy(to, *++from == 'v' ? TAMRIX32_VERSION : "1995-97");
     }
     return static_cast<int>(to - dst);
 }

@@ -2,11 +2,12 @@
 #include "client/command.h"
 #include "client/output.h"
 #include "client/system/startup.h"
+#include "tamrix32/version.h"
 
 namespace tamrix::client {
 namespace {
 
-constexpr char kVersion[] = "tamrix 6.1\n";
+constexpr char kVersion[] = "tamrix " TAMRIX32_VERSION "\n";
 
 constexpr Option kCommonOptions[] = {
     {"--text", "utf-8", "names are typed and shown as UTF-8 text; without it they are raw bytes"},

@@ -11,5 +11,6 @@
 #include "tamrix32/macnames.h"
 #include "tamrix32/registry.h"
 #include "tamrix32/strings.h"
+#include "tamrix32/version.h"
 
 #endif

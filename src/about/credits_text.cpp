@@ -2,12 +2,14 @@
 
 #include <algorithm>
 
+#include "tamrix32/version.h"
+
 namespace tamrix {
 namespace {
 
 constexpr char kCarriageReturn = '\r';
 constexpr char kLineFeed = '\n';
-constexpr std::string_view kVersion = "6.1";
+constexpr std::string_view kVersion = TAMRIX32_VERSION;
 constexpr std::string_view kYears = "1995-97";
 
 /// Bytes of the character at `position`, which lies in `text`; a lead byte at the very end counts as one byte.
