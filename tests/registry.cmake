@@ -12,6 +12,6 @@ tamrix_suite(registry_calls_test SOURCES registry_calls_test.cpp)
 if(NOT WIN32)
     tamrix_property(registry_file SOURCES native/registry_file_test.cpp INPUTS 500)
     tamrix_suite(failures_test SOURCES native/failures_test.cpp ../client/mapping_file.cpp ../client/mapping_import.cpp
-        ../client/mapping_store.cpp)
+        ../client/mapping_store.cpp ../client/stored_values.cpp ../client/system/raw_values_native.cpp)
     target_include_directories(failures_test PRIVATE ${PROJECT_SOURCE_DIR})
 endif()
