@@ -1,14 +1,24 @@
-# The imported target Tamrix32::Tamrix32. GCC links the flat functions through its own kind of import library.
-get_filename_component(prefix "${CMAKE_CURRENT_LIST_DIR}/../../.." ABSOLUTE)
-if(NOT TARGET Tamrix32::Tamrix32)
-    add_library(Tamrix32::Tamrix32 SHARED IMPORTED)
-    if(MINGW)
-        set(library "${prefix}/lib/libTamrix32.dll.a")
-    else()
-        set(library "${prefix}/lib/Tamrix32.lib")
+# find_package(Tamrix32): the imported target Tamrix32::Tamrix32. GCC links through its own kind of import library.
+# Sets no variable of the caller but Tamrix32_FOUND and, where it is 0, Tamrix32_NOT_FOUND_MESSAGE.
+foreach(Tamrix32_component IN LISTS Tamrix32_FIND_COMPONENTS)
+    if(Tamrix32_FIND_REQUIRED_${Tamrix32_component})
+        set(Tamrix32_FOUND FALSE)
+        set(Tamrix32_NOT_FOUND_MESSAGE "Tamrix32 has no components, so no ${Tamrix32_component}")
     endif()
+endforeach()
+unset(Tamrix32_component)
+
+if(NOT TARGET Tamrix32::Tamrix32 AND NOT DEFINED Tamrix32_NOT_FOUND_MESSAGE)
+    get_filename_component(Tamrix32_prefix "${CMAKE_CURRENT_LIST_DIR}/../../.." ABSOLUTE)
+    add_library(Tamrix32::Tamrix32 SHARED IMPORTED)
+    # C89 and C++98 will do; who asks for more gets more.
     set_target_properties(Tamrix32::Tamrix32 PROPERTIES
-        IMPORTED_LOCATION "${prefix}/bin/Tamrix32.dll"
-        IMPORTED_IMPLIB "${library}"
-        INTERFACE_INCLUDE_DIRECTORIES "${prefix}/include")
+        IMPORTED_LOCATION "${Tamrix32_prefix}/bin/Tamrix32.dll"
+        IMPORTED_IMPLIB "${Tamrix32_prefix}/lib/Tamrix32.lib"
+        INTERFACE_COMPILE_FEATURES "c_std_90;cxx_std_98"
+        INTERFACE_INCLUDE_DIRECTORIES "${Tamrix32_prefix}/include")
+    if(MINGW)
+        set_property(TARGET Tamrix32::Tamrix32 PROPERTY IMPORTED_IMPLIB "${Tamrix32_prefix}/lib/libTamrix32.dll.a")
+    endif()
+    unset(Tamrix32_prefix)
 endif()
