@@ -2,6 +2,8 @@
 
 #include <string_view>
 
+#include "client/windows_names.h"
+
 namespace tamrix::client {
 namespace {
 
@@ -60,6 +62,7 @@ NameReport checkName(const std::string& macName, const ByteRules& rules) {
     }
     report.comesBack = macNameOf(report.windowsName) == macName;
     report.tooLong = report.windowsName.size() > kLongestWindowsName;
+    if (!macName.empty()) report.notKept = whyWindowsCannotKeep(report.windowsName);
     return report;
 }
 

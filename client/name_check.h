@@ -8,9 +8,6 @@
 
 namespace tamrix::client {
 
-/// The longest name that Windows takes, in bytes.
-constexpr std::size_t kLongestWindowsName = 255;
-
 struct QuotedByte {
     std::size_t position;  // in the Macintosh name, from 0
     unsigned char byte;
@@ -29,6 +26,7 @@ struct NameReport {
     std::vector<LooksQuoted> looksQuoted;
     bool comesBack = false;
     bool tooLong = false;
+    const char* notKept = nullptr;  // why Windows can't keep the name, also where it is too long
 };
 
 NameReport checkName(const std::string& macName, const ByteRules& rules);

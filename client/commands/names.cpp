@@ -114,8 +114,7 @@ void printReport(const std::string& name, const NameReport& report, const ByteRu
                 shown(Side::windows, bracketed(rules, look.value)) + ", which comes back as " +
                 described(static_cast<unsigned char>(look.value)) + "\n";
     text += report.comesBack ? "  comes back unchanged\n" : "  DOES NOT come back unchanged\n";
-    if (report.tooLong)
-        text += "  TOO LONG: Windows takes at most " + decimal(static_cast<long>(kLongestWindowsName)) + " bytes\n";
+    if (report.notKept) text += "  CANNOT be kept: " + std::string(report.notKept) + "\n";
     print(text);
 }
 
@@ -142,6 +141,7 @@ void writeReport(Json& json, const std::string& name, const NameReport& report) 
     json.endArray();
     json.boolean("comesBack", report.comesBack);
     json.boolean("tooLong", report.tooLong);
+    json.ascii("notKept", report.notKept ? report.notKept : "");
     json.endObject();
 }
 
@@ -156,7 +156,7 @@ int runCheck(const Arguments& arguments) {
             writeReport(json, name, report);
         else
             printReport(name, report, rules);
-        return report.comesBack && !report.tooLong;
+        return report.comesBack && !report.notKept;
     });
     if (asJson) {
         json.endArray();
@@ -170,7 +170,9 @@ constexpr char kFromInput[] =
 
 constexpr char kCheckDetails[] =
     "Says for each Macintosh name which bytes are written as bracketed numbers and why, whether the name comes back\n"
-    "unchanged, and whether it is longer than Windows takes. Status 1 when a name does not come back or is too long.\n";
+    "unchanged, and whether Windows can keep it: not names of devices (AUX, con.txt), not with a final period, not "
+    "more\n"
+    "than 255 bytes. Status 1 when a name does not come back or can't be kept.\n";
 
 constexpr char kToMacDetails[] =
     "A backslash separates the parts of a path and becomes a zero byte. Without a NAME, names are read from standard\n"

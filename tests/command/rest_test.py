@@ -114,8 +114,15 @@ class Names(CommandTest):
                     self.assertIn(reasons[each["position"]], each["reason"])
                 self.assertEqual([(each["position"], each["value"]) for each in found["looksQuoted"]], looks)
                 self.assertEqual(found["comesBack"], not looks)
-        checked = self.json("name check", "a" * 250 + ":", "a" * 251 + ":", status=1)
-        self.assertEqual([name["tooLong"] for name in checked], [False, True])
+        for options, kept, reason, names in (
+                ("", True, "", ["a" * 250 + ":", "auxiliary", "COM0", "com10", "lpt.1"]), ("", False, "255", ["a" * 251 + ":"]),
+                ("", False, "device", ["AUX", "con.txt", "COM1.doc", "nul", "prn .a.b", "lpt9", "conin$"]),
+                ("--registry all.reg", False, "character", ["a:b", "tab\t"]),
+                ("--code-page 932", False, "final period", [b"\x8f\x5c\x8e\x9e."]),
+                ("--code-page 932 --registry all.reg", True, "", [b"\x8f\x5c\x8e\x9e"])):
+            for name in self.json("name check " + options, *names, status=0 if kept else 1):
+                self.assertEqual((name["comesBack"], name["notKept"] == ""), (True, kept), name)
+                self.assertIn(reason, name["notKept"])
 
     @native_only
     def test_json_keeps_every_byte(self):
