@@ -3,6 +3,7 @@
 #include <string.h>
 
 #include <algorithm>
+#include <utility>
 
 #include "tamrix32/extmap.h"
 
@@ -52,9 +53,9 @@ private:
     std::string comment_ = std::string(kCommentSize + 1, '\0');
 };
 
-}  // namespace
+constexpr int kMostPasses = 6;
 
-std::vector<Mapping> allMappings() {
+std::vector<Mapping> mappingsOfOnePass() {
     std::vector<Mapping> mappings;
     Record record;
     // A key named with a dot alone maps nothing that a file's name could end in.
@@ -63,6 +64,23 @@ std::vector<Mapping> allMappings() {
     std::sort(mappings.begin(), mappings.end(),
               [](const Mapping& a, const Mapping& b) { return a.extension < b.extension; });
     return mappings;
+}
+
+bool isSameExtension(const Mapping& a, const Mapping& b) {
+    return a.extension == b.extension;
+}
+
+}  // namespace
+
+bool allMappings(std::vector<Mapping>& mappings) {
+    mappings = mappingsOfOnePass();
+    for (int pass = 1; pass < kMostPasses; ++pass) {
+        const std::vector<Mapping> before = std::exchange(mappings, mappingsOfOnePass());
+        const bool repeats = std::adjacent_find(mappings.begin(), mappings.end(), isSameExtension) != mappings.end();
+        if (mappings == before && !repeats) return true;
+    }
+    mappings.erase(std::unique(mappings.begin(), mappings.end(), isSameExtension), mappings.end());
+    return false;
 }
 
 bool findMapping(const std::string& extension, Mapping& mapping) {

@@ -8,8 +8,10 @@
 
 namespace tamrix::client {
 
-/// Every complete mapping whose extension has 1 to 15 bytes, in the order of their extensions' bytes.
-std::vector<Mapping> allMappings();
+/// Every complete mapping whose extension has 1 to 15 bytes, each once, in the order of their extensions' bytes. A pass
+/// over the registry goes by position, so it can miss or repeat a mapping while another program adds or removes keys:
+/// passes are made until two in a row agree. False when none did; some mappings may be missing then.
+bool allMappings(std::vector<Mapping>& mappings);
 
 /// The mapping of an extension, which is given with its dot; false when it has none.
 bool findMapping(const std::string& extension, Mapping& mapping);

@@ -1,5 +1,7 @@
 #include "client/mapping_text.h"
 
+#include "client/command.h"
+#include "client/mapping_store.h"
 #include "client/system/encodings.h"
 #include "tamrix32/strings.h"
 
@@ -33,6 +35,14 @@ std::string reasonOf(const Refusal& refusal) {
     reason += "; what was stored could not be put back for";
     for (const std::string& extension : refusal.notUndone) reason += " " + shown(Side::windows, extension);
     return reason;
+}
+
+std::vector<Mapping> mappingsToShow(int& status) {
+    std::vector<Mapping> mappings;
+    if (allMappings(mappings)) return mappings;
+    complain("", "other programs are changing the mappings: some may be missing");
+    status = kSomeFailed;
+    return mappings;
 }
 
 void printMapping(const Mapping& mapping) {

@@ -17,6 +17,10 @@ bool takeCode(const std::string& argument, std::string& code);
 /// Why applyChanges could not do all, for a complaint; empty when it did.
 std::string reasonOf(const Refusal& refusal);
 
+/// All mappings, to be shown or written. Where other programs kept changing them, it says so and `status` becomes
+/// kSomeFailed.
+std::vector<Mapping> mappingsToShow(int& status);
+
 /// One line: extension, type, creator and comment, separated by tabs.
 void printMapping(const Mapping& mapping);
 

@@ -29,7 +29,8 @@ int runList(const Arguments& arguments) {
     const bool asJson = arguments.has("--json");
     Json json;
     if (asJson) json.beginArray();
-    for (const Mapping& mapping : allMappings()) {
+    int status = kDone;
+    for (const Mapping& mapping : mappingsToShow(status)) {
         if ((wantedType && mapping.type != type) || (wantedCreator && mapping.creator != creator)) continue;
         if (!asJson) {
             printMapping(mapping);
@@ -43,7 +44,7 @@ int runList(const Arguments& arguments) {
         json.endArray();
         json.finish();
     }
-    return kDone;
+    return status;
 }
 
 int printOne(const Arguments& arguments, const Mapping& mapping) {

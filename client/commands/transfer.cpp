@@ -2,7 +2,6 @@
 #include <stdio.h>
 
 #include "client/command.h"
-#include "client/mapping_store.h"
 #include "client/mapping_text.h"
 #include "client/system/startup.h"
 #include "client/system/whole_file.h"
@@ -35,13 +34,14 @@ std::string readFile(const std::string& name, std::string& text) {
 }
 
 int runExport(const Arguments& arguments) {
-    const std::string text = writeMappings(allMappings());
+    int status = kDone;
+    const std::string text = writeMappings(mappingsToShow(status));
     if (arguments.operands().empty() || arguments.operands()[0] == "-") {
         print(text);
-        return kDone;
+        return status;
     }
     std::string reason;
-    if (writeWholeFile(arguments.operands()[0], text, reason)) return kDone;
+    if (writeWholeFile(arguments.operands()[0], text, reason)) return status;
     complain(arguments.operands()[0], reason);
     return kUsageError;
 }

@@ -125,6 +125,12 @@ std::string imported() {
     return refusal.extension.empty() ? "done" : "refused";
 }
 
+std::string listed() {
+    std::vector<tamrix::client::Mapping> all;
+    EXPECT_TRUE(tamrix::client::allMappings(all) && all.size() == 2);
+    return said({all.front().type, all.front().creator, all.back().type, all.back().creator});
+}
+
 std::string translated() {
     char name[40] = "a:b";
     return said({AFPtoOS(name, sizeof name), name});
@@ -185,6 +191,8 @@ const Operation kOperations[] = {
      [](Scene& s) { return s.hold(".b", "TEXT", "ttxt", "x"), s.held(); }},
     {"an import is all or nothing", "done: TEXT MOSS -", "refused|done: TEXT MOSS -",
      [](Scene&) { return imported(); }},
+    {"a list is read again until two passes agree", "TEXT ttxt PICT ogle", "TEXT ttxt PICT ogle",
+     [](Scene&) { return listed(); }},
     {"a key is closed before it is opened", "1 1", "0 0",
      [](Scene& s) {
          return said({s.key.Open(), s.key.Opened()});
