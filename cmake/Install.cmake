@@ -37,7 +37,7 @@ configure_file(cmake/package/tamrix32.pc.in ${packageFiles}/tamrix32.pc @ONLY)
 install(FILES ${packageFiles}/tamrix32.pc DESTINATION lib/pkgconfig)
 
 # Pages keep their places among each other, so that their links lead to one another.
-install(FILES README.md CHANGELOG.md DESTINATION ${doc})
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${doc})
 install(DIRECTORY docs/ DESTINATION ${doc}/docs FILES_MATCHING PATTERN "*.md" PATTERN "*.1" PATTERN "*.but" PATTERN "*.png" PATTERN "*.gif")
 install(DIRECTORY build/reference/html/ DESTINATION ${doc}/reference OPTIONAL)
 install(FILES build/help/ATHELP.HLP DESTINATION bin OPTIONAL)
