@@ -3,25 +3,52 @@
 #include <cstdlib>
 #include <cstring>
 #include <string>
+#include <vector>
 
 #include "about/credits_text.h"
 #include "dialogs/dialog_template.h"
 #include "frame/entry.h"
 #include "measure.h"
 #include "tamrix32/version.h"
-#include "template_builder.h"
 
 namespace {
 
-using testing_support::Bytes;
+using Bytes = std::vector<std::uint8_t>;
+
+/// A string as templates hold it.
+Bytes unitsOf(std::u16string_view text) {
+    Bytes bytes;
+    for (const char16_t unit : text)
+        bytes.insert(bytes.end(), {static_cast<std::uint8_t>(unit), std::uint8_t(unit >> 8)});
+    bytes.insert(bytes.end(), {0, 0});
+    return bytes;
+}
+
+void append(Bytes& bytes, const Bytes& more) {
+    bytes.insert(bytes.end(), more.begin(), more.end());
+}
 
 /// A dialog of so many controls, of the classes and texts that dialogs have.
 Bytes dialogOf(bool extended, unsigned controls) {
-    testing_support::BuiltTemplate dialog{.extended = extended, .title = u"File Type Mappings"};
-    dialog.font = testing_support::BuiltFont{.face = u"MS Sans Serif"};
-    for (unsigned i = 0; i < controls; ++i)
-        dialog.items.push_back({{u'\xFFFF', static_cast<char16_t>(0x80 + i % 6)}, i % 2 ? u"&Extension:" : u""});
-    return dialog.bytes();
+    Bytes names(4);  // no menu, the default class
+    append(names, unitsOf(u"File Type Mappings"));
+    Bytes items;
+    for (unsigned i = 0; i < controls; ++i) {
+        items.resize((items.size() + 3) / 4 * 4 + (extended ? 24 : 18));
+        append(items, {0xFF, 0xFF, static_cast<std::uint8_t>(0x80 + i % 6), 0});
+        append(items, unitsOf(i % 2 ? u"&Extension:" : u""));
+        append(items, {0, 0});
+    }
+    const Bytes face = unitsOf(u"MS Sans Serif");
+    tamrix::DialogTemplate dialog;
+    dialog.extended = extended;
+    dialog.itemCount = static_cast<std::uint16_t>(controls);
+    dialog.names = names;
+    dialog.face = face;
+    dialog.items = items;
+    Bytes bytes(tamrix::writeTemplate(dialog, {}));
+    tamrix::writeTemplate(dialog, bytes);
+    return bytes;
 }
 
 Inputs<Bytes> dialogs(bool extended) {
@@ -29,35 +56,28 @@ Inputs<Bytes> dialogs(bool extended) {
     return {{dialogOf(extended, kControls)}, {dialogOf(extended, 1000 * kControls)}};
 }
 
-template <typename Template>
-int read(Template& dialog, const Bytes& bytes) {
-    dialog.dataSize = static_cast<std::uint32_t>(bytes.size());
-    if (!dialog.parse(bytes.data())) std::abort();
-    return dialog.itemCount;
+tamrix::DialogTemplate read(const Bytes& bytes) {
+    const auto dialog = tamrix::parseTemplate(bytes);
+    return dialog ? *dialog : (std::abort(), tamrix::DialogTemplate());
 }
 
-template <typename Template>
 void registerFormat(const std::string& name, const Inputs<Bytes>& inputs) {
     const auto copyBytes = [](char* dst, const Bytes& bytes) {
         std::memcpy(dst, bytes.data(), bytes.size());
         return dst[0];
     };
     compare(
-        name + " read", inputs,
-        [](char*, const Bytes& bytes) {
-            Template dialog;
-            return read(dialog, bytes);
-        },
+        name + " read", inputs, [](char*, const Bytes& bytes) { return int{read(bytes).itemCount}; },
         "memcpy, " + name.substr(1), copyBytes);
     compare(
         name + " rewrite", inputs,
         [](char* dst, const Bytes& bytes) {
-            Template dialog;
-            read(dialog, bytes);
-            dialog.setFaceName("Tahoma");
-            dialog.setPointSize(9);
-            const int size = dialog.write(dst, kRoom);
-            return size ? size : (std::abort(), 0);
+            static const Bytes face = unitsOf(u"Tahoma");
+            tamrix::DialogTemplate dialog = read(bytes);
+            dialog.face = face;
+            dialog.pointSize = 9;
+            const std::span room(reinterpret_cast<std::uint8_t*>(dst), kRoom);
+            return static_cast<int>(tamrix::writeTemplate(dialog, room));
         },
         "memcpy, " + name.substr(1), copyBytes);
 }
@@ -128,8 +148,8 @@ int expandBare(char* dst, const std::string& line) {
 int main(int argc, char** argv) {
     DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
     static const Inputs<Bytes> standard = dialogs(false), extended = dialogs(true);
-    registerFormat<tamrix::CDialogTemplate>("CDialogTemplate", standard);
-    registerFormat<tamrix::CDialogTemplateEx>("CDialogTemplateEx", extended);
+    registerFormat("StandardTemplate", standard);
+    registerFormat("ExtendedTemplate", extended);
     static const Inputs<std::string> credits{{creditsOf(2)}, {creditsOf(2000)}};
     if (parseByLibrary(std::string(kRoom, 0).data(), credits.joined[0]) !=
         parseBare(std::string(kRoom, 0).data(), credits.joined[0]))

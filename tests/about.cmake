@@ -3,17 +3,6 @@ if(NOT WIN32)
     tamrix_property(credits SOURCES about_plain_test.cpp INPUTS 10000)
 endif()
 if(WIN32)
-    tamrix_suite(custom_resource
-        SOURCES custom_resource_test.cpp windows/resource_fixture.cpp windows/test_resources.rc)
-else()
-    tamrix_suite(custom_resource
-        SOURCES custom_resource_test.cpp native/resource_fixture.cpp native/custom_resource_faults_test.cpp)
-endif()
-# Classes derived from the library's are compiled as clients' are, without run-time type information.
-target_compile_options(custom_resource PRIVATE -fno-rtti)
-tamrix_suite(credits SOURCES credits_test.cpp)
-tamrix_suite(sprites SOURCES sprites_test.cpp bitmap_header_test.cpp)
-if(WIN32)
     tamrix_suite(about_box
         SOURCES windows/about_box_test.cpp windows/about_failure_test.cpp windows/about_frame_test.cpp windows/test_resources.rc)
     target_compile_options(about_box PRIVATE -fno-rtti)

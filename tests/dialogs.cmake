@@ -4,13 +4,6 @@ if(NOT WIN32)
 else()
     tamrix_suite(dialog_font_test SOURCES windows/dialog_font_test.cpp windows/test_dialogs.rc)
 endif()
-tamrix_suite(dialog_template_test SOURCES dialog_template_test.cpp mapping_lines_test.cpp)
-if(WIN32)
-    target_sources(dialog_template_test PRIVATE windows/template_loader_test.cpp windows/test_dialogs.rc
-                   windows/allocations.cpp)
-else()
-    target_sources(dialog_template_test PRIVATE native/dialog_template_faults_test.cpp)
-endif()
 if(WIN32)
     tamrix_suite(extension_map_dialogs_test
         SOURCES windows/extension_map_dialogs_test.cpp windows/extension_map_refusals_test.cpp windows/user.cpp

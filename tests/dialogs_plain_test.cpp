@@ -15,6 +15,7 @@ using namespace tamrix;
 using namespace std::string_literals;
 using properties::Exact;
 using properties::Parsed;
+using properties::wide;
 using testing::ElementsAre;
 
 const std::string kStandard(
@@ -47,30 +48,36 @@ TEST(DialogTemplate, IsReadAndWrittenAsThePlatformLaysItOut) {
         std::size_t style, font, fontSize;  // where they lie
     } rows[] = {{kStandard, 8, 180, 82, 0, 32, 8}, {kExtended, 10, 3, 4, 12, 36, 12}};
     for (const auto& row : rows) {
-        const Parsed parsed(row.bytes + '\0');  // the platform reads all of the last word
+        Parsed parsed(row.bytes + '\0');  // the platform reads all of the last word
         ASSERT_TRUE(parsed.dialog);
-        EXPECT_EQ(std::u16string(parsed.dialog->faceName), u"A");
+        EXPECT_THAT(parsed.dialog->face, ElementsAre('A', 0, 0, 0));
         EXPECT_EQ(parsed.dialog->pointSize, row.points);
         EXPECT_EQ(parsed.dialog->cx, row.cx);
         EXPECT_EQ(parsed.dialog->cy, row.cy);
         EXPECT_EQ(parsed.written(), row.bytes);
-        EXPECT_EQ(parsed.dialog->setFaceName(nullptr), 0) << "a face that does not convert";
+        parsed.dialog->face = {};
         std::string fontless = row.bytes;
         fontless.erase(row.font, row.fontSize)[row.style] &= ~0x40;
         EXPECT_EQ(parsed.written(), fontless);
     }
 }
 
+struct Font {
+    std::string face;
+    std::uint16_t points;
+};
+
 /// "face points", then "s" where the size may follow; "-" for what the template has.
-std::string chosen(const char* face, std::uint32_t points, const TemplateFont& carried, const FontChoice& candidate) {
-    const FontDecision decision = chooseFont(face, points, carried, candidate);
+std::string chosen(const char* face, std::uint32_t points, const Font& carried, const FontChoice& candidate) {
+    const DialogTemplate dialog{.face = properties::bytesOf(carried.face), .pointSize = carried.points};
+    const FontDecision decision = chooseFont(face, points, dialog, candidate);
     const auto& font = decision.font;
     return (font.face ? font.face + std::to_string(font.points) : "-") + (decision.sizeMayFollow ? " s" : "");
 }
 
 TEST(FontChoice, GoesFromConfiguredToDefaultToWhatTheTemplateCarries) {
     const FontChoice gui = {"Tahoma", 9}, none = {nullptr, 0};
-    const TemplateFont authored = {u"MS Sans Serif", 8}, other = {u"Courier", 12}, missing = {nullptr, 0};
+    const Font authored = {wide("MS Sans Serif"), 8}, other = {wide("Courier"), 12}, missing = {"", 0};
     for (const auto& carried : {authored, other, missing})
         EXPECT_EQ(chosen("Arial", 10 + 65536, carried, gui), "Arial10 s") << "configured; the low 16 bits of its size";
     EXPECT_EQ(chosen("Arial", 65536, missing, gui), "Arial0 s") << "a size whose low 16 bits are zero is still one";
@@ -78,7 +85,8 @@ TEST(FontChoice, GoesFromConfiguredToDefaultToWhatTheTemplateCarries) {
         EXPECT_EQ(chosen("Arial", 0, carried, gui), "Tahoma9 s") << "a face without a size";
         EXPECT_EQ(chosen(nullptr, 10, carried, none), "- s") << "a size without a face, no candidate";
     }
-    for (const auto& carried : {other, {u"MS Sans Serif", 10}, {u"ms sans serif", 8}, {u"MS Sans Serif X", 8}})
+    for (const auto& carried :
+         {other, {wide("MS Sans Serif"), 10}, {wide("ms sans serif"), 8}, {wide("MS Sans Serif X"), 8}})
         EXPECT_EQ(chosen(nullptr, 10, carried, gui), "-") << "a font of its own";
 }
 

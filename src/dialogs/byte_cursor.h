@@ -1,5 +1,5 @@
 // Cursors over little-endian bytes. A reader that is asked for more than it has fails for good and gives zeros; a
-// writer is given room for everything beforehand and drops what would not fit.
+// writer counts everything and writes what fits.
 #pragma once
 
 #include <cstddef>
@@ -40,6 +40,14 @@ public:
     /// Moves to the next multiple of `boundary`, a power of two, unless it stands on one.
     void align(std::size_t boundary) { take((boundary - position_ % boundary) % boundary); }
 
+    /// The bytes that `pass` moves this reader past.
+    template <typename Pass>
+    std::span<const std::uint8_t> passed(Pass pass) {
+        const std::size_t start = position_;
+        pass(*this);
+        return bytes_.subspan(start, position_ - start);
+    }
+
 private:
     std::span<const std::uint8_t> bytes_;
     std::size_t position_ = 0;
@@ -53,8 +61,9 @@ public:
     std::size_t position() const { return position_; }
 
     void put(std::span<const std::uint8_t> source) {
-        const auto target = room(source.size());
-        if (!target.empty()) std::memcpy(target.data(), source.data(), source.size());
+        const std::size_t end = position_ + source.size();
+        if (!source.empty() && end <= bytes_.size()) std::memcpy(&bytes_[position_], source.data(), source.size());
+        position_ = end;
     }
 
     void u16(std::uint16_t value) {
@@ -70,15 +79,9 @@ public:
     }
 
     /// Moves to the next multiple of `boundary`, leaving the bytes between as they are.
-    void align(std::size_t boundary) { room((boundary - position_ % boundary) % boundary); }
+    void align(std::size_t boundary) { position_ += (boundary - position_ % boundary) % boundary; }
 
 private:
-    std::span<std::uint8_t> room(std::size_t count) {
-        if (count > bytes_.size() - position_) return {};
-        position_ += count;
-        return bytes_.subspan(position_ - count, count);
-    }
-
     std::span<std::uint8_t> bytes_;
     std::size_t position_ = 0;
 };

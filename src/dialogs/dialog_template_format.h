@@ -30,11 +30,7 @@ inline constexpr std::uint16_t kOrdinalMark = 0xFFFF;
 inline constexpr std::uint32_t kSetFontStyle = 0x40;  // DS_SETFONT
 
 inline constexpr std::size_t kTemplateAlignment = 4;
-inline constexpr std::size_t kStandardHeaderSize = 18;
 inline constexpr std::size_t kStandardItemSize = 18;
-inline constexpr std::size_t kExtendedHeaderSize = 26;
 inline constexpr std::size_t kExtendedItemSize = 24;
-inline constexpr std::size_t kStandardFontFieldsSize = 2;
-inline constexpr std::size_t kExtendedFontFieldsSize = 6;
 
 }  // namespace tamrix

@@ -1,16 +1,17 @@
 #include "dialogs/font_choice.h"
 
-#include <string_view>
+#include <cstring>
 
 namespace tamrix {
 namespace {
 
 /// The font in which dialogs were made while nobody could choose one.
-constexpr std::u16string_view kAuthoredFace = u"MS Sans Serif";
+constexpr char16_t kAuthoredFace[] = u"MS Sans Serif";
 constexpr std::uint16_t kAuthoredPoints = 8;
 
-bool isAuthoredFont(const TemplateFont& font) {
-    return font.points == kAuthoredPoints && font.face == kAuthoredFace;
+bool hasAuthoredFont(const DialogTemplate& dialog) {
+    return dialog.pointSize == kAuthoredPoints && dialog.face.size() == sizeof kAuthoredFace &&
+           std::memcmp(dialog.face.data(), kAuthoredFace, sizeof kAuthoredFace) == 0;
 }
 
 /// The low 16 bits of `size` times `numerator` over `denominator`, cut toward zero.
@@ -20,11 +21,11 @@ std::int16_t scaled(std::int16_t size, double numerator, double denominator) {
 
 }  // namespace
 
-FontDecision chooseFont(const char* configuredFace, std::uint32_t configuredPoints, const TemplateFont& carried,
+FontDecision chooseFont(const char* configuredFace, std::uint32_t configuredPoints, const DialogTemplate& dialog,
                         const FontChoice& candidate) {
     if (configuredFace && configuredPoints)
         return {{configuredFace, static_cast<std::uint16_t>(configuredPoints)}, true};
-    if (carried.face && !isAuthoredFont(carried)) return {{nullptr, 0}, false};
+    if (!dialog.face.empty() && !hasAuthoredFont(dialog)) return {{nullptr, 0}, false};
     return {candidate, true};
 }
 

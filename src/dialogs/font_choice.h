@@ -3,17 +3,13 @@
 
 #include <cstdint>
 
+#include "dialogs/dialog_template.h"
+
 namespace tamrix {
 
 /// A typeface in the ANSI code page, null for none, and its size in points.
 struct FontChoice {
     const char* face;
-    std::uint16_t points;
-};
-
-/// The font block of a template; `face` is null when it has none.
-struct TemplateFont {
-    const char16_t* face;
     std::uint16_t points;
 };
 
@@ -24,7 +20,7 @@ struct FontDecision {
 
 /// The configured font (with a size of which the low 16 bits count) goes before everything; the candidate replaces only
 /// a missing font and 8-point "MS Sans Serif".
-FontDecision chooseFont(const char* configuredFace, std::uint32_t configuredPoints, const TemplateFont& carried,
+FontDecision chooseFont(const char* configuredFace, std::uint32_t configuredPoints, const DialogTemplate& dialog,
                         const FontChoice& candidate);
 
 /// What a font measures, in pixels.

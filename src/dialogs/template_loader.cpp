@@ -6,8 +6,8 @@
 #include <new>
 #include <optional>
 
-#include "dialogs/dialog_template.h"
 #include "dialogs/font_choice.h"
+#include "dialogs/template_resource.h"
 #include "frame/gdi_handles.h"
 #include "frame/settings.h"
 #include "tamrix32/dialogs.h"
@@ -15,16 +15,7 @@
 namespace tamrix {
 namespace {
 
-using TemplatePointer = std::unique_ptr<CDialogTemplate>;
 using BlockPointer = std::unique_ptr<std::uint8_t[]>;
-
-TemplatePointer loadTemplate(HINSTANCE module, const char* name) {
-    TemplatePointer standard(new (std::nothrow) CDialogTemplate);
-    if (standard && standard->load(module, name)) return standard;
-    TemplatePointer extended(new (std::nothrow) CDialogTemplateEx);
-    if (extended && extended->load(module, name)) return extended;
-    return nullptr;
-}
 
 /// The stock font that new fonts are measured against. Its logfont's face becomes the candidate when it is the default
 /// GUI font; the system font only measures.
@@ -54,8 +45,8 @@ std::optional<FontMetrics> measure(HDC context, HGDIOBJ font) {
 }
 
 /// The face in the ANSI code page; null when it does not convert.
-std::unique_ptr<char[]> ansiFace(const char16_t* face) {
-    const auto wide = reinterpret_cast<LPCWSTR>(face);
+std::unique_ptr<char[]> ansiFace(TemplateBytes face) {
+    const auto wide = reinterpret_cast<LPCWSTR>(face.data());
     const int size = WideCharToMultiByte(CP_ACP, 0, wide, -1, nullptr, 0, nullptr, nullptr);
     if (size <= 0) return nullptr;
     std::unique_ptr<char[]> ansi(new (std::nothrow) char[static_cast<std::size_t>(size)]);
@@ -63,15 +54,15 @@ std::unique_ptr<char[]> ansiFace(const char16_t* face) {
     return ansi;
 }
 
-FontHandle createFont(HDC context, const CDialogTemplate& dialog) {
-    const auto face = ansiFace(dialog.faceName);
+FontHandle createFont(HDC context, const DialogTemplate& dialog) {
+    const auto face = ansiFace(dialog.face);
     if (!face) return FontHandle();
     const int height = -MulDiv(dialog.pointSize, GetDeviceCaps(context, LOGPIXELSY), 72);
     return FontHandle(CreateFontA(height, 0, 0, 0, FW_DONTCARE, 0, 0, 0, DEFAULT_CHARSET, OUT_DEFAULT_PRECIS,
                                   CLIP_DEFAULT_PRECIS, DEFAULT_QUALITY, DEFAULT_PITCH | FF_DONTCARE, face.get()));
 }
 
-void adjustSizeToFont(CDialogTemplate& dialog, HGDIOBJ referenceFont) {
+void adjustSizeToFont(DialogTemplate& dialog, HGDIOBJ referenceFont) {
     const WindowContext screen;
     if (!screen) return;
     const FontHandle font = createFont(screen.get(), dialog);
@@ -80,37 +71,35 @@ void adjustSizeToFont(CDialogTemplate& dialog, HGDIOBJ referenceFont) {
     const auto reference = measure(screen.get(), referenceFont);
     if (!reference) return;
     const DialogSize size = adjustedSize({dialog.cx, dialog.cy}, *newFont, *reference);
-    dialog.setWidth(size.cx);
-    dialog.setHeight(size.cy);
+    dialog.cx = size.cx;
+    dialog.cy = size.cy;
 }
 
-void giveFont(CDialogTemplate& dialog, bool adjustSize) {
+/// `buffer` keeps the face that the template gets.
+void giveFont(DialogTemplate& dialog, WideFace& buffer, bool adjustSize) {
     ReferenceFont reference;
     fetchReferenceFont(reference);
-    const FontDecision decision = chooseFont(dialogFontSettings.faceName, dialogFontSettings.pointSize,
-                                             {dialog.faceName, dialog.pointSize}, reference.candidate);
+    const FontDecision decision =
+        chooseFont(dialogFontSettings.faceName, dialogFontSettings.pointSize, dialog, reference.candidate);
     if (decision.font.face) {
-        dialog.setFaceName(decision.font.face);
-        dialog.setPointSize(decision.font.points);
+        dialog.face = wideFace(decision.font.face, buffer);
+        dialog.pointSize = decision.font.points;
     }
-    if (adjustSize && decision.sizeMayFollow && dialog.faceName) adjustSizeToFont(dialog, reference.font);
+    if (adjustSize && decision.sizeMayFollow && !dialog.face.empty()) adjustSizeToFont(dialog, reference.font);
 }
 
 /// The rewritten template in a block that begins, like all of the allocator's, on a 32-bit boundary. Its padding is
 /// zeroed, so that the same template always gives the same bytes. One byte is to spare: a last record whose creation
 /// data counts one byte ends inside the word that says so, and the platform reads the whole word.
-BlockPointer writtenBlock(CDialogTemplate& dialog) {
-    const int size = dialog.write(nullptr, 0);
-    BlockPointer block(new (std::nothrow) std::uint8_t[static_cast<std::size_t>(size) + 1]());
-    if (!block || dialog.write(block.get(), size) != size) return nullptr;
-    return block;
-}
-
 BlockPointer templateWithCorrectFont(HINSTANCE module, const char* name, bool adjustSize) {
-    const TemplatePointer dialog = loadTemplate(module, name);
+    std::optional<DialogTemplate> dialog = parseTemplate(dialogResource(module, name));
     if (!dialog) return nullptr;
-    giveFont(*dialog, adjustSize);
-    return writtenBlock(*dialog);
+    WideFace face;
+    giveFont(*dialog, face, adjustSize);
+    const std::size_t size = writeTemplate(*dialog, {});
+    BlockPointer block(new (std::nothrow) std::uint8_t[size + 1]());
+    if (block) writeTemplate(*dialog, {block.get(), size});
+    return block;
 }
 
 LPCDLGTEMPLATEA asTemplate(const BlockPointer& block) {

@@ -8,6 +8,8 @@
 #include "client/mapping_import.h"
 #include "client/mapping_store.h"
 #include "code_pages.h"
+#include "dialogs/mapping_changes.h"
+#include "dialogs/template_resource.h"
 #include "frame/entry.h"
 #include "registry_text.h"
 #include "tamrix32/about.h"
@@ -152,6 +154,22 @@ std::string copiedResource() {
     return said({size, resource.isLocked()});
 }
 
+std::string preparedDialog() {
+    const HINSTANCE module = standin::fakeModule(7);
+    const BYTE bytes[] = "bytes";
+    standin::addResource(module, RT_DIALOG, "dialog", bytes);
+    tamrix::WideFace buffer;
+    const int units = int(tamrix::wideFace("Arial", buffer).size() / sizeof *buffer);
+    const int size = int(tamrix::dialogResource(module, "dialog").size());
+    standin::addResource(module, RT_DIALOG, "dialog", {});  // loaded for as long as its module lives
+    return said({units, size, int(tamrix::dialogResource(module, "missing").size())});
+}
+
+std::string keyedLine(const char* extension, const char* comment) {
+    const auto keyed = tamrix::keyedLine(tamrix::joinedLine(extension, comment), tamrix::foldKeyName);
+    return said({keyed.line.get(), keyed.key.get()});
+}
+
 const Operation kOperations[] = {
     {"a failed code takes the mapping away, the comment doesn't count", "1: PICT ogle new",
      "0|1: PICT ogle old|0: - - -", [](Scene& s) { return said({AddExtMap(s.mapOf(".a", "PICT", "ogle"))}); }, true},
@@ -237,6 +255,10 @@ const Operation kOperations[] = {
      }},
     {"a name stays as it is", "8 a[058]b", "-1 a:b", [](Scene&) { return translated(); }},
     {"a resource is copied whole", "6 0", "0 0|1 0", [](Scene&) { return copiedResource(); }},
+    {"a template that is there whole, and a face", "6 6 0", "6 0 0|0 6 0|6 6 0",
+     [](Scene&) { return preparedDialog(); }},
+    {"a line without its key names nothing", ".txt\tx .TXT", "- -|.txt\tx -",
+     [](Scene&) { return keyedLine(".txt", "x"); }},
     {"capitals end where a character can't be mapped", "X\x82\x60Y\x82\x61Z X\x82\x60Y\x82\x61Z",
      "- X\x82\x81y\x82\x82z|- X\x82\x60Y\x82\x82z", [](Scene&) { return capitals(); }},
 };

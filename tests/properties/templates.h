@@ -33,7 +33,7 @@ struct BuiltTemplate {
     explicit BuiltTemplate(Input& input) : extended(input.byte() % 2), start(input.bytes(8)) {
         start.resize(extended ? 8 : 4);  // the help id and the extended style, or that alone
         for (const int part : {1, 2, 3}) names += part == 3 ? wide(input.text(9)) : name(input);
-        if (input.byte() % 2) setFont(input.byte(), input.text(4));
+        if (input.byte() % 2) setFont(input.byte(), wide(input.text(4)));
         for (count = input.byte() % 4u; itemCount < count; ++itemCount) {
             items = aligned(items) + std::string(extended ? 24 : 18, '\x5A') + name(input) + name(input);
             const std::string data = input.bytes(7);
@@ -43,7 +43,7 @@ struct BuiltTemplate {
     }
 
     void setFont(unsigned points, const std::string& face) {
-        font = u16(points) + (extended ? u16(700) + u16(0x0201) : "") + wide(face);
+        font = face.empty() ? "" : u16(points) + (extended ? u16(700) + u16(0x0201) : "") + face;
     }
 
     std::string bytes() const {
@@ -58,32 +58,35 @@ struct BuiltTemplate {
     unsigned count = 0, itemCount = 0, cx = 180, cy = 82;
 };
 
-/// Parses a block of exactly these bytes.
+/// A template parsed from a block of exactly these bytes, on which it lies.
 struct Parsed {
     explicit Parsed(const std::string& bytes) : block(new std::uint8_t[bytes.size()]) {
         std::memcpy(block.get(), bytes.data(), bytes.size());
-        const bool extended = tamrix::marksExtended({block.get(), bytes.size()});
-        dialog.reset(extended ? new tamrix::CDialogTemplateEx : new tamrix::CDialogTemplate);
-        dialog->dataSize = static_cast<std::uint32_t>(bytes.size());
-        if (!dialog->parse(block.get())) dialog.reset();
+        dialog = tamrix::parseTemplate({block.get(), bytes.size()});
     }
     std::string written() const {
-        const int size = dialog->write(nullptr, 0);
-        std::string bytes(static_cast<std::size_t>(size), '\0');
-        require(dialog->write(bytes.data(), size - 1) == 0, "written into too little");
-        require(dialog->write(bytes.data(), size) == size, "the size written");
-        return bytes;
+        const std::size_t size = tamrix::writeTemplate(*dialog, {});
+        for (const std::size_t room : {size - 1, size}) {
+            const std::unique_ptr<std::uint8_t[]> target(new std::uint8_t[room]());
+            require(tamrix::writeTemplate(*dialog, {target.get(), room}) == size, "the size written");
+            if (room == size) return {target.get(), target.get() + size};
+        }
+        return "";
     }
     std::unique_ptr<std::uint8_t[]> block;
-    std::unique_ptr<tamrix::CDialogTemplate> dialog;
+    std::optional<tamrix::DialogTemplate> dialog;
 };
+
+inline tamrix::TemplateBytes bytesOf(const std::string& text) {
+    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
+}
 
 inline void property(Input& input) {
     Input whole = input;
     const std::string any = whole.restBytes();
     if (const Parsed found(any); found.dialog) {
         const std::string again = found.written();
-        const std::size_t items = again.size() - (found.dialog->itemCount ? found.dialog->itemsSize : 0);
+        const std::size_t items = again.size() - found.dialog->items.size();
         require(again.substr(0, items - 2) == any.substr(0, items - 2), "the header of any bytes");  // but for padding
         require(again.substr(items) == any.substr(items, again.size() - items), "the controls of any bytes");
     }
@@ -91,17 +94,18 @@ inline void property(Input& input) {
     const std::string bytes = built.bytes();
     for (std::size_t length = 0; length < bytes.size(); ++length)
         require(!Parsed(bytes.substr(0, length)).dialog, "cut at " + std::to_string(length));
-    const Parsed parsed(bytes);
+    Parsed parsed(bytes);
     require(parsed.dialog && parsed.written() == bytes, "written as read");
-    const std::string face = std::string("Arial Narrow").substr(input.byte() % 13);
+    const std::string face = input.byte() % 8 ? wide(input.text(7)) : "";
     built.setFont(built.cx = 10, face);
     built.cy = 0xFFFE;
-    require(parsed.dialog->setFaceName(face.c_str()) == static_cast<int>(face.size()) + 1, "setFaceName");
-    parsed.dialog->setPointSize(10);
-    parsed.dialog->setWeight(700);
-    parsed.dialog->setItalicAndCharset(0x0201);
-    parsed.dialog->setWidth(10);
-    parsed.dialog->setHeight(-2);
+    tamrix::DialogTemplate& dialog = *parsed.dialog;
+    dialog.face = bytesOf(face);
+    dialog.pointSize = 10;
+    dialog.weight = 700;
+    dialog.italicAndCharset = 0x0201;
+    dialog.cx = 10;
+    dialog.cy = -2;
     require(parsed.written() == built.bytes(), "written with another font");
 }
 
