@@ -24,6 +24,7 @@ struct Command {
     int most;    // operands; -1: any number
     int (*run)(const Arguments& arguments);
     bool changesMappings = false;
+    const char* example = "";  // a line that works, without the program's name
 };
 
 std::span<const Command> nameCommands();

@@ -2,6 +2,7 @@
 #include "client/command.h"
 #include "client/output.h"
 #include "client/system/startup.h"
+#include "client/text.h"
 #include "tamrix32/version.h"
 
 namespace tamrix::client {
@@ -15,11 +16,13 @@ constexpr Option kCommonOptions[] = {
     {"--version", nullptr, "print the version"},
 };
 
+/// Known to every command, so that those without JSON refuse it in the same words.
+constexpr Option kJsonAnywhere[] = {kJsonOption};
+
 constexpr char kIntroduction[] =
     "usage: tamrix COMMAND [OPTION...] [ARGUMENT...]\n\n"
-    "Names of Macintosh file servers and their Windows forms, paths of AppleTalk servers and printers, and the map "
-    "from\n"
-    "file-name extensions to Macintosh types and creators.\n\n";
+    "Names of Macintosh file servers and their Windows forms, paths of AppleTalk servers and printers, and the map\n"
+    "from file-name extensions to Macintosh types and creators.\n\n";
 
 constexpr char kStatuses[] =
     "\nStatus: 0 done; 1 a name failed or was not found; 2 the command line or the environment is at fault.\n";
@@ -60,6 +63,7 @@ void printHelp(const Command& command) {
     print("usage: tamrix " + std::string(command.name) + " [OPTION...] " + command.operands + "\n\n" + command.summary +
           "\n");
     if (command.details[0]) print("\n" + std::string(command.details));
+    if (command.example[0]) print("\nExample:\n  tamrix " + std::string(command.example) + "\n");
     print("\nOptions:\n");
     printOptions(command.options);
     printOptions(kCommonOptions);
@@ -67,7 +71,7 @@ void printHelp(const Command& command) {
     print(kStatuses);
 }
 
-/// The command that the words at `at` name, which moves behind them; null when there is none.
+/// The command that the words at `at` name, which moves past them; null when there is none.
 const Command* findCommand(std::span<char* const> words, std::size_t& at) {
     const std::string one = words[at];
     const std::string two = at + 1 < words.size() ? one + " " + words[at + 1] : one;
@@ -103,12 +107,20 @@ int runWithoutCommand(const Arguments& arguments, std::span<char* const> words, 
     } else if (word.empty()) {
         complain("", "a command is missing (tamrix --help lists them)");
     } else if (isGroup(word)) {
-        complain(word, at + 1 < words.size() ? "no such command: " + word + " " + words[at + 1]
-                                             : "needs one more word (tamrix " + word + " --help lists them)");
+        const bool hasSecond = at + 1 < words.size();
+        complain(
+            hasSecond ? word + " " + words[at + 1] : word,
+            (hasSecond ? "no such command (tamrix " : "needs one more word (tamrix ") + word + " --help lists them)");
     } else {
         complain(word, "no such command (tamrix --help lists them)");
     }
     return kUsageError;
+}
+
+bool hasOption(const Command& command, std::string_view name) {
+    for (const Option& option : command.options)
+        if (name == option.name) return true;
+    return false;
 }
 
 /// What is wrong with the line of a command; empty when nothing is.
@@ -116,6 +128,7 @@ std::string complaintAbout(const Command& command, const Arguments& arguments) {
     const int count = static_cast<int>(arguments.operands().size());
     const char* text = arguments.value("--text");
     if (!arguments.isGood()) return arguments.complaint();
+    if (arguments.has("--json") && !hasOption(command, "--json")) return "--json: this command prints no data as JSON";
     if (text && std::string_view(text) != "utf-8") return "--text takes utf-8 only: " + std::string(text);
     if (count < command.fewest) return "an argument is missing: " + std::string(command.operands);
     if (command.most >= 0 && count > command.most)
@@ -145,6 +158,7 @@ int runLine(std::span<char* const> words) {
     const Command* command = arguments.isGood() && at < words.size() ? findCommand(words, at) : nullptr;
     if (!command) return runWithoutCommand(arguments, words, at);
     arguments.allow(command->options);
+    arguments.allow(kJsonAnywhere);
     arguments.parse(words, at, false);
     return run(*command, arguments);
 }

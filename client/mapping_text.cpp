@@ -24,7 +24,7 @@ bool takeCode(const std::string& argument, std::string& code) {
         return false;
     }
     const bool isGood = code.size() == 4;
-    if (!isGood) complain(argument, "a code has 4 bytes, not " + decimal(static_cast<long>(code.size())));
+    if (!isGood) complain(argument, "a code has 4 bytes, not " + std::to_string(code.size()));
     return isGood;
 }
 

@@ -3,8 +3,8 @@
 
 #include <string>
 
+#include "client/json.h"
 #include "client/mapping_import.h"
-#include "client/output.h"
 
 namespace tamrix::client {
 

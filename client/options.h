@@ -1,4 +1,5 @@
-// What a command takes on its line: options from a declared table, then operands.
+// What a command takes on its line: options from a declared table, then operands. The reader is our own: getopt_long is
+// not in the C library of Windows, and the help, the completion and the complaints come from the same table.
 //
 // An option is written --name or, with a value, --name=value or --name value; "--" ends the options. Tables are static;
 // an Arguments object refers to them and to the program's own argument strings.

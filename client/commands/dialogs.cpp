@@ -19,18 +19,20 @@ constexpr Option kAboutOptions[] = {
     {"--modeless", nullptr, "a modeless box, whose messages the command itself passes on"}};
 
 int runEdit(const Arguments& arguments) {
-    std::string creator, type;
-    if (!takeCode(arguments.operands()[0], creator) || !takeCode(arguments.operands()[1], type)) return kUsageError;
-    return editMappings(creator, type);
+    std::string type, creator;
+    if (!takeCode(arguments.operands()[0], type) || !takeCode(arguments.operands()[1], creator)) return kUsageError;
+    return editMappings(type, creator);
 }
 
 /// Takes the value of an option that the library reads at most `most` bytes of.
 bool takeText(const Arguments& arguments, const char* option, std::size_t most, std::string& text) {
     const char* value = arguments.value(option);
     if (!value) return true;
-    const bool isGood = bytesFromText(Side::windows, argumentText(value), text) && text.size() <= most;
-    if (!isGood) complain(option, "longer than " + decimal(static_cast<long>(most)) + " bytes: " + value);
-    return isGood;
+    const bool isText = bytesFromText(Side::windows, argumentText(value), text);
+    if (isText && text.size() <= most) return true;
+    const std::string reason = isText ? "longer than " + std::to_string(most) + " bytes" : "not text of this code page";
+    complain(option, reason + ": " + value);
+    return false;
 }
 
 int runBrowse(const Arguments& arguments) {
@@ -57,10 +59,8 @@ int runBrowse(const Arguments& arguments) {
         return kDone;
     }
     Json json;
-    json.beginObject();
+    const JsonObject object(json);
     json.bytes("path", Side::windows, chosen);
-    json.endObject();
-    json.finish();
     return kDone;
 }
 
@@ -73,27 +73,52 @@ int runAbout(const Arguments& arguments) {
 }
 
 constexpr char kBrowseDetails[] =
-    "Prints the path that was chosen; status 1 when the user cancelled. INITIAL is the folder to begin in, or (but "
-    "for\n"
-    "--folder) a file in it. Needs Windows.\n";
+    "Prints the path that was chosen; status 1 when the user cancelled. With --folder, INITIAL is the folder to begin\n"
+    "in. With --open and --save, the part after its last backslash is no folder: --save proposes it as the file's "
+    "name,\n"
+    "--open leaves it out; end it in a backslash to begin in a folder. Needs Windows.\n";
 constexpr char kDialogDetails[] =
     "MODULE is an EXE or DLL, ID the number or the name of a dialog in it. The dialog does nothing; OK, Cancel or its\n"
     "closing ends it. Needs Windows.\n";
 constexpr char kNeedsWindows[] = "Needs Windows.\n";
 
 constexpr Command kCommands[] = {
-    {"edit",
-     "CREATOR TYPE",
-     "edit the extensions of one creator and type in a dialog",
-     kNeedsWindows,
-     {},
-     2,
-     2,
-     runEdit},
-    {"browse", "[INITIAL]", "ask for a file or a folder", kBrowseDetails, kBrowseOptions, 0, 1, runBrowse},
-    {"dialog", "MODULE ID", "show a module's dialog in the configured font", kDialogDetails, kDialogOptions, 2, 2,
-     runDialog},
-    {"about", "", "show the about box", kNeedsWindows, kAboutOptions, 0, 0, runAbout},
+    {.name = "edit",
+     .operands = "TYPE CREATOR",
+     .summary = "edit the extensions of one type and creator in a dialog",
+     .details = kNeedsWindows,
+     .options = {},
+     .fewest = 2,
+     .most = 2,
+     .run = runEdit,
+     .example = "edit TEXT ttxt"},
+    {.name = "browse",
+     .operands = "[INITIAL]",
+     .summary = "ask for a file or a folder",
+     .details = kBrowseDetails,
+     .options = kBrowseOptions,
+     .fewest = 0,
+     .most = 1,
+     .run = runBrowse,
+     .example = "browse --save --filter 'Text|*.txt|All|*.*' 'C:\\Texts\\new.txt'"},
+    {.name = "dialog",
+     .operands = "MODULE ID",
+     .summary = "show a module's dialog in the configured font",
+     .details = kDialogDetails,
+     .options = kDialogOptions,
+     .fewest = 2,
+     .most = 2,
+     .run = runDialog,
+     .example = "dialog Tamrix32.dll 411"},
+    {.name = "about",
+     .operands = "",
+     .summary = "show the about box",
+     .details = kNeedsWindows,
+     .options = kAboutOptions,
+     .fewest = 0,
+     .most = 0,
+     .run = runAbout,
+     .example = "about"},
 };
 
 }  // namespace

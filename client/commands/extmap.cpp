@@ -28,7 +28,7 @@ int runList(const Arguments& arguments) {
     if (wantedCreator && !takeCode(wantedCreator, creator)) return kUsageError;
     const bool asJson = arguments.has("--json");
     Json json;
-    if (asJson) json.beginArray();
+    const JsonArray array(json, asJson);
     int status = kDone;
     for (const Mapping& mapping : mappingsToShow(status)) {
         if ((wantedType && mapping.type != type) || (wantedCreator && mapping.creator != creator)) continue;
@@ -36,13 +36,8 @@ int runList(const Arguments& arguments) {
             printMapping(mapping);
             continue;
         }
-        json.beginObject();
+        const JsonObject object(json);
         writeMapping(json, mapping);
-        json.endObject();
-    }
-    if (asJson) {
-        json.endArray();
-        json.finish();
     }
     return status;
 }
@@ -53,10 +48,8 @@ int printOne(const Arguments& arguments, const Mapping& mapping) {
         return kDone;
     }
     Json json;
-    json.beginObject();
+    const JsonObject object(json);
     writeMapping(json, mapping);
-    json.endObject();
-    json.finish();
     return kDone;
 }
 
@@ -123,11 +116,9 @@ int runDefault(const Arguments& arguments) {
         return kDone;
     }
     Json json;
-    json.beginObject();
+    const JsonObject object(json);
     json.bytes("type", Side::mac, codes.type);
     json.bytes("creator", Side::mac, codes.creator);
-    json.endObject();
-    json.finish();
     return kDone;
 }
 
@@ -136,11 +127,53 @@ constexpr char kSetDetails[] =
     "Codes have 4 bytes. Without COMMENT, a comment that is there stays; an empty one takes it away.\n";
 
 constexpr Command kCommands[] = {
-    {"extmap list", "", "list the mappings", kLineDetails, kListOptions, 0, 0, runList},
-    {"extmap get", "EXTENSION", "print the mapping of an extension", kLineDetails, kJsonOnly, 1, 1, runGet},
-    {"extmap set", "EXTENSION TYPE CREATOR [COMMENT]", "map an extension", kSetDetails, {}, 3, 4, runSet, true},
-    {"extmap remove", "EXTENSION...", "remove mappings", "", {}, 1, -1, runRemove, true},
-    {"extmap default", "", "print the codes of extensions without a mapping", "", kJsonOnly, 0, 0, runDefault},
+    {.name = "extmap list",
+     .operands = "",
+     .summary = "list the mappings",
+     .details = kLineDetails,
+     .options = kListOptions,
+     .fewest = 0,
+     .most = 0,
+     .run = runList,
+     .example = "extmap list --type TEXT"},
+    {.name = "extmap get",
+     .operands = "EXTENSION",
+     .summary = "print the mapping of an extension",
+     .details = kLineDetails,
+     .options = kJsonOnly,
+     .fewest = 1,
+     .most = 1,
+     .run = runGet,
+     .example = "extmap get txt"},
+    {.name = "extmap set",
+     .operands = "EXTENSION TYPE CREATOR [COMMENT]",
+     .summary = "map an extension",
+     .details = kSetDetails,
+     .options = {},
+     .fewest = 3,
+     .most = 4,
+     .run = runSet,
+     .changesMappings = true,
+     .example = "extmap set txt TEXT ttxt 'Plain text'"},
+    {.name = "extmap remove",
+     .operands = "EXTENSION...",
+     .summary = "remove mappings",
+     .details = "",
+     .options = {},
+     .fewest = 1,
+     .most = -1,
+     .run = runRemove,
+     .changesMappings = true,
+     .example = "extmap remove txt hqx"},
+    {.name = "extmap default",
+     .operands = "",
+     .summary = "print the codes of extensions without a mapping",
+     .details = "Prints type and creator with a tab between them.\n",
+     .options = kJsonOnly,
+     .fewest = 0,
+     .most = 0,
+     .run = runDefault,
+     .example = "extmap default"},
 };
 
 }  // namespace

@@ -2,8 +2,8 @@
 #include <windows.h>
 
 #include "client/command.h"
+#include "client/json.h"
 #include "client/library_names.h"
-#include "client/output.h"
 #include "client/system/startup.h"
 #include "tamrix32/registry.h"
 
@@ -76,23 +76,25 @@ std::string ranges(const std::string& bytes) {
 
 void printInfo(const Info& info) {
     const std::string brackets = {static_cast<char>(info.rules.open), ' ', static_cast<char>(info.rules.close)};
-    std::string text = "ANSI code page:   " + decimal(info.ansi) + "\nOEM code page:    " + decimal(info.oem) +
-                       "\nlead bytes:       " + ranges(info.leadBytes) +
-                       "\ncharacter table:  " + (info.rules.tableIsOn ? "on" : "off") +
-                       "\nbrackets:         " + shown(Side::windows, brackets) +
-                       "\nquote set:        " + ranges(info.quoteSet) + " (" +
-                       decimal(static_cast<long>(info.quoteSet.size())) + " bytes)\n";
+    std::string text =
+        "ANSI code page:   " + std::to_string(info.ansi) + "\nOEM code page:    " + std::to_string(info.oem) +
+        "\nlead bytes:       " + ranges(info.leadBytes) +
+        "\ncharacter table:  " + (info.rules.tableIsOn ? "on" : "off") +
+        "\nbrackets:         " + shown(Side::windows, brackets) + "\nquote set:        " + ranges(info.quoteSet) +
+        " (" + std::to_string(info.quoteSet.size()) + " bytes)\n";
     if (info.hasCounters)
-        text += "attached:         processes " + decimal(info.processes) + ", threads " + decimal(info.threads) + "\n";
+        text += "attached:         processes " + std::to_string(info.processes) + ", threads " +
+                std::to_string(info.threads) + "\n";
     text += "dialog font:      ";
-    text += info.fontFace.empty() ? "not configured"
-                                  : shown(Side::windows, info.fontFace) + ", " + decimal(info.fontSize) + " points";
+    text += info.fontFace.empty()
+                ? "not configured"
+                : shown(Side::windows, info.fontFace) + ", " + std::to_string(info.fontSize) + " points";
     print(text + "\n");
 }
 
 void writeInfo(const Info& info) {
     Json json;
-    json.beginObject();
+    const JsonObject object(json);
     json.number("ansiCodePage", info.ansi);
     json.number("oemCodePage", info.oem);
     json.ascii("leadBytesHex", hex(info.leadBytes));
@@ -106,8 +108,6 @@ void writeInfo(const Info& info) {
     }
     json.bytes("dialogFont", Side::windows, info.fontFace);
     json.number("dialogFontSize", info.fontSize);
-    json.endObject();
-    json.finish();
 }
 
 int run(const Arguments& arguments) {
@@ -119,9 +119,16 @@ int run(const Arguments& arguments) {
     return kDone;
 }
 
-constexpr Command kCommands[] = {{"info", "", "print the code pages and the settings in force",
-                                  "Bytes are hexadecimal. The quote set is that of the Macintosh side of a name.\n",
-                                  kOptions, 0, 0, run}};
+constexpr Command kCommands[] = {
+    {.name = "info",
+     .operands = "",
+     .summary = "print the code pages and the settings in force",
+     .details = "Bytes are hexadecimal. The quote set is that of the Macintosh side of a name.\n",
+     .options = kOptions,
+     .fewest = 0,
+     .most = 0,
+     .run = run,
+     .example = "info --json"}};
 
 }  // namespace
 

@@ -2,8 +2,8 @@
 #include <stdio.h>
 
 #include "client/command.h"
+#include "client/json.h"
 #include "client/name_check.h"
-#include "client/output.h"
 #include "client/system/encodings.h"
 
 namespace tamrix::client {
@@ -56,14 +56,13 @@ int convert(const Arguments& arguments, Side from, Side to, std::string (*transl
     const std::string ending(1, arguments.has("-0") ? '\0' : '\n');
     const char* separator = arguments.value("--separator");
     Json json;
-    if (asJson) json.beginArray();
+    const JsonArray array(json, asJson);
     const int status = forEachName(arguments, from, [&](const std::string& name) {
         const std::string result = translate(name);
         if (asJson) {
-            json.beginObject();
+            const JsonObject object(json);
             json.bytes("from", from, name);
             json.bytes("to", to, result);
-            json.endObject();
             return true;
         }
         std::string text;
@@ -77,10 +76,6 @@ int convert(const Arguments& arguments, Side from, Side to, std::string (*transl
         print(text + ending);
         return true;
     });
-    if (asJson) {
-        json.endArray();
-        json.finish();
-    }
     return status;
 }
 
@@ -100,12 +95,12 @@ std::string described(unsigned char byte) {
 }
 
 std::string ordinal(std::size_t position) {
-    return decimal(static_cast<long>(position) + 1);
+    return std::to_string(position + 1);
 }
 
 void printReport(const std::string& name, const NameReport& report, const ByteRules& rules) {
     std::string text = shown(Side::mac, name) + "\n  Windows name: " + shown(Side::windows, report.windowsName) + " (" +
-                       decimal(static_cast<long>(report.windowsName.size())) + " bytes)\n";
+                       std::to_string(report.windowsName.size()) + " bytes)\n";
     for (const QuotedByte& quoted : report.quoted)
         text += "  byte " + ordinal(quoted.position) + ", " + described(quoted.byte) + ", is written as " +
                 shown(Side::windows, bracketed(rules, quoted.byte)) + ": " + quoted.reason + "\n";
@@ -119,37 +114,36 @@ void printReport(const std::string& name, const NameReport& report, const ByteRu
 }
 
 void writeReport(Json& json, const std::string& name, const NameReport& report) {
-    json.beginObject();
+    const JsonObject object(json);
     json.bytes("name", Side::mac, name);
     json.bytes("windows", Side::windows, report.windowsName);
-    json.beginArray("quoted");
-    for (const QuotedByte& quoted : report.quoted) {
-        json.beginObject();
-        json.number("position", static_cast<long>(quoted.position));
-        json.number("byte", quoted.byte);
-        json.ascii("reason", quoted.reason);
-        json.endObject();
+    {
+        const JsonArray array(json, true, "quoted");
+        for (const QuotedByte& quoted : report.quoted) {
+            const JsonObject row(json);
+            json.number("position", static_cast<long>(quoted.position));
+            json.number("byte", quoted.byte);
+            json.ascii("reason", quoted.reason);
+        }
     }
-    json.endArray();
-    json.beginArray("looksQuoted");
-    for (const LooksQuoted& look : report.looksQuoted) {
-        json.beginObject();
-        json.number("position", static_cast<long>(look.position));
-        json.number("value", look.value);
-        json.endObject();
+    {
+        const JsonArray array(json, true, "looksQuoted");
+        for (const LooksQuoted& look : report.looksQuoted) {
+            const JsonObject row(json);
+            json.number("position", static_cast<long>(look.position));
+            json.number("value", look.value);
+        }
     }
-    json.endArray();
     json.boolean("comesBack", report.comesBack);
     json.boolean("tooLong", report.tooLong);
     json.ascii("notKept", report.notKept ? report.notKept : "");
-    json.endObject();
 }
 
 int runCheck(const Arguments& arguments) {
     const bool asJson = arguments.has("--json");
     const ByteRules rules = askLibrary();
     Json json;
-    if (asJson) json.beginArray();
+    const JsonArray array(json, asJson);
     const int status = forEachName(arguments, Side::mac, [&](const std::string& name) {
         const NameReport report = checkName(name, rules);
         if (asJson)
@@ -158,10 +152,6 @@ int runCheck(const Arguments& arguments) {
             printReport(name, report, rules);
         return report.comesBack && !report.notKept;
     });
-    if (asJson) {
-        json.endArray();
-        json.finish();
-    }
     return status;
 }
 
@@ -179,12 +169,33 @@ constexpr char kToMacDetails[] =
     "input, one a line (a carriage return before the line's end is dropped), or each up to a zero byte with -0.\n";
 
 constexpr Command kCommands[] = {
-    {"name to-windows", "[NAME...]", "turn Macintosh names into Windows names", kFromInput, kConvertOptions, 0, -1,
-     runToWindows},
-    {"name to-mac", "[NAME...]", "turn Windows names or paths into Macintosh names", kToMacDetails, kToMacOptions, 0,
-     -1, runToMac},
-    {"name check", "[NAME...]", "say what happens to Macintosh names on the way", kCheckDetails, kConvertOptions, 0, -1,
-     runCheck},
+    {.name = "name to-windows",
+     .operands = "[NAME...]",
+     .summary = "turn Macintosh names into Windows names",
+     .details = kFromInput,
+     .options = kConvertOptions,
+     .fewest = 0,
+     .most = -1,
+     .run = runToWindows,
+     .example = "name to-windows 'Q1: Budget?' Report."},
+    {.name = "name to-mac",
+     .operands = "[NAME...]",
+     .summary = "turn Windows names or paths into Macintosh names",
+     .details = kToMacDetails,
+     .options = kToMacOptions,
+     .fewest = 0,
+     .most = -1,
+     .run = runToMac,
+     .example = "name to-mac 'Q1[058] Budget[063]'"},
+    {.name = "name check",
+     .operands = "[NAME...]",
+     .summary = "say what happens to Macintosh names on the way",
+     .details = kCheckDetails,
+     .options = kConvertOptions,
+     .fewest = 0,
+     .most = -1,
+     .run = runCheck,
+     .example = "name check 'Sales@HQ.'"},
 };
 
 }  // namespace

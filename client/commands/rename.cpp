@@ -2,8 +2,8 @@
 #include <algorithm>
 
 #include "client/command.h"
+#include "client/json.h"
 #include "client/library_names.h"
-#include "client/output.h"
 #include "client/rename_plan.h"
 
 namespace tamrix::client {
@@ -146,8 +146,8 @@ int run(const Arguments& arguments) {
     return walk.finish();
 }
 
-constexpr Command kCommands[] = {
-    {"rename", "DIR", "give everything in a folder its Windows or Macintosh name", kDetails, kOptions, 1, 1, run}};
+constexpr Command kCommands[] = {{"rename", "DIR", "give everything in a folder its Windows or Macintosh name",
+                                  kDetails, kOptions, 1, 1, run, false, "rename --to-windows Copies"}};
 
 }  // namespace
 

@@ -55,15 +55,12 @@ void printChanges(const std::vector<Change>& changes) {
 
 void writeChanges(const std::vector<Change>& changes) {
     Json json;
-    json.beginArray();
+    const JsonArray array(json, true);
     for (const Change& change : changes) {
-        json.beginObject();
+        const JsonObject object(json);
         json.ascii("change", change.isNew ? "add" : "change");
         writeMapping(json, change.wanted);
-        json.endObject();
     }
-    json.endArray();
-    json.finish();
 }
 
 int runImport(const Arguments& arguments) {
@@ -76,7 +73,7 @@ int runImport(const Arguments& arguments) {
     }
     MappingFile file = parseMappings(text);
     if (file.error) {
-        complain(name + ":" + decimal(static_cast<long>(file.error->line)), file.error->message);
+        complain(name + ":" + std::to_string(file.error->line), file.error->message);
         return kUsageError;
     }
     const std::vector<Change> changes = changesFor(std::move(file.mappings));
@@ -100,9 +97,25 @@ constexpr char kImportDetails[] =
     "number, and nothing is imported then. Prints what changed.\n";
 
 constexpr Command kCommands[] = {
-    {"extmap export", "[FILE]", "write all mappings as text", kExportDetails, {}, 0, 1, runExport},
-    {"extmap import", "FILE", "add and change mappings from text", kImportDetails, kImportOptions, 1, 1, runImport,
-     true},
+    {.name = "extmap export",
+     .operands = "[FILE]",
+     .summary = "write all mappings as text",
+     .details = kExportDetails,
+     .options = {},
+     .fewest = 0,
+     .most = 1,
+     .run = runExport,
+     .example = "extmap export map.txt"},
+    {.name = "extmap import",
+     .operands = "FILE",
+     .summary = "add and change mappings from text",
+     .details = kImportDetails,
+     .options = kImportOptions,
+     .fewest = 1,
+     .most = 1,
+     .run = runImport,
+     .changesMappings = true,
+     .example = "extmap import --dry-run map.txt"},
 };
 
 }  // namespace

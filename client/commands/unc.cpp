@@ -1,8 +1,9 @@
 // tamrix unc: paths of AppleTalk servers and printers, joined from and split into their parts.
 #include "client/command.h"
-#include "client/output.h"
+#include "client/json.h"
 #include "client/system/encodings.h"
 #include "tamrix32/macnames.h"
+#include "tamrix32/strings.h"
 
 namespace tamrix::client {
 namespace {
@@ -25,9 +26,19 @@ struct Parts {
     const char* shareOrNull = nullptr;
 };
 
-bool takePart(const std::string& argument, std::string& bytes, const char*& pointer) {
-    if (!bytesFromText(Side::windows, argumentText(argument), bytes)) {
-        complain(argument, "not text of this code page");
+/// Why a path with this part would not be split into the same parts again; null when it would.
+const char* whyNotAPart(const std::string& bytes) {
+    if (bytes.empty()) return "is empty";
+    for (const char delimiter : {'\\', '@', '`'})
+        if (dbcs_strchr(bytes.c_str(), delimiter)) return "holds a character that ends a part of a path: \\, @ or `";
+    return nullptr;
+}
+
+/// Takes one part, which `what` names in complaints.
+bool takePart(const char* what, const std::string& argument, std::string& bytes, const char*& pointer) {
+    const bool isText = bytesFromText(Side::windows, argumentText(argument), bytes);
+    if (const char* why = isText ? whyNotAPart(bytes) : "is not text of this code page") {
+        complain(argument, std::string("the ") + what + " " + why);
         return false;
     }
     pointer = bytes.c_str();
@@ -38,9 +49,9 @@ bool takeParts(const Arguments& arguments, Parts& parts) {
     const auto& operands = arguments.operands();
     const char* zone = arguments.value("--zone");
     if (arguments.has("--printer")) parts.kind = kPrinter;
-    return (!zone || takePart(zone, parts.zone, parts.zoneOrNull)) &&
-           takePart(operands[0], parts.name, parts.nameOrNull) &&
-           (operands.size() < 2 || takePart(operands[1], parts.share, parts.shareOrNull));
+    return (!zone || takePart("zone", zone, parts.zone, parts.zoneOrNull)) &&
+           takePart("name", operands[0], parts.name, parts.nameOrNull) &&
+           (operands.size() < 2 || takePart("share", operands[1], parts.share, parts.shareOrNull));
 }
 
 /// The capacity for the path; 0 after a complaint.
@@ -49,20 +60,20 @@ int lengthOf(const Arguments& arguments, const Parts& parts) {
     if (length <= 0)
         complain(arguments.operands()[0], parts.kind == kPrinter && !parts.shareOrNull
                                               ? "a printer needs a share"
-                                              : "the path is longer than " + decimal(kLongestPath) + " bytes");
+                                              : "the path is longer than " + std::to_string(kLongestPath) + " bytes");
     return length > 0 ? length : 0;
 }
 
 int runJoin(const Arguments& arguments) {
     Parts parts;
-    if (!takeParts(arguments, parts)) return kSomeFailed;
+    if (!takeParts(arguments, parts)) return kUsageError;
     const int length = lengthOf(arguments, parts);
-    if (!length) return kSomeFailed;
+    if (!length) return kUsageError;
     std::string path(static_cast<std::size_t>(length), '\0');
     if (!StringsToUNC(parts.kind, path.data(), static_cast<unsigned short>(length), parts.zoneOrNull, parts.nameOrNull,
                       parts.shareOrNull)) {
-        complain(arguments.operands()[0], "a printer's name and share may not be empty");
-        return kSomeFailed;
+        complain(arguments.operands()[0], "the library refuses the path");
+        return kUsageError;
     }
     path.resize(path.find('\0'));
     if (!arguments.has("--json")) {
@@ -70,32 +81,28 @@ int runJoin(const Arguments& arguments) {
         return kDone;
     }
     Json json;
-    json.beginObject();
+    const JsonObject object(json);
     json.bytes("path", Side::windows, path);
-    json.endObject();
-    json.finish();
     return kDone;
 }
 
 int runLength(const Arguments& arguments) {
     Parts parts;
-    if (!takeParts(arguments, parts)) return kSomeFailed;
+    if (!takeParts(arguments, parts)) return kUsageError;
     const int length = lengthOf(arguments, parts);
-    if (!length) return kSomeFailed;
+    if (!length) return kUsageError;
     if (!arguments.has("--json")) {
-        print(decimal(length) + "\n");
+        print(std::to_string(length) + "\n");
         return kDone;
     }
     Json json;
-    json.beginObject();
+    const JsonObject object(json);
     json.number("length", length);
-    json.endObject();
-    json.finish();
     return kDone;
 }
 
 struct SplitPath {
-    int kind;
+    int kind = 0;  // no path of a server or printer
     std::string zone, name, share, rest;
 };
 
@@ -120,21 +127,20 @@ void printSplit(const SplitPath& parts) {
 }
 
 void writeSplit(Json& json, const std::string& path, const SplitPath& parts) {
-    json.beginObject();
+    const JsonObject object(json);
     json.bytes("path", Side::windows, path);
     json.ascii("kind", parts.kind == kPrinter ? "printer" : parts.kind == kServer ? "server" : "none");
     json.bytes("zone", Side::windows, parts.zone);
     json.bytes("name", Side::windows, parts.name);
     json.bytes("share", Side::windows, parts.share);
     json.bytes("rest", Side::windows, parts.rest);
-    json.endObject();
 }
 
 int runSplit(const Arguments& arguments) {
     int status = kDone;
     const bool asJson = arguments.has("--json");
     Json json;
-    if (asJson) json.beginArray();
+    const JsonArray array(json, asJson);
     for (const std::string& operand : arguments.operands()) {
         std::string path;
         if (!bytesFromText(Side::windows, argumentText(operand), path)) {
@@ -142,18 +148,15 @@ int runSplit(const Arguments& arguments) {
             status = kSomeFailed;
             continue;
         }
-        const SplitPath parts = split(path);
-        if (parts.kind == 0) {
-            complain(operand, "not a path of a server or printer");
+        SplitPath parts = split(path);
+        if (parts.kind == 0 || parts.name.empty()) {
+            complain(operand, parts.kind ? "names no server or printer" : "not a path of a server or printer");
+            parts = {};
             status = kSomeFailed;
         } else if (!asJson) {
             printSplit(parts);
         }
         if (asJson) writeSplit(json, path, parts);
-    }
-    if (asJson) {
-        json.endArray();
-        json.finish();
     }
     return status;
 }
@@ -164,10 +167,33 @@ constexpr char kSplitDetails[] =
     "Prints kind, zone, name, share and the rest of the path, each with a tab behind its label.\n";
 
 constexpr Command kCommands[] = {
-    {"unc join", "NAME [SHARE]", "build the path of a server or printer", kJoinDetails, kJoinOptions, 1, 2, runJoin},
-    {"unc split", "PATH...", "take paths apart", kSplitDetails, kSplitOptions, 1, -1, runSplit},
-    {"unc length", "NAME [SHARE]", "measure the path before it is built", kLengthDetails, kJoinOptions, 1, 2,
-     runLength},
+    {.name = "unc join",
+     .operands = "NAME [SHARE]",
+     .summary = "build the path of a server or printer",
+     .details = kJoinDetails,
+     .options = kJoinOptions,
+     .fewest = 1,
+     .most = 2,
+     .run = runJoin,
+     .example = "unc join --zone Sales Mercury Projects"},
+    {.name = "unc split",
+     .operands = "PATH...",
+     .summary = "take paths apart",
+     .details = kSplitDetails,
+     .options = kSplitOptions,
+     .fewest = 1,
+     .most = -1,
+     .run = runSplit,
+     .example = "unc split '\\\\Sales@Mercury\\Projects\\Docs\\a.txt'"},
+    {.name = "unc length",
+     .operands = "NAME [SHARE]",
+     .summary = "measure the path before it is built",
+     .details = kLengthDetails,
+     .options = kJoinOptions,
+     .fewest = 1,
+     .most = 2,
+     .run = runLength,
+     .example = "unc length --zone Sales Mercury Projects"},
 };
 
 }  // namespace

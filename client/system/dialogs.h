@@ -1,5 +1,5 @@
 // The library's dialogs, shown on a desktop. dialogs_windows.cpp implements them; natively there is none, and
-// every action says so. Results are exit statuses; complaints have been made.
+// every action says so. Results are exit statuses, kUsageError where nothing could be shown; complaints have been made.
 #pragma once
 
 #include <string>
@@ -7,7 +7,7 @@
 namespace tamrix::client {
 
 /// Lets the user edit the extensions of one creator and type.
-int editMappings(const std::string& creator, const std::string& type);
+int editMappings(const std::string& type, const std::string& creator);
 
 enum class BrowseMode { open, save, folder };
 
@@ -15,7 +15,7 @@ struct BrowseRequest {
     BrowseMode mode = BrowseMode::open;
     std::string title;    // at most kLongestTitle bytes; empty: the platform's own
     std::string filter;   // at most kLongestFilter bytes, "Text|*.txt|All|*.*|"; empty: none
-    std::string initial;  // the folder, or a file in it
+    std::string initial;  // the folder, or but for a folder's choice a path whose last part is a file's name
 };
 
 // What the library reads of a title and of a filter.

@@ -43,6 +43,34 @@ WideString wide(const std::string& bytes) {
     return result;
 }
 
+/// Whether a dialog came up on this thread while the object lived: the library does not tell for all of its dialogs,
+/// nor a dialog that failed from one that was cancelled.
+class DialogWatch {
+public:
+    DialogWatch() : hook_(SetWindowsHookExA(WH_CBT, note, nullptr, GetCurrentThreadId())) { isShown_ = !hook_; }
+    ~DialogWatch() {
+        if (hook_) UnhookWindowsHookEx(hook_);
+    }
+    DialogWatch(const DialogWatch&) = delete;
+    DialogWatch& operator=(const DialogWatch&) = delete;
+
+    bool isShown() const { return isShown_; }
+
+private:
+    static LRESULT CALLBACK note(int code, WPARAM wParam, LPARAM lParam) {
+        if (code == HCBT_ACTIVATE) isShown_ = true;
+        return CallNextHookEx(nullptr, code, wParam, lParam);
+    }
+
+    inline static bool isShown_;
+    HHOOK hook_;
+};
+
+int notShown(const char* command) {
+    complain(command, "the dialog could not be shown");
+    return kUsageError;
+}
+
 INT_PTR CALLBACK plainDialog(HWND window, UINT message, WPARAM wParam, LPARAM) {
     if (message == WM_INITDIALOG) return TRUE;
     const bool ends = message == WM_COMMAND && (LOWORD(wParam) == IDOK || LOWORD(wParam) == IDCANCEL);
@@ -59,17 +87,13 @@ protected:
     }
 };
 
-int noAbout() {
-    complain("about", "the box could not be built");
-    return kUsageError;
-}
-
 }  // namespace
 
-int editMappings(const std::string& creator, const std::string& type) {
-    std::string creatorCopy = creator, typeCopy = type;
+int editMappings(const std::string& type, const std::string& creator) {
+    std::string typeCopy = type, creatorCopy = creator;
+    const DialogWatch watch;
     FileExtMapEditDlg(nullptr, creatorCopy.data(), typeCopy.data());
-    return kDone;
+    return watch.isShown() ? kDone : notShown("edit");
 }
 
 int browse(const BrowseRequest& request, std::string& chosen) {
@@ -81,7 +105,8 @@ int browse(const BrowseRequest& request, std::string& chosen) {
                       request.title.empty() ? 0 : kTitleString, request.filter.empty() ? 0 : kFilterString);
     char path[MAX_PATH] = "";
     std::string initial = request.initial;
-    if (!dialog.invoke(nullptr, path, initial.data())) return kSomeFailed;
+    const DialogWatch watch;
+    if (!dialog.invoke(nullptr, path, initial.data())) return watch.isShown() ? kSomeFailed : notShown("browse");
     chosen = path;
     return kDone;
 }
@@ -115,14 +140,15 @@ int showDialog(const std::string& module, const std::string& id, bool adjustSize
 
 int showAbout(bool modal) {
     if (modal) {
+        const DialogWatch watch;
         DoQuillonAboutBox();
-        return kDone;
+        return watch.isShown() ? kDone : notShown("about");
     }
     auto* box = new LoopingAbout;
     box->invoke(0);
     if (!box->isOpen()) {
         delete box;
-        return noAbout();
+        return notShown("about");
     }
     // The box deletes itself with its window.
     MSG message;

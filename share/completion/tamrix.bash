@@ -1,11 +1,22 @@
-# Completion of tamrix for bash. Commands and options are those that its help lists.
+# Completion of tamrix for bash. Commands, options and operands are those that its help lists.
 
 _tamrix_commands() {
-    "$1" --help 2>/dev/null | sed -n '/^Commands:/,/^$/s/^  \([a-z-]*\) *\([a-z-]*\).*/\1 \2/p'
+    "$1" --help 2>/dev/null | sed -nE '/^Commands:/,/^$/s/^  ([a-z-]+( [a-z-]+)?) .*/\1/p'
 }
 
+# The help of a command: "$@" --help.
 _tamrix_options() {
     "$@" --help 2>/dev/null | sed -n 's/^  \(-[-0-9a-z]*\).*/\1/p'
+}
+
+_tamrix_words() {
+    mapfile -t COMPREPLY < <(compgen -W "$1" -- "$current")
+}
+
+# Names of files, whatever they hold: a space does not end one, and readline quotes what it inserts.
+_tamrix_files() {
+    mapfile -t COMPREPLY < <(compgen -f -- "$current")
+    compopt -o filenames 2>/dev/null
 }
 
 _tamrix() {
@@ -13,24 +24,24 @@ _tamrix() {
     local -a path=()
     COMPREPLY=()
     case $previous in
-        --text) COMPREPLY=($(compgen -W utf-8 -- "$current")); return ;;
-        --code-page | --oem-code-page) COMPREPLY=($(compgen -W '437 850 932 936 949 950 1251 1252' -- "$current")); return ;;
-        --registry) COMPREPLY=($(compgen -f -- "$current")); return ;;
+        --text) _tamrix_words utf-8; return ;;
+        --code-page | --oem-code-page) _tamrix_words '437 850 932 936 949 950 1251 1252'; return ;;
+        --registry | --journal | --undo) _tamrix_files; return ;;
         --zone | --type | --creator | --title | --filter | --separator) return ;;
     esac
     commands=$(_tamrix_commands "$program")
     for word in "${COMP_WORDS[@]:1:COMP_CWORD-1}"; do
-        grep -q "^${path[*]}${path:+ }$word\b" <<<"$commands" && path+=("$word")
+        grep -qE "^${path[*]}${path:+ }$word( |\$)" <<<"$commands" && path+=("$word")
     done
     if [[ $current == -* ]]; then
-        COMPREPLY=($(compgen -W "$(_tamrix_options "$program" "${path[@]}")" -- "$current"))
+        _tamrix_words "$(_tamrix_options "$program" "${path[@]}")"
     elif [[ ${#path[@]} == 0 ]]; then
-        COMPREPLY=($(compgen -W "$(cut -d' ' -f1 <<<"$commands" | sort -u)" -- "$current"))
-    elif [[ ${#path[@]} == 1 ]] && grep -q "^${path[0]} [a-z]" <<<"$commands"; then
-        COMPREPLY=($(compgen -W "$(sed -n "s/^${path[0]} //p" <<<"$commands")" -- "$current"))
-    else
-        COMPREPLY=($(compgen -f -- "$current"))
+        _tamrix_words "$(cut -d' ' -f1 <<<"$commands" | sort -u)"
+    elif [[ ${#path[@]} == 1 ]] && grep -q "^${path[0]} " <<<"$commands"; then
+        _tamrix_words "$(sed -n "s/^${path[0]} //p" <<<"$commands")"
+    elif "$program" "${path[@]}" --help 2>/dev/null | sed -n 1p | grep -qE 'FILE|DIR|MODULE|INITIAL|NAME'; then
+        _tamrix_files
     fi
 }
 
-complete -o filenames -F _tamrix tamrix tamrix.exe
+complete -F _tamrix tamrix tamrix.exe

@@ -28,19 +28,23 @@ class Lines(CommandTest):
     @native_only
     def test_what_is_wrong_is_named_and_nothing_is_done(self):
         self.rows([("", 2, "a command is missing"), ("frobnicate", 2, "frobnicate: no such command"),
-                   ("name", 2, "name: needs one more word"), ("name frobnicate", 2, "no such command: name frobnicate"),
+                   ("name", 2, "name: needs one more word"), ("name frobnicate", 2, ": name frobnicate: no such"),
                    ("--frob info", 2, "no such option: --frob"), ("name check --frob", 2, "no such option: --frob"),
                    ("info --json=1", 2, "--json takes no value"), ("unc join", 2, "NAME [SHARE]"),
                    ("unc join a b odd", 2, "one argument too many: odd"), ("unc join a --zone", 2, "needs a value"),
                    ("info --text latin1", 2, "latin1"), ("--code-page 12 info", 2, "--code-page 12"),
                    ("info --oem-code-page=866", 2, "--oem-code-page 866"), ("info --code-page 1252x", 2, "1252x"),
                    ("rename --to-mac absent", 2, "absent"),
-                   ("unc join --printer Laser", 1, "Laser: a printer needs a share"),
-                   ("unc join " + "a" * 32767, 1, "than 32767 bytes"), ("unc join --zone '*' Mercury", "\\\\Mercury\n"),
+                   ("unc join --printer Laser", 2, "Laser: a printer needs"), ("unc join ''", 2, "the name is empty"),
+                   (r"unc length 'a\b'", 2, "ends a part"), ("unc join --zone a@b c", 2, "a@b: the zone holds"),
+                   ("unc join a 'b`c'", 2, "b`c: the share holds"), ("extmap export --json", 2, "--json: this command"),
+                   (r"unc split '\\zone@\x'", 1, "names no server"), ("unc join --zone '*' Mercury", "\\\\Mercury\n"),
                    (r"unc split 'c:\x'", 1, r"c:\x: not a path of a server or printer"),
                    *((line, 2, "needs Windows") for line in ("edit ttxt TEXT", "about", "browse", "dialog x.dll 1")),
                    ("edit ttxt TXT", 2, "TXT"), ("browse --title " + "x" * 64, 2, "--title"),
-                   ("browse --open --folder", 2, "give one of")])
+                   ("browse --open --folder", 2, "give one of"),
+                   ("browse --text utf-8 --title \u4e00", 2, "--title: not text of this code page")])
+        self.tamrix("unc join", "a" * 32767, status=2, named="longer than 32767 bytes")
         with open("/dev/full", "wb") as full:
             self.tamrix("info", status=2, named="standard output", stdout=full)
 
@@ -53,14 +57,19 @@ class Lines(CommandTest):
         for command in commands:
             text = self.tamrix(command + " --help").decode()
             self.assertTrue(text.startswith("usage: tamrix " + command), text)
+            example = re.search(rf"\nExample:\n  tamrix ({command}.*)\n", text)[1]
+            if command.split()[0] in ("name", "unc", "info", "extmap"):
+                self.tamrix(example, status=int(command in ("extmap get", "extmap remove")))
             self.assertRegex(manual, rf"\.Cm .*{command.split()[-1]}\b")
             for option in re.findall(r"^  -(\S+)", text, re.M):
                 self.assertRegex(manual, rf"(Fl|\|) {option}\b", command)
+        (self.folder / "a file.txt").touch()
         self.assertEqual(self.tamrix("--version"), self.tamrix("info --version"))
         self.assertEqual(self.tamrix("name --help").count(b"\n  name "), 3)
         for line, completions in (("", {command.split()[0] for command in commands}), ("extmap im", {"import"}),
                                   ("unc ", {"join", "length", "split"}), ("name --text ", {"utf-8"}),
-                                  ("--json extmap import --dry", {"--dry-run"})):
+                                  ("--json extmap import --dry", {"--dry-run"}), ("info ", set()),
+                                  ("extmap import ", {"a file.txt", "data", "map.txt"})):
             self.assertEqual(self.completed(line), completions, line)
 
     def completed(self, line):
@@ -69,7 +78,7 @@ class Lines(CommandTest):
                   f"COMP_CWORD={len(words) - 1}; _tamrix {shlex.join([words[0], words[-1], words[-2]])}; "
                   "printf '%s\\n' \"${COMPREPLY[@]}\"")
         ran = subprocess.run(["bash", "-c", script], capture_output=True, text=True, check=True, cwd=self.folder)
-        return set(ran.stdout.splitlines())
+        return set(ran.stdout.splitlines()) - {""}
 
 
 class Names(CommandTest):
@@ -115,7 +124,8 @@ class Names(CommandTest):
                 self.assertEqual([(each["position"], each["value"]) for each in found["looksQuoted"]], looks)
                 self.assertEqual(found["comesBack"], not looks)
         for options, kept, reason, names in (
-                ("", True, "", ["a" * 250 + ":", "auxiliary", "COM0", "com10", "lpt.1"]), ("", False, "255", ["a" * 251 + ":"]),
+                ("", True, "", ["a" * 250 + ":", "auxiliary", "COM0", "com10", "lpt.1"]),
+                ("", False, "255", ["a" * 251 + ":"]),
                 ("", False, "device", ["AUX", "con.txt", "COM1.doc", "nul", "prn .a.b", "lpt9", "conin$"]),
                 ("--registry all.reg", False, "character", ["a:b", "tab\t"]),
                 ("--code-page 932", False, "final period", [b"\x8f\x5c\x8e\x9e."]),
@@ -149,9 +159,11 @@ class Dialogs(CommandTest):
         self.assertEqual(json.loads(chosen)["path"].lower(), r"c:\windows\new.txt")
         self.pressing("None", cancel, r"browse --title None 'C:\windows'", status=1, named=None)
         self.pressing("Add Filename Extension Mapping", ok, "dialog --adjust", library, "411")
-        self.pressing("Edit File Extension Mapping", cancel, "edit ttxt TEXT")
+        self.pressing("Edit File Extension Mapping", cancel, "edit TEXT ttxt")
         self.tamrix("dialog", library, "999", status=1, named="no such dialog in")
         self.tamrix("dialog absent.dll 1", status=2, named="absent.dll: not a module")
+        self.environment["DISPLAY"] = ":99.9"  # no such screen: nothing can be shown
+        self.rows([(line, 2, "could not be shown") for line in ("edit TEXT ttxt", "about", "about --modeless", "browse")])
 
 
 class Info(CommandTest):
