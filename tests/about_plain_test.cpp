@@ -108,44 +108,40 @@ TEST(Perspective, MakesEachLineLowerWiderAndTaller) {
     }
 }
 
-/// The bytes of a copy, a zero for none; "-" where there is no copy.
-std::string copied(CCustomResource& resource) {
-    const GlobalBlock copy(resource.copyData());
-    return copy ? std::string(GlobalBlockLock(copy.get()).bytes(), GlobalSize(copy.get())) : "-";
+/// What a series of operations gives: lock, unlock, copy. After each, "*" while there is data, and the size.
+std::string story(CCustomResource& resource, const std::string& operations) {
+    std::string text;
+    for (const char operation : operations) {
+        if (operation == 'c') {
+            const GlobalBlock copy(resource.copyData());
+            text += copy ? '(' + std::string(GlobalBlockLock(copy.get()).bytes(), GlobalSize(copy.get())) + ')' : "()";
+        } else {
+            text += static_cast<char>('0' + (operation == 'l' ? resource.lock() : resource.unlock()));
+        }
+        EXPECT_EQ(resource.getAddress() != nullptr, resource.isLocked() == 1);
+        EXPECT_EQ(standin::lockedResources(), resource.isLocked() ? 1U : 0U);
+        text += (resource.isLocked() ? "*" : "") + std::to_string(resource.getSize()) + ' ';
+    }
+    return text;
 }
 
 TEST(CustomResource, IsLoadedWhileItIsLocked) {
     const HINSTANCE module = standin::fakeModule(7);
     char type[] = "TEXT", name[] = "named", missing[] = "missing";
-    const BYTE text[] = {'t', 'e', 'x', 't'};
-    standin::addResource(module, type, name, text);
+    const BYTE bytes[] = {'t', 'e', 'x', 't'};
+    standin::addResource(module, type, name, bytes);
     standin::addResource(module, type, MAKEINTRESOURCEA(2), {});
-    const struct {
-        CCustomResource fresh;
-        std::string copy;
-    } rows[] = {{CCustomResource(module, name, type), "text"}, {CCustomResource(module, 0x10002, type), {'\0'}},
-                {CCustomResource(module, missing, type), "-"}, {CCustomResource(nullptr, name, type), "-"},
-                {CCustomResource(module, 0x10000, type), "-"}, {CCustomResource(module, name, nullptr), "-"}};
-    for (const auto& row : rows) {
-        CCustomResource resource = row.fresh;
-        const bool exists = row.copy != "-";
-        bool known = false;
-        for (int i = 0, locks = 0; i < 100; ++i) {
-            const int operation = draw() % 5;
-            if (operation < 2) locks += exists;
-            if (operation == 2 || operation == 3) locks -= locks > 0;
-            known |= exists && (operation < 2 || operation == 4);
-            EXPECT_TRUE(operation != 4 || copied(resource) == row.copy);
-            EXPECT_TRUE(operation == 4 || (operation < 2 ? resource.lock() : resource.unlock()) == (locks > 0));
-            EXPECT_EQ(resource.isLocked(), locks > 0);
-            EXPECT_EQ(resource.getAddress() != nullptr, locks > 0);
-            EXPECT_EQ(standin::lockedResources(), locks > 0);
-            EXPECT_EQ(resource.getSize(), known && row.copy == "text" ? 4 : 0);
-        }
-        resource.lock();
-        resource.lock();
+    for (CCustomResource none : {CCustomResource(module, missing, type), CCustomResource(nullptr, name, type),
+                                 CCustomResource(module, 0x10000, type), CCustomResource(module, name, nullptr)})
+        EXPECT_EQ(story(none, "lcu"), "00 ()0 00 ");
+    CCustomResource empty(module, 0x10002, type);
+    EXPECT_EQ(story(empty, "lcu"), "1*0 (" + std::string(1, '\0') + ")*0 00 ");
+    {
+        CCustomResource named(module, name, type);
+        EXPECT_EQ(story(named, "ucllcuu"), "00 (text)4 1*4 1*4 (text)*4 1*4 04 ");
+        EXPECT_EQ(story(named, "lull"), "1*4 04 1*4 1*4 ");
     }
-    EXPECT_EQ(standin::lockedResources(), 0u) << "each is given back at its end";
+    EXPECT_EQ(standin::lockedResources(), 0U) << "given back at its end, however often it was locked";
     standin::clearResources();
 }
 

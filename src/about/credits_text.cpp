@@ -12,6 +12,18 @@ constexpr char kLineFeed = '\n';
 constexpr std::string_view kVersion = TAMRIX32_VERSION;
 constexpr std::string_view kYears = "1995-97";
 
+struct Marker {
+    char character;
+    CreditsFont font;
+    bool MarkedFonts::*made;
+};
+
+constexpr Marker kMarkers[] = {
+    {'*', CreditsFont::bold, &MarkedFonts::bold},
+    {'/', CreditsFont::italic, &MarkedFonts::italic},
+    {'_', CreditsFont::underlined, &MarkedFonts::underlined},
+};
+
 /// Bytes of the character at `position`, which lies in `text`; a lead byte at the very end counts as one byte.
 std::size_t characterSize(std::span<const char> text, std::size_t position, const LeadByteTable& leadBytes) {
     return leadBytes.leads(text[position]) && position + 1 < text.size() ? 2 : 1;
@@ -19,7 +31,7 @@ std::size_t characterSize(std::span<const char> text, std::size_t position, cons
 
 struct Replacement {
     std::string_view text;
-    std::size_t replaced;  // bytes of the line that it stands for
+    std::size_t replaced;  // bytes of the line that it takes the place of
 };
 
 Replacement replacementFor(std::string_view fromPercent) {
@@ -69,16 +81,9 @@ void splitCredits(std::span<char> text, const LeadByteTable& leadBytes, std::spa
 }
 
 MarkedLine takeMarker(std::string_view line, MarkedFonts fonts) {
-    struct {
-        char marker;
-        CreditsFont font;
-        bool made;
-    } const markers[] = {{'*', CreditsFont::bold, fonts.bold},
-                         {'/', CreditsFont::italic, fonts.italic},
-                         {'_', CreditsFont::underlined, fonts.underlined}};
-    for (const auto& [marker, font, made] : markers) {
-        if (!made) break;
-        if (line.starts_with(marker)) return {font, line.substr(1)};
+    for (const Marker& marker : kMarkers) {
+        if (!(fonts.*marker.made)) break;
+        if (line.starts_with(marker.character)) return {marker.font, line.substr(1)};
     }
     return {CreditsFont::regular, line};
 }

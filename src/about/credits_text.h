@@ -1,8 +1,7 @@
 // The credits: a text of lines in the ANSI code page, its line table, markers and placeholders.
 //
-//   lines         separated by CR LF; CR (0x0D) ends a line, LF (0x0A) is dropped wherever it stands, zero ends the
-//   text;
-//                 what follows the last CR is a line too. Neither byte counts as the second of a double-byte character.
+//   lines         CR (0x0D) ends a line, LF (0x0A) is dropped wherever it is, zero ends the text; what follows the last
+//                 CR is a line, too. Neither byte counts as the second of a double-byte character.
 //   markers       a line's first character selects its font and is not shown:  * bold   / italic   _ underlined
 //   placeholders  %v version   %y years   %% a per cent sign   % before anything else: a space, and that stays
 //
@@ -28,7 +27,7 @@ namespace tamrix {
 /// Returns the number of lines, at least 1.
 std::int32_t compactCredits(std::span<char> text, const LeadByteTable& leadBytes);
 
-/// Fills one entry for each line of a compacted text and puts a zero byte behind each line.
+/// Fills one entry for each line of a compacted text and puts a zero byte after each line.
 void splitCredits(std::span<char> text, const LeadByteTable& leadBytes, std::span<AboutLine> lines);
 
 enum class CreditsFont { regular, bold, italic, underlined };
@@ -57,7 +56,7 @@ inline constexpr std::size_t kExpandedCapacity = 255;
 std::string_view expandPlaceholders(std::string_view line, const LeadByteTable& leadBytes,
                                     std::span<char, kExpandedCapacity> buffer);
 
-/// Whether a per cent sign stands in the line as a character of its own.
+/// Whether the line has a per cent sign that is a character of its own.
 bool hasPlaceholder(std::string_view line, const LeadByteTable& leadBytes);
 
 }  // namespace tamrix

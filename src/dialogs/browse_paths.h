@@ -9,7 +9,7 @@ namespace tamrix {
 /// Bytes of a path's buffer.
 inline constexpr int kBrowsePathSize = 260;
 
-/// Cuts `path` at its last backslash, which leaves the folder to begin in, and gives the file name behind it. A path
+/// Cuts `path` at its last backslash, which leaves the folder to begin in, and gives the file name after it. A path
 /// without a backslash names no folder: it becomes empty and the result is null.
 const char* splitInitialPath(char* path, const LeadByteTable& table);
 

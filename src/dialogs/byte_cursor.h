@@ -37,7 +37,7 @@ public:
         return low | static_cast<std::uint32_t>(u16()) << 16;
     }
 
-    /// Moves to the next multiple of `boundary`, a power of two, unless it stands on one.
+    /// Moves to the next multiple of `boundary`, a power of two, unless it is on one.
     void align(std::size_t boundary) { take((boundary - position_ % boundary) % boundary); }
 
     /// The bytes that `pass` moves this reader past.

@@ -23,7 +23,7 @@ using NameFolding = bool (*)(char* name);
 KeyedLine keyedLine(OwnedText line, NameFolding fold);
 
 /// Whether lines[index] is to be written, in the order of the lines: it was added or changed, and no line below it
-/// names its key. A line as it was listed stands for all that is stored, also for a comment that could not be read.
+/// names its key. A line that is as it was listed means all that is stored, also a comment that could not be read.
 bool isToBeWritten(std::span<const KeyedLine> lines, std::size_t index, std::span<const KeyedLine> listed);
 
 /// Whether the mapping of a line that was listed is to be removed, after all lines are written: no line names its key

@@ -64,14 +64,11 @@ struct Parsed {
         std::memcpy(block.get(), bytes.data(), bytes.size());
         dialog = tamrix::parseTemplate({block.get(), bytes.size()});
     }
-    std::string written() const {
-        const std::size_t size = tamrix::writeTemplate(*dialog, {});
-        for (const std::size_t room : {size - 1, size}) {
-            const std::unique_ptr<std::uint8_t[]> target(new std::uint8_t[room]());
-            require(tamrix::writeTemplate(*dialog, {target.get(), room}) == size, "the size written");
-            if (room == size) return {target.get(), target.get() + size};
-        }
-        return "";
+    std::string written(std::size_t spared = 1) const {
+        const std::size_t size = tamrix::writeTemplate(*dialog, {}), room = size - spared;
+        const std::unique_ptr<std::uint8_t[]> target(new std::uint8_t[room]());
+        require(tamrix::writeTemplate(*dialog, {target.get(), room}) == size, "the size written");
+        return spared ? written(0) : std::string(target.get(), target.get() + size);
     }
     std::unique_ptr<std::uint8_t[]> block;
     std::optional<tamrix::DialogTemplate> dialog;
