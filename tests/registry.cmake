@@ -2,7 +2,7 @@
 if(WIN32)
     set(TAMRIX_REGISTRY_INPUTS 20)
 else()
-    set(TAMRIX_REGISTRY_INPUTS 400)
+    set(TAMRIX_REGISTRY_INPUTS 200)
 endif()
 foreach(name registry store)
     tamrix_property(${name} INPUTS ${TAMRIX_REGISTRY_INPUTS})

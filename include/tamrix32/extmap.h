@@ -47,8 +47,9 @@ typedef struct SExtensionMap
 /// the extension is not empty and both codes are exactly 4 bytes; 0, with the extension's whole mapping removed, when a
 /// code could not be written.
 TAMRIX_FUNCTION int TAMRIX_CALL AddExtMap(SExtensionMap* map);
-/// Fetches the next complete mapping from `index` on, each once; 0 at the end. Extensions come without their dot, those
-/// over 15 bytes are passed over. After a 0, the buffers hold whatever was examined last.
+/// Fetches the next complete mapping from `index` on, each once; 0 at the end, and when the class root refuses sixteen
+/// keys in a row. Extensions come without their dot, those over 15 bytes are passed over. After a 0, the buffers hold
+/// whatever was examined last.
 TAMRIX_FUNCTION int TAMRIX_CALL EnumExtMap(SExtensionMap* map);
 /// As EnumExtMap, for the mappings whose codes equal the first 4 bytes of `type` and `creator`, which stay as they are.
 TAMRIX_FUNCTION int TAMRIX_CALL EnumExtMapCT(SExtensionMap* map);
@@ -69,10 +70,15 @@ class RegKey;
 
 /// A cursor that holds one mapping at a time in strings of its own, walks all mappings or those of one creator and
 /// type, and writes or deletes the held one. It takes codes of any length. Handed-out strings live until the cursor
-/// replaces them or is destroyed. Not copied; one thread at a time.
+/// replaces them or is destroyed. One thread at a time.
 class TAMRIX_CLASS CExtensionMap {
 public:
     CExtensionMap();
+    /// Copies the held strings, not a pass; the assigned cursor's own pass ends.
+    /// @{
+    CExtensionMap(const CExtensionMap& other);
+    CExtensionMap& operator=(const CExtensionMap& other);
+    /// @}
     ~CExtensionMap();
     /// Starts a pass over all mappings, or goes on with it; 1 when one was fetched. Extensions are held with their dot.
     /// @{
@@ -107,9 +113,6 @@ public:
     void SetCreator(char* creator);
     void SetComment(char* comment);
     /// @}
-
-    CExtensionMap(const CExtensionMap&) TAMRIX_DELETED;
-    CExtensionMap& operator=(const CExtensionMap&) TAMRIX_DELETED;
 
 private:
     friend struct ExtensionMapLayout;

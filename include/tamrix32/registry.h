@@ -28,8 +28,9 @@ public:
     /// Copies `name`; null sets none.
     void SetName(const char* name);
     /// Replaces type and data. REG_SZ: a copy of the string at `data` (null is empty), and the data length becomes at
-    /// least its bytes with the terminator. REG_BINARY: as many bytes as the data length says. REG_DWORD: 4 bytes. Any
-    /// other type: no data, the length stays. Call SetDataLength first.
+    /// least its bytes with the terminator. REG_BINARY: as many bytes as the data length says. REG_DWORD: 4 bytes, with
+    /// zeros after them where the data length is larger. Any other type: no data, the length stays. Call SetDataLength
+    /// first.
     void SetData(RegValType type, unsigned char* data);
     /// Sets how many bytes the next SetData of REG_BINARY copies, and at least keeps of REG_SZ.
     void SetDataLength(unsigned long length);
@@ -77,9 +78,11 @@ public:
     /// @}
     /// Zeroes all fields without closing or freeing what they held.
     void Init();
-    /// Replaces the path (null is empty); an open handle stays open. Always 1.
+    /// Replaces the path (null is empty); an open handle stays open. Always 1. A key without a path, whether it never
+    /// got one or memory ran out, is not opened, created or found until it gets one.
     int SetRelPath(const char* path);
-    /// Replaces the ancestor of the next open; an open handle stays open.
+    /// Replaces the ancestor of the next open; an open handle stays open. A key is not opened below its own handle,
+    /// which is closed first.
     void SetAncestor(HKEY ancestor);
     /// 1 when the key can be opened. The key is closed afterwards whatever the answer; an empty path never exists.
     /// @{

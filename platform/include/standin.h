@@ -17,8 +17,9 @@ namespace standin {
 // Code pages.
 
 /// Makes `ansi` and `oem` the active code pages: 437, 850, 932, 936, 949, 950, 1251 or 1252. At start they are 1252 and
-/// 437. False, and nothing changes, for another number. Registry keys keep the case folding of the code page under
-/// which they were made, so clear the registry first when names hold bytes from 0x80 on.
+/// 437. False, and nothing changes, for another number and for one that the system's iconv can't convert. Registry keys
+/// keep the case folding of the code page under which they were made, so clear the registry first when names hold bytes
+/// from 0x80 on.
 bool setCodePages(UINT ansi, UINT oem);
 
 // Registry.
@@ -27,7 +28,8 @@ bool setCodePages(UINT ansi, UINT oem);
 void clearRegistry();
 
 /// From now on opening, creating or deleting the existing key `path` gives ERROR_ACCESS_DENIED; handles that are open
-/// already, and keys below it, are not concerned. False when there is no such key.
+/// already, and keys below it, are not concerned. On a root itself (an empty path) every call gives it. False when
+/// there is no such key.
 bool denyAccess(HKEY root, const char* path);
 
 /// What loading or saving came to. On failure `message` says why in a sentence without a final period; `line` is the

@@ -120,14 +120,14 @@ const CodePage* CodePage::find(UINT number) {
     if (!source) return nullptr;
     const std::scoped_lock lock(guard);
     auto& page = pages[static_cast<std::size_t>(source - kSources)];
-    if (!page) page.reset(new CodePage(number));
+    if (!page) {
+        std::unique_ptr<CodePage> made(new CodePage(number));
+        if (made->load(source->converterName)) page = std::move(made);
+    }
     return page.get();
 }
 
-CodePage::CodePage(UINT number) : number_(number), units_(0x10000), characters_(0x10000) {
-    load(sourceOf(number)->converterName);
-    complete();
-}
+CodePage::CodePage(UINT number) : number_(number), units_(0x10000), characters_(0x10000) {}
 
 bool CodePage::isLead(BYTE value) const {
     return value >= 0x80 && inRanges(sourceOf(number_)->leads, value);
@@ -138,10 +138,11 @@ void CodePage::set(WORD character, WCHAR unit) {
     characters_[unit] = character;
 }
 
-void CodePage::load(const char* converterName) {
+bool CodePage::load(const char* converterName) {
     Converter decode("UTF-16LE", converterName);
     Converter encode(converterName, "UTF-16LE");
-    if (!decode.usable() || !encode.usable()) return;
+    // Case pairs want Unicode's whatever the process's locale.
+    if (!decode.usable() || !encode.usable() || !unicodeLocale()) return false;
 
     const auto add = [&](WORD character, std::size_t size) {
         const char high = static_cast<char>(character >> 8), low = static_cast<char>(character & 0xFF);
@@ -164,6 +165,8 @@ void CodePage::load(const char* converterName) {
         }
         for (unsigned trail = 0x40; trail < 0xFF; ++trail) add(static_cast<WORD>(first << 8 | trail), 2);
     }
+    complete();
+    return true;
 }
 
 void CodePage::complete() {

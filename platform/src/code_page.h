@@ -15,7 +15,8 @@ namespace standin {
 
 class CodePage {
 public:
-    /// The table of a code page, made at its first use; null for a number that the stand-in doesn't know.
+    /// The table of a code page, made at its first use; null for a number that the stand-in doesn't know, and where the
+    /// system lacks its converter or Unicode's case pairs.
     static const CodePage* find(UINT number);
 
     UINT number() const { return number_; }
@@ -39,7 +40,7 @@ public:
 
 private:
     explicit CodePage(UINT number);
-    void load(const char* converterName);
+    bool load(const char* converterName);
     void complete();
     void set(WORD character, WCHAR unit);
     WORD inCase(WORD character, bool upper) const;

@@ -2,6 +2,8 @@
 #include <standin.h>
 
 #include <atomic>
+#include <cstdio>
+#include <cstdlib>
 #include <cstring>
 
 #include "code_page.h"
@@ -13,9 +15,16 @@ namespace {
 std::atomic<const CodePage*> activeAnsi{nullptr};
 std::atomic<const CodePage*> activeOem{nullptr};
 
+/// The chosen page, or the one that a process begins with, without which nothing here works.
+const CodePage& activeOr(UINT initial, const CodePage* chosen) {
+    const CodePage* page = chosen ? chosen : CodePage::find(initial);
+    if (page) return *page;
+    std::fprintf(stderr, "this system can't convert code page %u\n", initial);
+    std::abort();
+}
+
 const CodePage& oemCodePage() {
-    const CodePage* page = activeOem;
-    return page ? *page : *CodePage::find(437);
+    return activeOr(437, activeOem);
 }
 
 const CodePage* codePageOf(UINT number) {
@@ -64,8 +73,7 @@ std::string_view textOf(LPCSTR text, int length) {
 }  // namespace
 
 const CodePage& ansiCodePage() {
-    const CodePage* page = activeAnsi;
-    return page ? *page : *CodePage::find(1252);
+    return activeOr(1252, activeAnsi);
 }
 
 bool setCodePages(UINT ansi, UINT oem) {

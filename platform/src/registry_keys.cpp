@@ -51,7 +51,10 @@ LONG enumerate(RegistryCall& call, HKEY handle, DWORD index, LPSTR name, LPDWORD
 
 std::shared_ptr<Key> RegistryCall::key(HKEY handle, REGSAM wanted) {
     if (result_ != ERROR_SUCCESS) return nullptr;
-    if (const Root* root = rootOf(handle)) return root->key;
+    if (const Root* root = rootOf(handle)) {
+        if (root->key->denied) result_ = ERROR_ACCESS_DENIED;
+        return root->key->denied ? nullptr : root->key;
+    }
     const auto found = registry().open.find(reinterpret_cast<ULONG_PTR>(handle));
     if (found == registry().open.end()) {
         result_ = ERROR_INVALID_HANDLE;

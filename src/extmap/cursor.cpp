@@ -14,7 +14,6 @@
 #include "registry/copied_string.h"
 #include "tamrix32/extmap.h"
 #include "tamrix32/registry.h"
-#include "tamrix32/strings.h"
 
 /// The cursor begins with the record's fields.
 struct ExtensionMapLayout {
@@ -44,7 +43,7 @@ Text keyNameOf(const char* extension) {
     Text name(new (std::nothrow) char[std::strlen(extension) + 2]);
     if (!name) return nullptr;
     name[0] = '.';
-    dbcs_strcpy(name.get() + 1, extension);
+    std::strcpy(name.get() + 1, extension);
     return name;
 }
 
@@ -66,6 +65,11 @@ Text readText(RegKey& key, const char* valueName) {
 
 bool fitsCode(const char* code) {
     return code && std::strlen(code) <= kCodeLength;
+}
+
+/// Byte for byte; one that is none is like no other.
+bool isSame(const char* code, const char* wanted) {
+    return code && wanted && std::strcmp(code, wanted) == 0;
 }
 
 /// A wanted code counts with its first four bytes.
@@ -116,6 +120,20 @@ CExtensionMap::CExtensionMap()
       rootKey(nullptr),
       childKey(nullptr) {}
 
+CExtensionMap::CExtensionMap(const CExtensionMap& other) : CExtensionMap() {
+    *this = other;
+}
+
+CExtensionMap& CExtensionMap::operator=(const CExtensionMap& other) {
+    if (this == &other) return *this;
+    endPass(rootKey, childKey);
+    SetExtension(other.extension);
+    SetType(other.type);
+    SetCreator(other.creator);
+    SetComment(other.comment);
+    return *this;
+}
+
 CExtensionMap::~CExtensionMap() {
     endPass(rootKey, childKey);
     for (char** held : {&extension, &type, &creator, &comment}) hold(*held, nullptr);
@@ -164,8 +182,7 @@ int CExtensionMap::NextCT() {
     cutToCode(wantedCreator.get());
     cutToCode(wantedType.get());
     bool isMatch = false;
-    while (!isMatch && Next())
-        isMatch = dbcs_strcmp(creator, wantedCreator.get()) == 0 && dbcs_strcmp(type, wantedType.get()) == 0;
+    while (!isMatch && Next()) isMatch = isSame(creator, wantedCreator.get()) && isSame(type, wantedType.get());
     hold(creator, std::move(wantedCreator));
     hold(type, std::move(wantedType));
     return isMatch;

@@ -81,14 +81,26 @@ bool isSameCode(const char* stored, const char* wanted) {
     return true;
 }
 
-/// Fetches the name of the class key at `index` and moves on. Names that don't fit, and those that cannot be had, come
-/// out empty; false at the end.
-bool nextClassKey(unsigned& index, KeyNameBuffer& name) {
-    if (index == UINT_MAX) return false;
-    const LONG result = RegEnumKeyA(HKEY_CLASSES_ROOT, index++, name, sizeof name);
-    if (result != ERROR_SUCCESS) name[0] = 0;
-    return result != ERROR_NO_MORE_ITEMS;
-}
+/// Walks the keys of the class root, whose number nobody knows beforehand.
+class ClassKeys {
+public:
+    explicit ClassKeys(unsigned& index) : index_(index) {}
+
+    /// Fetches the name at the index and moves on. Names that don't fit, and those that can't be had, come out empty.
+    /// False at the end, and where the class root seems to refuse all of them.
+    bool next(KeyNameBuffer& name) {
+        if (index_ == UINT_MAX || failuresInARow_ == kMostFailuresInARow) return false;
+        const LONG result = RegEnumKeyA(HKEY_CLASSES_ROOT, index_++, name, sizeof name);
+        if (result != ERROR_SUCCESS) name[0] = 0;
+        failuresInARow_ = result == ERROR_SUCCESS || result == ERROR_MORE_DATA ? 0 : failuresInARow_ + 1;
+        return result != ERROR_NO_MORE_ITEMS;
+    }
+
+private:
+    static constexpr int kMostFailuresInARow = 16;
+    unsigned& index_;
+    int failuresInARow_ = 0;
+};
 
 /// Whether nothing at all is left in a key. Anything but the platform's plain "no more" counts as content.
 bool isEmpty(HKEY key) {
@@ -145,7 +157,8 @@ int TAMRIX_CALL EnumExtMap(SExtensionMap* map) {
     found.extension = name;
     if (!found.type) found.type = type;
     if (!found.creator) found.creator = creator;
-    while (nextClassKey(map->index, name)) {
+    ClassKeys keys(map->index);
+    while (keys.next(name)) {
         if (name[0] != '.' || !GetExtMap(&found)) continue;
         BufStrCpy(map->extension, name + 1, map->extensionSize ? map->extensionSize : kExtensionSize);
         return 1;

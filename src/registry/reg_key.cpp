@@ -24,12 +24,6 @@ struct Scratch {
     }
 };
 
-/// The ancestor to record beside a path; none when the path could not be copied, since the registry would take a
-/// missing path for the ancestor itself.
-HKEY ancestorFor(const char* path, HKEY wanted) {
-    return path ? wanted : nullptr;
-}
-
 bool isThere(const RegKey* key) {
     return key != nullptr;
 }
@@ -92,20 +86,22 @@ void RegKey::SetAncestor(HKEY newAncestor) {
 
 int RegKey::Exists() {
     Close();
-    if (!relativePath || !*relativePath) return 0;
+    if (!ancestor || !relativePath || !*relativePath) return 0;
     tamrix::UniqueKey probe;
     return RegOpenKeyExA(ancestor, relativePath, 0, tamrix::kKeyAccess, probe.receive()) == ERROR_SUCCESS;
 }
 
 int RegKey::Exists(HKEY newAncestor, const char* path) {
     SetRelPath(path);
-    SetAncestor(ancestorFor(relativePath, newAncestor));
+    SetAncestor(newAncestor);
     return Exists();
 }
 
 int RegKey::Open() {
     Close();
     subKeyPosition = valuePosition = 0;
+    // The registry would take a missing path for the ancestor itself.
+    if (!ancestor || !relativePath) return 0;
     tamrix::UniqueKey key;
     if (RegOpenKeyExA(ancestor, relativePath, 0, tamrix::kKeyAccess, key.receive()) != ERROR_SUCCESS) return 0;
     handle = key.release();
@@ -115,13 +111,14 @@ int RegKey::Open() {
 
 int RegKey::Open(HKEY newAncestor, const char* path) {
     SetRelPath(path);
-    SetAncestor(ancestorFor(relativePath, newAncestor));
+    SetAncestor(newAncestor);
     return Open();
 }
 
 int RegKey::Create() {
     Close();
     subKeyPosition = valuePosition = 0;
+    if (!ancestor || !relativePath) return 0;
     char keyClass[] = "key";
     DWORD disposition = 0;
     tamrix::UniqueKey key;
@@ -135,11 +132,13 @@ int RegKey::Create() {
 
 int RegKey::Create(HKEY newAncestor, const char* path) {
     SetRelPath(path);
-    SetAncestor(ancestorFor(relativePath, newAncestor));
+    SetAncestor(newAncestor);
     return Create();
 }
 
 int RegKey::Close() {
+    // A handle that is closed may be another program's or object's soon: nothing is opened below it any more.
+    if (ancestor == handle) ancestor = nullptr;
     const tamrix::UniqueKey closed{std::exchange(handle, nullptr)};
     opened = 0;
     return 1;
@@ -225,7 +224,7 @@ int RegKey::NextSubKey(char* name) {
     if (!name) return 0;
     Scratch found;
     if (RegEnumKeyA(handle, static_cast<DWORD>(subKeyPosition), found.text(), kScratchSize) != ERROR_SUCCESS) return 0;
-    dbcs_strcpy(name, found.text());
+    std::strcpy(name, found.text());
     ++subKeyPosition;
     return 1;
 }

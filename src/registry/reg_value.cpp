@@ -1,3 +1,4 @@
+#include <algorithm>
 #include <cstdint>
 #include <cstring>
 #include <new>
@@ -23,11 +24,12 @@ unsigned char* zeroedBytes(unsigned long size) {
 }
 
 KeptData keepString(const char* text, unsigned long length) {
-    const auto needed = static_cast<unsigned long>(dbcs_strlen(text)) + 1;
+    if (!text) text = "";
+    const auto needed = static_cast<unsigned long>(std::strlen(text)) + 1;
     if (length < needed) length = needed;
     unsigned char* bytes = zeroedBytes(length);
     if (!bytes) return {};
-    dbcs_strcpy(reinterpret_cast<char*>(bytes), text);
+    std::memcpy(bytes, text, needed);
     return {bytes, length};
 }
 
@@ -39,9 +41,13 @@ KeptData keepBytes(const unsigned char* source, unsigned long length) {
     return {bytes, length};
 }
 
+/// Four bytes of the source, in a block that is as long as the length says.
 KeptData keepNumber(const unsigned char* source, unsigned long length) {
-    const KeptData number = keepBytes(source, sizeof(std::uint32_t));
-    return {number.bytes, number.bytes ? length : 0};
+    if (!source) return {};
+    unsigned char* bytes = zeroedBytes(std::max<unsigned long>(length, sizeof(std::uint32_t)));
+    if (!bytes) return {};
+    std::memcpy(bytes, source, sizeof(std::uint32_t));
+    return {bytes, length};
 }
 
 KeptData keep(RegValType type, const unsigned char* source, unsigned long length) {
@@ -111,7 +117,7 @@ char* RegValue::Name() {
 }
 
 unsigned long RegValue::NameLen() {
-    return static_cast<unsigned long>(dbcs_strlen(name));
+    return name ? static_cast<unsigned long>(std::strlen(name)) : 0;
 }
 
 RegValType RegValue::Type() {

@@ -133,6 +133,12 @@ std::string listed() {
     return said({all.front().type, all.front().creator, all.back().type, all.back().creator});
 }
 
+std::string opened(Scene& s) {
+    s.other.SetAncestor(s.key.Handle());
+    s.other.SetRelPath("second");
+    return said({s.other.Open(), s.other.Create(), s.other.Exists()});
+}
+
 std::string translated() {
     char name[40] = "a:b";
     return said({AFPtoOS(name, sizeof name), name});
@@ -144,6 +150,16 @@ std::string capitals() {
     const char* const result = dbcs_strupr(text);
     testing_support::useCodePage(1252);
     return said({result, text});
+}
+
+std::string comparedWhole(Scene& s) {
+    testing_support::useCodePage(932);  // 81, 82 and 84 are lead bytes
+    s.hold(".c", "TEX\x81", "dos\x82", nullptr);
+    const int created = s.cursor.Create(), other = s.cursor.FirstCT(bytesOf("dos\x84"), bytesOf("TEX\x81"));
+    const std::string all =
+        said({created, other, s.cursor.FirstCT(bytesOf("dos\x82"), bytesOf("TEX\x81")), s.cursor.Type()});
+    testing_support::useCodePage(1252);
+    return all;
 }
 
 std::string copiedResource() {
@@ -225,6 +241,7 @@ const Operation kOperations[] = {
          RegKey third(&s.key, "third");
          return said({third.Opened(), third.Create()});
      }},
+    {"a key that can't keep its path is not its ancestor", "1 1 1", "0 0 0|0 1 1|1 0 1|1 1 0", opened},
     {"value and walk stay", "1 text stored 1 number", "0 before - 1 text|1 text stored 0 text",
      [](Scene& s) {
          return said({s.key.FirstValue(&s.value), s.read(), s.key.NextValue(&s.value), s.value.Name()});
@@ -253,6 +270,8 @@ const Operation kOperations[] = {
          return s.value.SetData(RegValString, reinterpret_cast<unsigned char*>(s.name)),
                 said({s.read(), int(s.value.DataLen())});
      }},
+    {"codes are held and compared whole", "1 0 1 TEX\x81", "0 0 0 TEX\x81|1 0 0 TEX\x81|1 0 0 -|1 0 1 -|1 0 1 TEX\x81",
+     comparedWhole},
     {"a name stays as it is", "8 a[058]b", "-1 a:b", [](Scene&) { return translated(); }},
     {"a resource is copied whole", "6 0", "0 0|1 0", [](Scene&) { return copiedResource(); }},
     {"a template that is there whole, and a face", "6 6 0", "6 0 0|0 6 0|6 6 0",
@@ -319,6 +338,26 @@ TEST(Failures, LeaveWhatIsStatedWhicheverCallFails) {
         EXPECT_GT(failures, 0U) << operation.name;
     }
     standin::clearResources();
+}
+
+TEST(Failures, NoCallIsMadeOnAHandleThatAKeyClosedItself) {
+    for (const auto open :
+         std::initializer_list<int (RegKey::*)(HKEY, const char*)>{&RegKey::Open, &RegKey::Create, &RegKey::Exists}) {
+        Scene s;
+        standin::clearFaults();
+        EXPECT_EQ((s.key.*open)(s.key.Handle(), "first") + s.key.Open(), 0);
+        EXPECT_EQ(standin::calls(Kind::registry), 0U);
+        s.key.Open(HKEY_CURRENT_USER, "home");
+        EXPECT_EQ(said({s.key.NextSubKey(&s.key), s.key.Opened()}), "first 0") << "its own child in a walk";
+    }
+}
+
+TEST(Failures, AClassRootThatCantBeEnumeratedEndsThePass) {
+    Scene s;
+    EXPECT_TRUE(standin::denyAccess(HKEY_CLASSES_ROOT, ""));
+    standin::clearFaults();
+    EXPECT_EQ(EnumExtMap(&s.map) + s.cursor.First(), 0);
+    EXPECT_EQ(standin::calls(Kind::registry), 16U + 1U) << "one failure may pass, sixteen in a row don't";
 }
 
 TEST(Failures, KeysThatMayNotBeOpenedAreMissing) {

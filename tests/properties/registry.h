@@ -31,6 +31,7 @@ struct ValueModel {
             data->resize(length);
         } else if (type == REG_BINARY || type == REG_DWORD) {
             if (source) data = source->substr(0, type == REG_BINARY ? length : 4);
+            if (source && type == REG_DWORD) data->resize(std::max<unsigned long>(length, 4));
             if (!source) length = 0;
         }
     }
@@ -179,7 +180,9 @@ private:
         const char* const paths[] = {"home", "home", "home\\a", "home\\new\\deep", "none", "", nullptr};
         const std::uint8_t choice = input_.byte() % 8, form = input_.byte() % 4;
         const char* const path = input_.oneOf(paths);
-        const HKEY ancestor = input_.byte() % 8 ? HKEY_CURRENT_USER : nullptr;
+        const std::uint8_t under = input_.byte() % 8;
+        const bool isOwn = under == 1 && isOpen_;  // below itself, which is closed first
+        const HKEY ancestor = isOwn ? key_.Handle() : under ? HKEY_CURRENT_USER : nullptr;
         if (choice == 7) return require(key_.Close() == 1 && key_.Close() == 1, "Close"), void(isOpen_ = false);
         const std::string below = path ? path : "";
         if (form < 2) {
@@ -187,10 +190,10 @@ private:
             require(key_.SetRelPath(path) == 1, "SetRelPath");
         }
         HKEY probe = nullptr;
-        const bool isThere = RegOpenKeyExA(ancestor, path, 0, 0x1001F, &probe) == ERROR_SUCCESS;
+        const bool isThere = !isOwn && RegOpenKeyExA(ancestor, path, 0, 0x1001F, &probe) == ERROR_SUCCESS;
         RegCloseKey(probe);
         const bool creates = choice < 2, looks = choice == 2;
-        const bool isFound = looks ? isThere && !below.empty() : creates ? ancestor != nullptr : isThere;
+        const bool isFound = looks ? isThere && !below.empty() : creates ? ancestor && !isOwn : isThere;
         int result = 0;
         if (form < 2)
             result = looks ? key_.Exists() : creates ? key_.Create() : key_.Open();

@@ -86,8 +86,8 @@ public:
     void step() {
         using S = Store;
         void (S::*const steps[])() = {&S::byOthers,  &S::byOthers,  &S::add,  &S::remove, &S::read,
-                                      &S::enumerate, &S::enumerate, &S::set,  &S::write,  &S::find,
-                                      &S::defaults,  &S::walk,      &S::walk, &S::walk};
+                                      &S::enumerate, &S::enumerate, &S::set,  &S::copy,   &S::write,
+                                      &S::find,      &S::defaults,  &S::walk, &S::walk,   &S::walk};
         (this->*input_.oneOf(steps))();
         require(testing_support::registryText() == model_.content, "what is stored");
         for (std::size_t i = 0; i < 4; ++i) require(textAt((cursor_.*kHeld[i])()) == held_[i], "what the cursor holds");
@@ -294,6 +294,18 @@ private:
         model_.put(path, "Mac Type", held_[kType]);
         model_.content.erase(path + "|Mac Comment");
         model_.put(path, "Mac Comment", held_[kComment]);
+    }
+
+    /// A copy holds the strings and begins no pass; what is assigned ends its own.
+    void copy() {
+        CExtensionMap copied(cursor_);
+        const CExtensionMap& source = input_.byte() % 2 ? cursor_ : copied;
+        require(!copied.Next(), "a copy's pass");
+        if (&source == &copied) {
+            copied.SetType(bytesOf(held_[kType] = "copy"));
+            isPassing_ = false;
+        }
+        cursor_ = source;
     }
 
     void find() {
