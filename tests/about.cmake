@@ -3,24 +3,10 @@ if(NOT WIN32)
     tamrix_property(credits SOURCES about_plain_test.cpp INPUTS 10000)
 endif()
 if(WIN32)
-    tamrix_suite(about_box
-        SOURCES windows/about_box_test.cpp windows/about_failure_test.cpp windows/about_frame_test.cpp windows/test_resources.rc)
-    target_compile_options(about_box PRIVATE -fno-rtti)
-    # Once more on a screen of 256 colours, which needs an X server and so a prefix of its own.
-    add_test(NAME about_box_8bit COMMAND
-        ${CMAKE_COMMAND} -E env --unset=DISPLAY SCREEN=1024x768x8 PREFIX=${PROJECT_BINARY_DIR}/wineprefix8
-        ${PROJECT_SOURCE_DIR}/scripts/with-wine wine $<TARGET_FILE:about_box>)
-    add_test(NAME every_failure_8bit COMMAND
-        ${CMAKE_COMMAND} -E env --unset=DISPLAY SCREEN=1024x768x8 PREFIX=${PROJECT_BINARY_DIR}/wineprefix8
-        ${PROJECT_SOURCE_DIR}/scripts/with-wine wine $<TARGET_FILE:every_failure> Z:${TAMRIX_SHIPPED_DLL})
-    set_property(TEST about_box_8bit every_failure_8bit PROPERTY RESOURCE_LOCK wineprefix8)
     # Draws frames of the about box into files, to be looked at.
     add_executable(about_frames ${PROJECT_SOURCE_DIR}/tools/about_frames.cpp)
-    target_include_directories(about_frames PRIVATE ${CMAKE_CURRENT_SOURCE_DIR})
     target_link_libraries(about_frames PRIVATE Tamrix32 tamrix_resources)
     target_compile_options(about_frames PRIVATE -fno-rtti)
-endif()
-if(WIN32)
     # The about box of the shipped DLL as its clients show it, and what it needs of a palette on a screen of 256 colours.
     add_executable(about_screen windows/about_test.cpp windows/scenario.cpp windows/calls.cpp
                    windows/registry_text.cpp windows/test_resources.rc)
@@ -30,6 +16,7 @@ if(WIN32)
     add_test(NAME about_screen COMMAND about_screen Z:${TAMRIX_SHIPPED_DLL})
     add_test(NAME about_screen_8bit COMMAND
         ${CMAKE_COMMAND} -E env --unset=DISPLAY SCREEN=1024x768x8 PREFIX=${PROJECT_BINARY_DIR}/wineprefix8
-        ${PROJECT_SOURCE_DIR}/scripts/with-wine wine $<TARGET_FILE:about_screen> Z:${TAMRIX_SHIPPED_DLL} --gtest_filter=AboutBox.*)
+        ${PROJECT_SOURCE_DIR}/scripts/with-wine wine $<TARGET_FILE:about_screen> Z:${TAMRIX_SHIPPED_DLL}
+        --gtest_filter=AboutBox.*)
     set_property(TEST about_screen_8bit PROPERTY RESOURCE_LOCK wineprefix8)
 endif()

@@ -3,13 +3,55 @@
 #include <cstdio>
 #include <cstdlib>
 #include <string>
+#include <vector>
 
 #include "frame/entry.h"
-#include "windows/about_probe.h"
+#include "tamrix32/about.h"
 
 namespace {
 
-using testing_support::Image;
+/// Pixels of a painted frame, top row first, 0x00RRGGBB.
+struct Image {
+    static constexpr int kSide = 411;
+
+    Image() : pixels(static_cast<std::size_t>(kSide) * kSide) {}
+
+    std::vector<DWORD> pixels;
+};
+
+/// What `draw` draws into a device context of one frame's size.
+template <typename Draw>
+Image captured(Draw draw) {
+    BITMAPINFO info{};
+    info.bmiHeader.biSize = sizeof info.bmiHeader;
+    info.bmiHeader.biWidth = Image::kSide;
+    info.bmiHeader.biHeight = -Image::kSide;
+    info.bmiHeader.biPlanes = 1;
+    info.bmiHeader.biBitCount = 32;
+    void* bits = nullptr;
+    const HDC memory = CreateCompatibleDC(nullptr);
+    const HBITMAP bitmap = CreateDIBSection(memory, &info, DIB_RGB_COLORS, &bits, nullptr, 0);
+    const HGDIOBJ former = SelectObject(memory, bitmap);
+    draw(memory);
+    GdiFlush();
+    Image image;
+    for (std::size_t i = 0; i < image.pixels.size(); ++i) image.pixels[i] = static_cast<DWORD*>(bits)[i] & 0xFFFFFF;
+    SelectObject(memory, former);
+    DeleteObject(bitmap);
+    DeleteDC(memory);
+    return image;
+}
+
+/// As a client's derived class it composes frames and has itself painted into a bitmap of its own.
+class Frames : public CAboutQuillonAppleTalk {
+public:
+    using CAboutQuillonAppleTalk::animate;
+
+    /// The frame that is composed now.
+    Image painted() {
+        return captured([this](HDC dc) { paint(dc); });
+    }
+};
 
 bool writeBitmap(const std::string& path, const Image& image) {
     BITMAPFILEHEADER file{};
@@ -38,7 +80,7 @@ int main(int argc, char** argv) {
         return 2;
     }
     DllMain(GetModuleHandleA(nullptr), DLL_PROCESS_ATTACH, nullptr);
-    testing_support::AboutProbe box;
+    Frames box;
     std::srand(6);
     const int count = std::atoi(argv[2]);
     for (int skip = argc > 3 ? std::atoi(argv[3]) : 0; skip > 0; --skip) box.animate();
@@ -46,7 +88,7 @@ int main(int argc, char** argv) {
         box.animate();
         char name[32];
         std::snprintf(name, sizeof name, "/frame%03d.bmp", i);
-        if (!writeBitmap(argv[1] + std::string(name), box.frame())) {
+        if (!writeBitmap(argv[1] + std::string(name), box.painted())) {
             std::fprintf(stderr, "about_frames: cannot write %s%s\n", argv[1], name);
             return 1;
         }

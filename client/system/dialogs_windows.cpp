@@ -145,8 +145,7 @@ int showAbout(bool modal) {
         return watch.isShown() ? kDone : notShown("about");
     }
     auto* box = new LoopingAbout;
-    box->invoke(0);
-    if (!box->isOpen()) {
+    if (!box->showModeless()) {
         delete box;
         return notShown("about");
     }

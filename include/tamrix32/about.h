@@ -79,19 +79,26 @@ class CFlyingSprite;
 class CWalkingSprite;
 
 /// The animated about box: four pictures in turn, credits that travel towards the viewer, sprites on top. A modal box
-/// belongs to its owner. A modeless box is allocated with new, shown with invoke(0), and deletes itself when its window
-/// goes; where isOpen() is 0 after invoke(0) no window was made and the box still belongs to its owner.
+/// belongs to its owner. A modeless box is allocated with new, shown with showModeless(), and deletes itself when its
+/// window goes; its thread runs a message loop until then, and the library stays loaded. A derived class may close its
+/// box, with revoke(), in any of the operations that it replaces.
 class TAMRIX_CLASS CAboutQuillonAppleTalk {
 public:
     /// The credits are the "TEXT" resource `textId` (0 means 1, low 16 bits count) of `module` (null: the library).
     CAboutQuillonAppleTalk(int textId = 0, void* module = 0);
-    /// Takes a window that is still open along.
+    /// Takes a window that is still open along; on another thread than the window's, as soon as that thread gets its
+    /// next message.
     virtual ~CAboutQuillonAppleTalk();
-    /// Shows the box; modally when `modal` is nonzero. Does nothing when the box could not be built.
+    /// Shows the box; modally when `modal` is nonzero, else as showModeless() does, without saying whether it worked.
+    /// Does nothing when the box could not be built or is open.
     virtual void invoke(int modal);
-    /// Closes the box.
+    /// Closes the box. A modeless box is deleted, but while showModeless() runs only at its end.
     virtual void revoke();
-    /// 1 while the box has a window.
+    /// Shows the box modelessly. 1 when a window was made: from then on the box belongs to itself, and it may be gone
+    /// already, so leave it alone unless you know that nothing has closed it. 0 when none was made, and the box is still
+    /// its owner's.
+    int showModeless();
+    /// 1 while the box has a window. Only a box that is known to be alive may be asked.
     int isOpen();
     /// The dialog procedure.
     static int CALLBACK dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -102,7 +109,7 @@ public:
 protected:
     /// Composes the next frame into the frame bitmap.
     virtual void animate();
-    /// 1 lets a click, a key, a command or the loss of focus close the box.
+    /// 1 lets a click, a key, a command or the loss of focus close the box. Not asked again while it is being asked.
     virtual int canClose();
     /// The timer `id` fired, every 333 milliseconds: composes and shows the next frame.
     virtual void doTimer(unsigned int id);

@@ -1,7 +1,10 @@
 // The about box's life: construction, window, timer, painting, closing.
 //
-// A window finds its box by the pointer it keeps, so that several boxes may be open. The pointer goes with WM_DESTROY:
-// messages that a window still gets while it vanishes reach no box that has deleted itself.
+// A window finds its box by a property of its own, so that several boxes may be open. The property goes with WM_DESTROY
+// and with the box: messages that a window still gets reach no box that is gone.
+//
+// A derived class may close its box in any of its operations, and a closed modeless box deletes itself. So after each
+// virtual call nothing of the box is touched unless the window still shows it.
 #include <cstddef>
 #include <cstdlib>
 #include <ctime>
@@ -46,20 +49,37 @@ constexpr int kDefaultTextId = 1;
 constexpr int kFlyerCount = 3;
 constexpr int kWalkerCount = 3;
 
-/// Set beside the box in its window once it is being closed. Boxes lie at even addresses.
-constexpr LONG kClosing = 1;
+/// The property holds the box's address and, since boxes are at multiples of 4, two flags.
+constexpr char kBoxProperty[] = "Tamrix32 about box";
+constexpr ULONG_PTR kClosing = 1;  // the window is on its way out
+constexpr ULONG_PTR kAsking = 2;   // canClose is being asked
 
-LONG keptBy(HWND window) {
-    return GetWindowLongA(window, DWL_USER);
+ULONG_PTR keptBy(HWND window) {
+    return reinterpret_cast<ULONG_PTR>(GetPropA(window, kBoxProperty));
 }
 
-bool isClosing(HWND window) {
-    return (keptBy(window) & kClosing) != 0;
+bool keep(HWND window, ULONG_PTR kept) {
+    return SetPropA(window, kBoxProperty, reinterpret_cast<HANDLE>(kept)) != 0;
 }
 
 CAboutQuillonAppleTalk* boxOf(HWND window) {
-    return reinterpret_cast<CAboutQuillonAppleTalk*>(keptBy(window) & ~kClosing);
+    return reinterpret_cast<CAboutQuillonAppleTalk*>(keptBy(window) & ~(kClosing | kAsking));
 }
+
+/// What `modal` says.
+constexpr int kModeless = 0;
+constexpr int kModal = 1;
+
+/// While showModeless opens its box's window, `modal` is the address of this, which is neither of the two: a box that
+/// closes then must not delete itself yet, and a derived class may delete it all the same.
+struct Opening {
+    bool hasClosed = false;
+    bool isDeleted = false;
+
+    static Opening* of(int modal) {
+        return modal == kModeless || modal == kModal ? nullptr : reinterpret_cast<Opening*>(modal);
+    }
+};
 
 }  // namespace
 
@@ -104,10 +124,12 @@ CAboutQuillonAppleTalk::CAboutQuillonAppleTalk(int textId, void* module)
 }
 
 CAboutQuillonAppleTalk::~CAboutQuillonAppleTalk() {
+    if (Opening* const opening = Opening::of(modal)) opening->isDeleted = true;
     if (window && boxOf(window) == this) {
         // Its timer and its messages must not reach for a box that is gone.
-        SetWindowLongA(window, DWL_USER, 0);
-        DestroyWindow(window);
+        RemovePropA(window, kBoxProperty);
+        // A window of another thread ends only there.
+        if (!DestroyWindow(window)) PostMessageA(window, WM_CLOSE, 0, 0);
     }
     delete[] flyers;
     delete[] walkers;
@@ -120,27 +142,38 @@ CAboutQuillonAppleTalk::~CAboutQuillonAppleTalk() {
 }
 
 void CAboutQuillonAppleTalk::invoke(int asModal) {
-    if (!creditsFace[0] || isOpen()) return;
-    modal = asModal;
-    const auto argument = reinterpret_cast<LPARAM>(this);
-    if (modal) {
-        DialogBoxParamA(instance, MAKEINTRESOURCEA(kDialogId), nullptr, dialogProc, argument);
+    if (!asModal) {
+        showModeless();
         return;
     }
-    const HWND made = CreateDialogParamA(instance, MAKEINTRESOURCEA(kDialogId), nullptr, dialogProc, argument);
-    // A derived class may have closed the box, and so deleted it, while the window was being made.
-    if (made && boxOf(made) == this && window) ShowWindow(window, SW_SHOWNORMAL);
+    if (!creditsFace[0] || isOpen() || Opening::of(modal)) return;
+    modal = kModal;
+    DialogBoxParamA(instance, MAKEINTRESOURCEA(kDialogId), nullptr, dialogProc, reinterpret_cast<LPARAM>(this));
+}
+
+int CAboutQuillonAppleTalk::showModeless() {
+    if (!creditsFace[0] || isOpen() || Opening::of(modal)) return 0;
+    Opening opening;
+    modal = reinterpret_cast<int>(&opening);
+    const HWND made =
+        CreateDialogParamA(instance, MAKEINTRESOURCEA(kDialogId), nullptr, dialogProc, reinterpret_cast<LPARAM>(this));
+    // What is asked for a focus may take it back, which closes the box.
+    if (!opening.isDeleted && boxOf(made) == this && window) ShowWindow(made, SW_SHOWNORMAL);
+    if (opening.isDeleted) return 1;
+    modal = kModeless;
+    if (!opening.hasClosed) return boxOf(made) == this;
+    delete this;
+    return 1;
 }
 
 void CAboutQuillonAppleTalk::revoke() {
     const HWND closed = window;
-    if (!closed || isClosing(closed)) return;
+    if (!closed || (keptBy(closed) & kClosing)) return;
     // Vanishing takes the focus away, which asks to close once more.
-    const LONG kept = keptBy(closed);
-    SetWindowLongA(closed, DWL_USER, kept | kClosing);
-    const BOOL done = modal ? EndDialog(closed, 0) : DestroyWindow(closed);
+    keep(closed, keptBy(closed) | kClosing);
+    const BOOL done = modal == kModal ? EndDialog(closed, 0) : DestroyWindow(closed);
     // This box may be gone by now. A window of another thread stays, and so stays open to its own closing.
-    if (!done) SetWindowLongA(closed, DWL_USER, kept);
+    if (!done) keep(closed, keptBy(closed) & ~kClosing);
 }
 
 int CAboutQuillonAppleTalk::isOpen() {
@@ -149,21 +182,24 @@ int CAboutQuillonAppleTalk::isOpen() {
 
 int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
-        SetWindowLongA(window, DWL_USER, static_cast<LONG>(lParam));
-        auto* const box = reinterpret_cast<CAboutQuillonAppleTalk*>(lParam);
-        if (boxOf(window) == box)
-            box->initDialog(window);
+        auto* const shown = reinterpret_cast<CAboutQuillonAppleTalk*>(lParam);
+        if (keep(window, static_cast<ULONG_PTR>(lParam)))
+            shown->initDialog(window);
         else  // nothing would reach the box that the window shows; it stays its owner's
-            box->modal ? EndDialog(window, 0) : DestroyWindow(window);
+            DestroyWindow(window);
         return boxOf(window) ? 1 : 0;  // a window that is gone gets no focus
     }
     CAboutQuillonAppleTalk* const box = boxOf(window);
-    if (!box) return 0;
+    if (!box) {
+        // Its box was deleted by another thread, which can't take the window along.
+        if (message == WM_CLOSE) DestroyWindow(window);
+        return message == WM_CLOSE;
+    }
     switch (message) {
         case WM_PAINT: {
             PAINTSTRUCT area;
             const HDC dc = BeginPaint(window, &area);
-            box->paint(dc);
+            if (boxOf(window) == box) box->paint(dc);
             if (dc) EndPaint(window, &area);
             return 1;
         }
@@ -174,14 +210,19 @@ int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARA
         case WM_LBUTTONDOWN:
         case WM_COMMAND:
         case WM_KILLFOCUS:
-            if (!isClosing(window) && box->canClose()) box->revoke();
+            if (keptBy(window) & (kClosing | kAsking)) return 0;
+            keep(window, keptBy(window) | kAsking);
+            if (const int mayClose = box->canClose(); boxOf(window) == box) {
+                keep(window, keptBy(window) & ~kAsking);
+                if (mayClose) box->revoke();
+            }
             return 0;
         case WM_GETDLGCODE:
             // A modal dialog's loop would keep the Tab and arrow keys to itself; any key closes this one.
             SetWindowLongA(window, DWL_MSGRESULT, DLGC_WANTALLKEYS);
             return 1;
         case WM_DESTROY:
-            SetWindowLongA(window, DWL_USER, 0);
+            RemovePropA(window, kBoxProperty);
             box->dialogDestroyed();
             return 0;
         default:
@@ -190,24 +231,27 @@ int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARA
 }
 
 void CAboutQuillonAppleTalk::initDialog(void* dialog) {
-    window = static_cast<HWND>(dialog);
+    const HWND opened = static_cast<HWND>(dialog);
+    window = opened;
     const int width = frameRect.right;
     const int height = frameRect.bottom;
     // Shifting rounds down, so that a box larger than the screen is centred too.
-    MoveWindow(window, (GetSystemMetrics(SM_CXSCREEN) - width) >> 1, (GetSystemMetrics(SM_CYSCREEN) - height) >> 1,
+    MoveWindow(opened, (GetSystemMetrics(SM_CXSCREEN) - width) >> 1, (GetSystemMetrics(SM_CYSCREEN) - height) >> 1,
                width, height, TRUE);
     if (const HICON icon = LoadIconA(instance, MAKEINTRESOURCEA(kIconId))) {
-        SendMessageA(window, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon));
-        SendMessageA(window, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon));
+        SendMessageA(opened, WM_SETICON, ICON_BIG, reinterpret_cast<LPARAM>(icon));
+        SendMessageA(opened, WM_SETICON, ICON_SMALL, reinterpret_cast<LPARAM>(icon));
     }
+    if (boxOf(opened) != this) return;
     animate();
-    SetTimer(window, timerId, timerPeriod, nullptr);
+    if (boxOf(opened) == this) SetTimer(opened, timerId, timerPeriod, nullptr);
 }
 
 void CAboutQuillonAppleTalk::doTimer(unsigned int id) {
     if (id != timerId) return;
+    const HWND shown = window;
     animate();
-    InvalidateRect(window, nullptr, FALSE);
+    if (boxOf(shown) == this) InvalidateRect(shown, nullptr, FALSE);
 }
 
 void CAboutQuillonAppleTalk::paint(void* dc) {
@@ -228,7 +272,10 @@ int CAboutQuillonAppleTalk::canClose() {
 void CAboutQuillonAppleTalk::dialogDestroyed() {
     KillTimer(window, timerId);
     window = nullptr;
-    if (!modal) delete this;
+    if (Opening* const opening = Opening::of(modal))
+        opening->hasClosed = true;  // showModeless deletes the box once nothing of it runs any more
+    else if (modal == kModeless)
+        delete this;
 }
 
 void TAMRIX_CALL DoQuillonAboutBox() {

@@ -44,8 +44,11 @@ struct CreditsPainter {
     COLORREF textColor;
     bool hasPalette;
 
-    void drawText(std::string_view line) const {
+    /// Draws the strip of a line; false when the line is empty, whose strip is what the text area is filled with.
+    bool drawText(std::string_view line) const {
         const MarkedLine marked = takeMarker(line, fonts.made());
+        if (marked.text.empty()) return false;
+        FillRect(strip, &stripRect, background);
         const SelectedObject font(strip, fonts.get(marked.font));
         std::array<char, kExpandedCapacity> buffer;
         const std::string_view shown = hasPlaceholder(marked.text, leadByteTable)
@@ -53,6 +56,7 @@ struct CreditsPainter {
                                            : marked.text;
         RECT area = stripRect;
         DrawTextA(strip, shown.data(), static_cast<WORD>(shown.size()), &area, DT_CENTER | DT_SINGLELINE | DT_NOPREFIX);
+        return true;
     }
 
     /// The default mode merges rows by keeping what is dark in any of them and would eat the white letters. Leaving
@@ -63,10 +67,12 @@ struct CreditsPainter {
         if (isFar && !hasPalette) SetStretchBltMode(frame, HALFTONE);
     }
 
-    void stretch(Perspective& perspective) const {
+    /// A blank strip is not stretched: averaging might dither it.
+    void stretch(Perspective& perspective, bool isBlank) const {
         chooseStretching(perspective.isFar());
         for (int i = 0; i < kSlicesPerLine; ++i) {
             const Slice slice = perspective.nextSlice(i);
+            if (isBlank) continue;
             StretchBlt(frame, slice.x, slice.y, slice.width, slice.height, strip, 0, slice.sourceTop, stripRect.right,
                        slice.sourceHeight, SRCCOPY);
         }
@@ -79,12 +85,12 @@ struct CreditsPainter {
         const COLORREF formerColor = SetTextColor(strip, textColor);
         const int formerMode = SetBkMode(strip, TRANSPARENT);
         for (int k = 0; perspective.reaches(bottom); ++k) {
-            FillRect(strip, &stripRect, background);
+            bool isBlank = true;
             if (credits && k <= linesInFront) {
                 const AboutLine& line = farthest[-k];
-                drawText({credits + line.offset, static_cast<std::size_t>(line.length)});
+                isBlank = !drawText({credits + line.offset, static_cast<std::size_t>(line.length)});
             }
-            stretch(perspective);
+            stretch(perspective, isBlank);
         }
         SetBkMode(strip, formerMode);
         SetTextColor(strip, formerColor);

@@ -53,10 +53,10 @@ const std::map<std::string, ULONG_PTR> kFailures = {
     {"SendDlgItemMessageA", ULONG_PTR(LB_ERR)},
     {"GlobalFree", 1},
 };
-const std::set<std::string> kInfallible = {"abort",  "free",     "memchr",         "memmove",        "memcpy",
-                                           "memset", "rand",     "srand",          "strcat",         "strchr",
-                                           "strcmp", "strcpy",   "strlen",         "strncpy",        "strrchr",
-                                           "time",   "GetOEMCP", "IsDBCSLeadByte", "DefWindowProcA", "GetWindowLongA"};
+const std::set<std::string> kInfallible = {
+    "abort",    "free",           "memchr",         "memmove",        "memcpy",   "memset",     "rand",    "srand",
+    "strcat",   "strchr",         "strcmp",         "strcpy",         "strlen",   "strncpy",    "strrchr", "time",
+    "GetOEMCP", "IsDBCSLeadByte", "DefWindowProcA", "GetWindowLongA", "GetPropA", "RemovePropA"};
 
 struct Import {
     std::string name;

@@ -183,9 +183,10 @@ const std::vector<Import>& all() {
 bool isInfallible(const std::string& name) {
     // GetWindowLongA is asked of windows that are there.
     static const std::set<std::string> names = {
-        "abort",  "memchr",   "memmove",        "memcpy",         "memset",        "rand",    "srand",
-        "strcat", "strchr",   "strcmp",         "strcpy",         "strlen",        "strncpy", "strrchr",
-        "time",   "GetOEMCP", "IsDBCSLeadByte", "DefWindowProcA", "GetWindowLongA"};
+        "GetPropA", "SetPropA",       "RemovePropA",    "PostMessageA",  "DrawTextA", "StretchBlt", "abort",
+        "memchr",   "memmove",        "memcpy",         "memset",        "rand",      "srand",      "strcat",
+        "strchr",   "strcmp",         "strcpy",         "strlen",        "strncpy",   "strrchr",    "time",
+        "GetOEMCP", "IsDBCSLeadByte", "DefWindowProcA", "GetWindowLongA"};
     return names.count(name) != 0;
 }
 
