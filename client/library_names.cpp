@@ -13,7 +13,7 @@ void askAbout(int value, ByteRules& rules) {
     rules.decodes[byte] = OStoAFPLen(bracketed(rules, value).c_str()) == 2;
     rules.isLead[byte] = isdbchar(static_cast<char>(byte)) != 0;
     if (rules.isLead[byte] || value == 0) return;
-    // A letter behind it keeps the rule of the last character out.
+    // A letter after it keeps the rule of the last character out.
     const std::string inside = windowsNameOf({static_cast<char>(byte), 'a'});
     rules.isQuoted[byte] = inside.size() == kQuoteSize + 1;
     rules.windows[byte] = static_cast<unsigned char>(inside[0]);

@@ -75,7 +75,7 @@ public:
             if (std::string wrong = readField(fields[count]); !wrong.empty()) return wrong;
             more = takeTab();
         }
-        if (!rest_.empty()) return "text behind a closing quote";
+        if (!rest_.empty()) return "text after the closing quote";
         if (count < kMostFields - 1) return "an extension, a type and a creator are needed, separated by tabs";
         mapping = {std::move(fields[0]), std::move(fields[1]), std::move(fields[2]), std::nullopt};
         if (count == kMostFields) mapping.comment = std::move(fields[3]);

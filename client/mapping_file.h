@@ -6,7 +6,7 @@
 //
 // One mapping a line: extension, type code, creator code and, where there is one, a comment, separated by tabs. A field
 // may stand in double quotes, and then says with a backslash what a line cannot hold: \\, \", \t, \n, \r, \xHH. Outside
-// quotes every byte is itself; behind a UTF-8 byte order mark, which editors put in front, only ASCII is. The writer
+// quotes every byte is itself; after a UTF-8 byte order mark, which editors put in front, only ASCII is. The writer
 // quotes whatever holds a space, a quote, or a byte that is not printable ASCII.
 #pragma once
 

@@ -69,7 +69,7 @@ TEST(MappingFile, NamesTheFirstBadLine) {
     EXPECT_EQ(firstError("1234567890123456\tTEXT\tttxt"), "1: the extension has more than 15 bytes");
     EXPECT_EQ(firstError(".a\\b\tTEXT\tttxt"), "1: the extension holds a backslash");
     EXPECT_EQ(firstError(".a\tTEXT\tttxt\tc\t"), "1: more than four fields");
-    EXPECT_EQ(firstError(".a\tTEXT\tttxt\t\"c\"d"), "1: text behind a closing quote");
+    EXPECT_EQ(firstError(".a\tTEXT\tttxt\t\"c\"d"), "1: text after the closing quote");
     EXPECT_EQ(firstError(".a\tTEXT\tttxt\t\"c\n"), "1: a quote that is never closed");
     for (const char* escape : {"\\q", "\\x4", "\\x4G", "\\"})
         EXPECT_EQ(firstError(std::string(".a\tTEXT\tttxt\t\"") + escape + "\""),

@@ -164,7 +164,7 @@ int runSplit(const Arguments& arguments) {
 constexpr char kJoinDetails[] = "A server's path is \\\\ZONE@NAME\\VOLUME, a printer's \\\\ZONE`NAME\\SHARE.\n";
 constexpr char kLengthDetails[] = "The capacity in bytes that the path needs at most, its terminator included.\n";
 constexpr char kSplitDetails[] =
-    "Prints kind, zone, name, share and the rest of the path, each with a tab behind its label.\n";
+    "Prints kind, zone, name, share and the rest of the path, each with a tab after its label.\n";
 
 constexpr Command kCommands[] = {
     {.name = "unc join",

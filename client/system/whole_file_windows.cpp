@@ -91,7 +91,7 @@ bool replaceFile(const std::string& path, const std::string& text, bool isThere,
     return false;
 }
 
-/// The path of an open file behind links, which systems have that know this function.
+/// The path of an open file where its links lead, which systems have that know this function.
 std::string realPath(const File& file, const std::string& path) {
     using GetFinalPath = DWORD(WINAPI*)(HANDLE, char*, DWORD, DWORD);
     const auto getFinalPath = reinterpret_cast<GetFinalPath>(

@@ -15,7 +15,8 @@ class Guide(CommandTest):
         program.write_text(f'#!/bin/sh\nexec {shlex.join(PROGRAM)} "$@"\n')
         program.chmod(0o755)
         self.environment["PATH"] = f"{self.folder}:{os.environ['PATH']}"
-        for session in re.findall(r"^```console\n(.*?)^```", (TOP / "docs/guide/command.md").read_text(), re.M | re.S):
+        pages = (TOP / "docs/guide/command.md").read_text() + (TOP / "README.md").read_text()
+        for session in re.findall(r"^```console\n(.*?)^```", pages, re.M | re.S):
             lines = [line[2:] for line in session.splitlines() if line.startswith("$ ")]
             script = "".join(f"s=$?; printf '%s\\n' {shlex.quote('$ ' + line)}; (exit $s)\n{line}\n" for line in lines)
             ran = subprocess.run(["bash", "-c", "exec 2>&1; " + script], stdout=subprocess.PIPE, cwd=self.folder,
