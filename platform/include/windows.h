@@ -1,6 +1,6 @@
 /* The windowless part of Win32, for native builds: the types, constants and functions that the library's modules and
    the command call, under the platform's names and with its published contracts. Nothing else is here, and no window,
-   drawing or dialog. tests/registry_contract_test.cpp runs against this and against the real thing.
+   drawing or dialog. tests/registry_calls_test.cpp runs against this and against the real thing.
 
    Two widths differ from what a Unix programmer expects: LONG and DWORD have 32 bits everywhere, and WCHAR is a 16-bit
    char16_t (on Windows it is wchar_t), so spell WCHAR, never wchar_t. Compiles as C and as C++. It is longer than

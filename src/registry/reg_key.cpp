@@ -24,6 +24,11 @@ struct Scratch {
     }
 };
 
+/// Whether a handle is one of the platform's own, which closing leaves open.
+bool isPredefined(HKEY key) {
+    return (reinterpret_cast<ULONG_PTR>(key) & 0x80000000U) != 0;
+}
+
 bool isThere(const RegKey* key) {
     return key != nullptr;
 }
@@ -138,7 +143,7 @@ int RegKey::Create(HKEY newAncestor, const char* path) {
 
 int RegKey::Close() {
     // A handle that is closed may be another program's or object's soon: nothing is opened below it any more.
-    if (ancestor == handle) ancestor = nullptr;
+    if (ancestor == handle && !isPredefined(handle)) ancestor = nullptr;
     const tamrix::UniqueKey closed{std::exchange(handle, nullptr)};
     opened = 0;
     return 1;

@@ -59,8 +59,8 @@ public:
 
     void step() {
         using R = RegistryScene;
-        void (R::*const steps[])() = {&R::store, &R::change, &R::read, &R::read,
-                                      &R::write, &R::open,   &R::walk, &R::walk};
+        void (R::*const steps[])() = {&R::store, &R::change,    &R::read, &R::read, &R::write,
+                                      &R::open,  &R::construct, &R::walk, &R::walk};
         (this->*input_.oneOf(steps))();
         require(key_.Opened() == isOpen_ && (key_.Handle() != nullptr) == isOpen_, "whether the key is open");
         require(!value_.Name() == !model_.name && value_.NameLen() == model_.name.value_or("").size(),
@@ -181,7 +181,7 @@ private:
         const std::uint8_t choice = input_.byte() % 8, form = input_.byte() % 4;
         const char* const path = input_.oneOf(paths);
         const std::uint8_t under = input_.byte() % 8;
-        const bool isOwn = under == 1 && isOpen_;  // below itself, which is closed first
+        const bool isOwn = under == 1 && isOpen_ && open_ != "USER";  // below itself, which is closed first
         const HKEY ancestor = isOwn ? key_.Handle() : under ? HKEY_CURRENT_USER : nullptr;
         if (choice == 7) return require(key_.Close() == 1 && key_.Close() == 1, "Close"), void(isOpen_ = false);
         const std::string below = path ? path : "";
@@ -207,6 +207,23 @@ private:
         if (!looks) keyPosition_ = valuePosition_ = 0;
         require(!creates || !isFound || below.empty() || testing_support::registryText().contains(open_),
                 "what is created");
+    }
+
+    /// Keys of each construction, and one that forgets what it wraps.
+    void construct() {
+        const char* const paths[] = {"home", "made\\deep", nullptr};
+        const char* const path = input_.oneOf(paths);
+        const HKEY ancestor = input_.byte() % 2 ? HKEY_CURRENT_USER : nullptr;
+        RegKey made(ancestor, path), below(&key_, path), none(static_cast<RegKey*>(nullptr), path);
+        require(made.Opened() == (ancestor && path) && below.Opened() == (isOpen_ && path) && !none.Opened(), "made");
+        require(RegKey(HKEY_CURRENT_USER).Create(HKEY_CURRENT_USER, "home"), "below a predefined key that it wraps");
+        HKEY raw = nullptr;
+        RegCreateKeyA(HKEY_CURRENT_USER, "home", &raw);
+        RegKey forgetful(raw);
+        forgetful.Init();
+        require(!forgetful.Opened() && !forgetful.Handle(), "Init");
+        require(RegKey(raw).SetDword("n", 1), "not closed by the one that forgot it");
+        require(RegDeleteValueA(raw, "n") == ERROR_INVALID_HANDLE, "closed by its owner");
     }
 
     /// One step over the subkeys, into a key or into a name.
