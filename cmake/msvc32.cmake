@@ -26,7 +26,7 @@ string(APPEND flags " -D__USE_MINGW_ANSI_STDIO=0 -DWINVER=0x0400 -D_WIN32_WINNT=
 # MinGW's headers ask for __declspec as a macro, which GCC makes it: without one, C++20's <memory> does not compile.
 string(APPEND flags " -D__declspec=__declspec")
 set(CMAKE_C_FLAGS_INIT "${flags} -isystem ${mingwHeaders}")
-string(APPEND flags " -D_GLIBCXX_EXTERN_TEMPLATE=0 -fno-exceptions -fno-rtti -fno-threadsafe-statics")
+string(APPEND flags " -fno-exceptions -fno-rtti -fno-threadsafe-statics")
 set(CMAKE_CXX_FLAGS_INIT "${flags} -nostdinc++ -isystem ${stdcxx} -isystem ${stdcxx}/i686-w64-mingw32 -isystem ${mingwHeaders}")
 set(CMAKE_RC_FLAGS_INIT "-I ${mingwHeaders}")
 set(CMAKE_SHARED_LINKER_FLAGS_INIT "-fuse-ld=lld-link -nostdlib -Wno-unused-command-line-argument")

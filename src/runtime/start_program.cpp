@@ -3,6 +3,7 @@
 #include <windows.h>
 
 #include <new>
+#include <string>
 
 #include "runtime/runtime.h"
 
@@ -62,6 +63,11 @@ void __throw_bad_function_call() {
     abort();
 }
 }  // namespace std
+
+// libstdc++ compiles these once into its own library, which no program here links; from release 13 on, its headers leave
+// a part of every replacement in a string (_M_replace_cold) to that library in C++20, too.
+template class std::allocator<char>;
+template class std::basic_string<char>;
 
 extern "C" void __cdecl mainCRTStartup() {
     int argc = 0;
