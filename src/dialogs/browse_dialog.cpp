@@ -6,6 +6,7 @@
 #include <new>
 
 #include "dialogs/browse_paths.h"
+#include "dialogs/pending_quit.h"
 #include "frame/settings.h"
 #include "strings/unique_handle.h"
 #include "tamrix32/browse.h"
@@ -103,8 +104,9 @@ int CBrowseDlg::invoke(void* hOwner, char* pcPath, char* pcInitialPath) {
     const std::unique_ptr<WorkArea> area(new (std::nothrow) WorkArea());
     if (!area) return 0;
 
+    const bool asksForFolder = m_bFolder != 0;  // this object may be gone once the dialog has been shown
     BufStrCpy(area->initialFolder, pcInitialPath, sizeof area->initialFolder);
-    if (m_bFolder) {
+    if (asksForFolder) {
         loadPlaceholder(pcPath);
     } else {
         const char* name = tamrix::splitInitialPath(area->initialFolder, tamrix::leadByteTable);
@@ -113,7 +115,7 @@ int CBrowseDlg::invoke(void* hOwner, char* pcPath, char* pcInitialPath) {
     loadTexts(*area, static_cast<HINSTANCE>(m_hInstance), m_nTitleID, m_nFilterID);
 
     OPENFILENAMEA record = makeRecord(*area, pcPath, m_nTitleID != 0, m_nFilterID != 0);
-    record.Flags = m_bFolder ? kFolderFlags : m_bSave ? kSaveFlags : kOpenFlags;
+    record.Flags = asksForFolder ? kFolderFlags : m_bSave ? kSaveFlags : kOpenFlags;
     record.hwndOwner = static_cast<HWND>(hOwner);
     UniqueWindow helper;
     if (m_nHelpID) {
@@ -123,8 +125,9 @@ int CBrowseDlg::invoke(void* hOwner, char* pcPath, char* pcInitialPath) {
     }
     const int accepted = m_bSave ? GetSaveFileNameA(&record) : GetOpenFileNameA(&record);
     helper.reset();
+    if (tamrix::isQuitPending()) return 0;
 
-    if (accepted && m_bFolder) {
+    if (accepted && asksForFolder) {
         loadPlaceholder(area->placeholder);
         tamrix::cutPlaceholder(pcPath, area->placeholder, tamrix::leadByteTable);
     }

@@ -1,7 +1,8 @@
-// What both mapping dialogs need of the platform.
+// What the dialogs need of the platform.
 #include <windows.h>
 
 #include "dialogs/extension_map_dialogs.h"
+#include "dialogs/pending_quit.h"
 #include "frame/settings.h"
 #include "tamrix32/dialogs.h"
 
@@ -21,6 +22,11 @@ void keepState(HWND dialog, LPARAM state) {
 
 void* keptState(HWND dialog) {
     return reinterpret_cast<void*>(GetWindowLongA(dialog, DWL_USER));
+}
+
+bool isQuitPending() {
+    MSG message;
+    return PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) && message.message == WM_QUIT;
 }
 
 int ShowControlHelp(const HELPINFO* request, HWND dialog) {

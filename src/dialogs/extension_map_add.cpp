@@ -68,13 +68,17 @@ INT_PTR onCommand(HWND dialog, WORD control, WORD code) {
 
 constexpr DLGPROC AddExtMapDlgProc = mappingDialogProc<onInit, onCommand>;
 
-void addLine(HWND editor, const AddExtMapState& state) {
-    if (!state.extension || !state.comment) return;
+/// Adds the line and selects it. False without an extension, as when the dialog was ended from outside, without a list,
+/// and where the list takes no more.
+bool addLine(HWND editor, const AddExtMapState& state) {
+    const HWND list = GetDlgItem(editor, kMappingList);
+    if (!list || !state.extension || !state.comment) return false;
     const OwnedText line = joinedLine(state.extension.get(), state.comment.get());
-    if (!line) return;
-    const LRESULT index =
-        SendDlgItemMessageA(editor, kMappingList, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.get()));
-    SendDlgItemMessageA(editor, kMappingList, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    if (!line) return false;
+    const LRESULT index = SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.get()));
+    if (index < 0) return false;
+    SendMessageA(list, LB_SETCURSEL, static_cast<WPARAM>(index), 0);
+    return true;
 }
 
 }  // namespace
@@ -85,7 +89,5 @@ using namespace tamrix;
 int TAMRIX_CALL AddExtMapDlg(void* parent, char* creator, char* type) {
     AddExtMapState state{creator, type, nullptr, nullptr};
     const HWND editor = static_cast<HWND>(parent);
-    if (showDialog(kAddDialog, editor, AddExtMapDlgProc, &state) != kAccepted) return 0;
-    addLine(editor, state);
-    return 1;
+    return showDialog(kAddDialog, editor, AddExtMapDlgProc, &state) == kAccepted && addLine(editor, state);
 }

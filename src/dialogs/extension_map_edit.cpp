@@ -1,39 +1,74 @@
-// The dialog that edits the extension mappings of one creator and type. Add and Remove change its list only; the store
-// is rewritten from the list once the user has confirmed OK.
+// The dialog that edits the extension mappings of one creator and type. Add and Remove change its list only; once the
+// user has confirmed OK, the difference to what was listed is saved.
 #include <windows.h>
 
+#include <algorithm>
 #include <memory>
 #include <new>
+#include <span>
+#include <utility>
 
 #include "dialogs/extension_map_dialogs.h"
+#include "dialogs/mapping_changes.h"
 #include "dialogs/mapping_lines.h"
+#include "dialogs/pending_quit.h"
 #include "tamrix32/dialogs.h"
 #include "tamrix32/extmap.h"
 
 namespace tamrix {
 namespace {
 
+/// Lines in the order in which they came.
+class KeyedLines {
+public:
+    /// Makes room for one more; false when memory runs out.
+    bool reserveOne() {
+        if (count_ < capacity_) return true;
+        const std::size_t capacity = 2 * capacity_ + 16;
+        std::unique_ptr<KeyedLine[]> lines(new (std::nothrow) KeyedLine[capacity]);
+        if (!lines) return false;
+        std::move(lines_.get(), lines_.get() + count_, lines.get());
+        lines_ = std::move(lines);
+        capacity_ = capacity;
+        return true;
+    }
+    /// Into the room that is reserved.
+    void add(KeyedLine line) { lines_[count_++] = std::move(line); }
+    std::span<const KeyedLine> all() const { return {lines_.get(), count_}; }
+
+private:
+    std::unique_ptr<KeyedLine[]> lines_;
+    std::size_t count_ = 0;
+    std::size_t capacity_ = 0;
+};
+
 struct ExtMapEditState {
-    char* creator;  // both are the caller's
-    char* type;
-    int result;
-    bool listsAll;  // a line that could not be listed would go from the store
+    OwnedText creator;
+    OwnedText type;
+    int result = 0;
+    KeyedLines listed = {};  // when the dialog opened
+    bool isAsking = false;   // whether to save
 };
 
 ExtMapEditState* stateOf(HWND dialog) {
     return static_cast<ExtMapEditState*>(keptState(dialog));
 }
 
-/// 0 when a mapping could not be listed.
-int FillExtMapList(HWND list, char* creator, char* type) {
-    if (!list || list == INVALID_HANDLE_VALUE || !creator || !type) return 0;
+bool isNamedIn(std::span<const KeyedLine> lines, const KeyedLine& line) {
+    return !isToBeRemoved(line, lines);
+}
+
+/// Lists each mapping once: where another program changes the store meanwhile, the cursor may give one twice. What
+/// can't be listed is left out, and so left alone.
+void FillExtMapList(HWND list, ExtMapEditState& state) {
+    if (!list) return;
     CExtensionMap cursor;
-    int listsAll = 1;
-    for (int found = cursor.FirstCT(creator, type); found; found = cursor.NextCT()) {
-        const OwnedText line = joinedLine(cursor.Extension(), cursor.Comment());
-        if (!line || SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.get())) < 0) listsAll = 0;
+    for (int found = cursor.FirstCT(state.creator.get(), state.type.get()); found; found = cursor.NextCT()) {
+        KeyedLine line = keyedLine(joinedLine(cursor.Extension(), cursor.Comment()), foldKeyName);
+        if (!line.key || isNamedIn(state.listed.all(), line) || !state.listed.reserveOne()) continue;
+        if (SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.line.get())) >= 0)
+            state.listed.add(std::move(line));
     }
-    return listsAll;
 }
 
 /// A line of a list, whole; null past its end or when memory runs out.
@@ -45,47 +80,52 @@ OwnedText lineAt(HWND list, WPARAM index) {
     return line;
 }
 
-/// Takes over what a line says; false when memory runs out.
-bool hold(CExtensionMap& mapping, const MappingLine& line, const ExtMapEditState& state) {
+/// Reads the whole list; false when a line of it can't be had.
+bool readList(HWND list, KeyedLines& lines) {
+    const LRESULT count = list ? SendMessageA(list, LB_GETCOUNT, 0, 0) : LB_ERR;
+    for (LRESULT i = 0; i < count; ++i) {
+        KeyedLine line = keyedLine(lineAt(list, static_cast<WPARAM>(i)), foldKeyName);
+        if (!line.key || !lines.reserveOne()) return false;
+        lines.add(std::move(line));
+    }
+    return count != LB_ERR;
+}
+
+/// Stores what a line says unless memory runs out.
+void write(const char* text, const ExtMapEditState& state) {
+    const MappingLine line = splitLine(copiedText(text));
+    CExtensionMap mapping;
     mapping.SetExtension(line.extension);
     mapping.SetComment(line.comment);
-    mapping.SetCreator(state.creator);
-    mapping.SetType(state.type);
-    return mapping.Extension() && mapping.Creator() && mapping.Type() && !line.comment == !mapping.Comment();
+    mapping.SetCreator(state.creator.get());
+    mapping.SetType(state.type.get());
+    const bool isHeld =
+        mapping.Extension() && mapping.Creator() && mapping.Type() && !line.comment == !mapping.Comment();
+    if (isHeld) mapping.Create();
 }
 
-struct Mappings {
-    std::unique_ptr<CExtensionMap[]> all;
-    WPARAM count;
-};
-
-/// All that OK is to write; none when memory runs out.
-Mappings mappingsIn(HWND list, const ExtMapEditState& state) {
-    const auto count = static_cast<WPARAM>(SendMessageA(list, LB_GETCOUNT, 0, 0));
-    Mappings mappings{std::unique_ptr<CExtensionMap[]>(new (std::nothrow) CExtensionMap[count]), count};
-    for (WPARAM i = 0; mappings.all && i < count; ++i) {
-        const MappingLine line = splitLine(lineAt(list, i));
-        if (!line.extension || !hold(mappings.all[i], line, state)) mappings.all.reset();
-    }
-    return mappings;
-}
-
-void removeMappings(const ExtMapEditState& state) {
+/// Only what still has these codes: another program may have given an extension others meanwhile.
+void removeMappings(std::span<const KeyedLine> lines, const ExtMapEditState& state) {
     CExtensionMap cursor;
-    for (int found = cursor.FirstCT(state.creator, state.type); found; found = cursor.NextCT()) cursor.Delete();
+    for (int found = cursor.FirstCT(state.creator.get(), state.type.get()); found; found = cursor.NextCT()) {
+        const KeyedLine line = keyedLine(copiedText(cursor.Extension()), foldKeyName);
+        if (line.key && isNamedIn(state.listed.all(), line) && isToBeRemoved(line, lines)) cursor.Delete();
+    }
 }
 
-/// Rewrites the store. What is to be written is there whole before anything is removed.
-int ApplyExtMapList(HWND dialog) {
-    const ExtMapEditState* const state = stateOf(dialog);
-    const HWND list = GetDlgItem(dialog, kMappingList);
-    if (!state || !list || !state->listsAll) return 0;
-    if (!canBeStored(state->creator, state->type)) return 1;
-    const Mappings mappings = mappingsIn(list, *state);
-    if (!mappings.all) return 0;
-    removeMappings(*state);
-    for (WPARAM i = 0; i < mappings.count; ++i) mappings.all[i].Create();
-    return 1;
+/// Saves the difference, unless the list can't be read whole. Whatever then fails costs one mapping at most.
+void ApplyExtMapList(HWND list, const ExtMapEditState& state) {
+    KeyedLines now;
+    if (!canBeStored(state.creator.get(), state.type.get()) || !readList(list, now)) return;
+    const std::span<const KeyedLine> lines = now.all();
+    for (std::size_t i = 0; i < lines.size(); ++i)
+        if (isToBeWritten(lines, i, state.listed.all())) write(lines[i].line.get(), state);
+    if (std::ranges::any_of(state.listed.all(), [&](const KeyedLine& line) { return isToBeRemoved(line, lines); }))
+        removeMappings(lines, state);
+}
+
+void moveFocusToCancel(HWND dialog) {
+    SendMessageA(dialog, WM_NEXTDLGCTL, reinterpret_cast<WPARAM>(GetDlgItem(dialog, IDCANCEL)), TRUE);
 }
 
 void enableRemove(HWND dialog, bool enabled) {
@@ -95,11 +135,11 @@ void enableRemove(HWND dialog, bool enabled) {
 void onInit(HWND dialog, LPARAM param) {
     keepState(dialog, param);
     auto* const state = reinterpret_cast<ExtMapEditState*>(param);
-    SetDlgItemTextA(dialog, kCreatorText, state->creator);
-    SetDlgItemTextA(dialog, kTypeText, state->type);
+    SetDlgItemTextA(dialog, kCreatorText, state->creator.get());
+    SetDlgItemTextA(dialog, kTypeText, state->type.get());
     int commentColumn = 115;  // dialog units from the list's left edge to the comments' heading
     SendDlgItemMessageA(dialog, kMappingList, LB_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&commentColumn));
-    state->listsAll = FillExtMapList(GetDlgItem(dialog, kMappingList), state->creator, state->type) != 0;
+    FillExtMapList(GetDlgItem(dialog, kMappingList), *state);
     enableRemove(dialog, false);
 }
 
@@ -111,6 +151,12 @@ void onAdd(HWND dialog) {
     if (AddExtMapDlg(dialog, creator, type)) enableRemove(dialog, true);
 }
 
+/// A disabled button that has the focus would leave the keyboard without any effect.
+void disableRemove(HWND dialog) {
+    if (GetFocus() == GetDlgItem(dialog, kRemoveButton)) moveFocusToCancel(dialog);
+    enableRemove(dialog, false);
+}
+
 void onRemove(HWND dialog) {
     const HWND list = GetDlgItem(dialog, kMappingList);
     const LRESULT selected = SendMessageA(list, LB_GETCURSEL, 0, 0);
@@ -120,7 +166,7 @@ void onRemove(HWND dialog) {
         const LRESULT next = selected < count ? selected : count - 1;
         if (count > 0) SendMessageA(list, LB_SETCURSEL, static_cast<WPARAM>(next), 0);
     }
-    if (SendMessageA(list, LB_GETCURSEL, 0, 0) == LB_ERR) enableRemove(dialog, false);
+    if (SendMessageA(list, LB_GETCURSEL, 0, 0) == LB_ERR) disableRemove(dialog);
 }
 
 void onHelpButton(HWND dialog) {
@@ -128,19 +174,28 @@ void onHelpButton(HWND dialog) {
     if (file.loaded) WinHelpA(dialog, file.text, HELP_CONTEXT, kEditDialog);
 }
 
+/// A question that could not be asked, or that a program's end took away, is not confirmed.
 bool isConfirmed(HWND dialog) {
     const MessageText question(kConfirmationQuestion);
     const MessageText title(kConfirmationTitle);
     return question.loaded && title.loaded &&
-           MessageBoxA(dialog, question.text, title.text, MB_OKCANCEL | MB_ICONQUESTION | MB_DEFBUTTON2) == IDOK;
+           MessageBoxA(dialog, question.text, title.text, MB_OKCANCEL | MB_ICONQUESTION | MB_DEFBUTTON2) == IDOK &&
+           !isQuitPending();
 }
 
 void onOk(HWND dialog) {
-    if (!isConfirmed(dialog)) {
-        SetFocus(GetDlgItem(dialog, IDCANCEL));
+    ExtMapEditState* const state = stateOf(dialog);
+    if (!state || state->isAsking) return;
+    state->isAsking = true;
+    const bool confirmed = isConfirmed(dialog);
+    state->isAsking = false;
+    // Whoever ended the dialog while it asked wants no answer any more; an ended dialog is hidden.
+    if (!IsWindowVisible(dialog)) return;
+    if (!confirmed) {
+        moveFocusToCancel(dialog);
         return;
     }
-    ApplyExtMapList(dialog);
+    ApplyExtMapList(GetDlgItem(dialog, kMappingList), *state);
     EndDialog(dialog, 0);
 }
 
@@ -178,7 +233,8 @@ using namespace tamrix;
 
 int TAMRIX_CALL FileExtMapEditDlg(void* parent, char* creator, char* type) {
     if (!creator || !type) return 0;
-    ExtMapEditState state{creator, type, 0, false};
+    ExtMapEditState state{copiedText(creator), copiedText(type)};
+    if (!state.creator || !state.type) return 0;
     const INT_PTR ended = showDialog(kEditDialog, static_cast<HWND>(parent), ExtMapEditDlgProc, &state);
     return ended == -1 ? 0 : state.result;
 }

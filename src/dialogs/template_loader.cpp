@@ -130,5 +130,6 @@ HWND TAMRIX_CALL ATNonModalDialog(HINSTANCE module, const char* templateName, DL
                                   LPARAM initParam) {
     const BlockPointer block = templateWithCorrectFont(module, templateName, false);
     if (!block) return nullptr;
-    return CreateDialogIndirectParamA(module, asTemplate(block), parent, dialogProc, initParam);
+    const HWND owner = IsWindow(parent) ? parent : nullptr;
+    return CreateDialogIndirectParamA(module, asTemplate(block), owner, dialogProc, initParam);
 }

@@ -11,6 +11,8 @@ constexpr int kTitle = 3001, kFilter = 3002, kHelpTopic = 41;
 char helpFile[] = "test.hlp";
 std::string answer;
 char path[260];
+shipped::Storage<24> dialog;
+std::function<void()> during = [] {};
 
 std::string orNone(const char* text) {
     return text ? text : "-";
@@ -35,6 +37,7 @@ BOOL choose(const char* mode, OPENFILENAMEA* record) {
         SendMessageA(record->hwndOwner, helpMessage, 0, 0);
         if (IsWindow(record->hwndOwner)) noted.push_back(IsWindowVisible(record->hwndOwner) ? "shown" : "hidden");
     }
+    during();
     if (!answer.empty()) lstrcpyA(path, answer.c_str());
     return !answer.empty();
 }
@@ -56,7 +59,6 @@ Scenario browsing(int save, int folder, std::string initial, int title = 0, int 
         UnregisterClassA("browseHelper", shipped::dll());
         *reinterpret_cast<UINT*>(GetProcAddress(shipped::dll(), "?m_HelpMessage@CBrowseDlg@@0IA")) = 0;
         lstrcpyA(path, "before.txt");
-        shipped::Storage<24> dialog;
         member("??0CBrowseDlg@@QAE@HHPAXHHHPAD@Z", dialog, save, folder, static_cast<void*>(GetModuleHandleA(nullptr)),
                title, filter, help, helpFile);
         const int result =
@@ -76,6 +78,17 @@ TEST(Browser, AsksThePlatformInThreeModes) {
     play(browsing(0, 1, std::string(300, 'x'), 0, 0, kHelpTopic));
     EXPECT_THAT(noted, ElementsAre("save 9091C " + std::string(259, 'x') + " {Selecting a folder} - -",
                                    "help test.hlp 1 41", "hidden", "1 D:\\Sub"));
+}
+
+TEST(Browser, NeedsItsObjectNoMoreAndTakesNoAnswerFromAQuit) {
+    answer = "D:\\Sub\\{Selecting a folder}";
+    during = [] { std::memset(dialog.bytes + 4, 0, 20); };
+    play(browsing(0, 1, ""));
+    EXPECT_EQ(noted.back(), "1 D:\\Sub");
+    during = [] { PostQuitMessage(7); };
+    play(browsing(1, 0, ""));
+    EXPECT_EQ(noted.back().front(), '0');
+    during = [] {};
 }
 
 TEST(Browser, CanBeLeftWhicheverCallFails) {

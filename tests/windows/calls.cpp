@@ -54,9 +54,10 @@ const std::map<std::string, ULONG_PTR> kFailures = {
     {"GlobalFree", 1},
 };
 const std::set<std::string> kInfallible = {
-    "abort",    "free",           "memchr",         "memmove",        "memcpy",   "memset",     "rand",    "srand",
-    "strcat",   "strchr",         "strcmp",         "strcpy",         "strlen",   "strncpy",    "strrchr", "time",
-    "GetOEMCP", "IsDBCSLeadByte", "DefWindowProcA", "GetWindowLongA", "GetPropA", "RemovePropA"};
+    "abort",          "free",     "memchr",          "memmove",        "memcpy",   "memset",
+    "rand",           "srand",    "strcat",          "strchr",         "strcmp",   "strcpy",
+    "strlen",         "strncpy",  "strrchr",         "time",           "GetOEMCP", "IsDBCSLeadByte",
+    "DefWindowProcA", "IsWindow", "IsWindowVisible", "GetWindowLongA", "GetPropA", "RemovePropA"};
 
 struct Import {
     std::string name;

@@ -1,4 +1,5 @@
 // The two dialogs that edit extension mappings, as a user uses them.
+#include <algorithm>
 #include <deque>
 
 #include "registry_text.h"
@@ -16,13 +17,20 @@ constexpr int kType = 379, kCreator = 380, kList = 414, kAdd = 415, kRemove = 41
 constexpr char kEditor[] = "?FileExtMapEditDlg@@YAHPAXPAD1@Z", kAddDialog[] = "?AddExtMapDlg@@YAHPAXPAD1@Z";
 using MappingDialog = int __cdecl(void* parent, char* creator, char* type);
 
+const char* const kLongComment =
+    "A comment of more than the 128 bytes that the cursor reads, which the editor therefore lists "
+    "without it and has to leave alone as long as the user does.";
+
 /// What the user types into add dialogs and answers to questions, in order.
 std::deque<std::pair<std::string, std::string>> typed;
 std::deque<int> answers;
 bool isAgreed;
 
-int show(const char* dialog, std::string creator = "TmxC", std::string type = "TmxT") {
-    return function<MappingDialog>(dialog)(nullptr, creator.data(), type.data());
+char codes[16];  // the caller's
+
+int show(const char* dialog, const char* creator = "TmxC") {
+    lstrcpyA(codes, creator);
+    return function<MappingDialog>(dialog)(nullptr, codes, std::string("TmxT").data());
 }
 
 void givenMapping(const std::string& extension, const std::string& codes, const char* comment = nullptr) {
@@ -35,8 +43,7 @@ void givenMapping(const std::string& extension, const std::string& codes, const 
 }
 
 /// "type creator comment" as the store holds them.
-std::string mappingOf(const std::string& extension) {
-    auto text = registryText();
+std::string mappingOf(const std::string& extension, testing_support::RegistryText text = registryText()) {
     const auto stored = [&](const char* name) {
         const std::string value = text["CLASSES\\" + extension + "|Mac " + name];
         return value.starts_with("1:") && value.ends_with('\0') ? value.substr(2, value.size() - 3) : value + "-";
@@ -96,7 +103,7 @@ Scenario scenario(
                 testing_support::emptyRegistry();
                 givenMapping(".a", "TmxT TmxC", "A files");
                 givenMapping(".b", "TmxT TmxC", "B files");
-                givenMapping(".k", "TmxT TmxC");
+                givenMapping(".k", "TmxT TmxC", kLongComment);
                 givenMapping(".o", "TEXT ttxt", "other codes");
                 isAgreed = false;
                 typed.clear();
@@ -129,7 +136,9 @@ TEST(MappingEditor, ChangesItsListAloneUntilTheUserAgrees) {
         command(editor, IDOK);
         EXPECT_EQ(GetFocus(), GetDlgItem(editor, IDCANCEL));
         EXPECT_EQ(LOWORD(SendMessageA(editor, DM_GETDEFID, 0, 0)), IDCANCEL);
+        SetFocus(GetDlgItem(editor, kRemove));
         remove(editor, ".z");
+        EXPECT_EQ(GetFocus(), GetDlgItem(editor, IDCANCEL)) << "the button that had it is disabled";
         command(editor, IDCANCEL);
         EXPECT_EQ(registryText(), before);
     }));
@@ -137,29 +146,102 @@ TEST(MappingEditor, ChangesItsListAloneUntilTheUserAgrees) {
                                    ".a\tA files [.z\tzebra] +", "[.z\tzebra] +", kQuestion, "-"));
 }
 
-TEST(MappingEditor, WritesItsLinesInTheirOrderOnceTheUserHasAgreed) {
-    const std::string longComment(255, 'c');
-    play(editing([&](HWND editor) {
+bool writes(const calls::Call& call) {
+    return call.name == "RegSetValueExA" || call.name.starts_with("RegDelete") || call.name.starts_with("RegCreate");
+}
+
+void agree(HWND editor) {
+    answers = {IDOK};
+    command(editor, IDOK);
+}
+
+TEST(MappingEditor, SavesTheDifferenceInItsOrderOnceTheUserHasAgreed) {
+    const std::string longComment(255, 'c'), kept = std::string("TmxT TmxC ") + kLongComment;
+    Scenario saving = editing([&](HWND editor) {
         remove(editor, ".b");
         add(editor, "c", longComment + "cut");
         add(editor, ".0");
         add(editor, "o", "moved");
-        add(editor, "a", "zebra");
+        add(editor, "A", "zebra");
         add(editor, "a", "ant");
         noted.clear();
         noteList(editor);
-        answers = {IDOK};
-        command(editor, IDOK);
-    }));
+        agree(editor);
+    });
+    saving.look = [](const calls::Call& call) {
+        const bool isRemoving = writes(call) && mappingOf(".b") != "TmxT TmxC B files";
+        EXPECT_TRUE(!isRemoving || mappingOf(".o") == "TmxT TmxC moved") << "all is written before anything goes";
+    };
+    play(saving);
     EXPECT_THAT(noted,
-                ElementsAre(".0\t .a\tA files [.a\tant] .a\tzebra .c\t" + longComment + " .k .o\tmoved +", kQuestion));
+                ElementsAre(".0\t .a\tA files [.a\tant] .A\tzebra .c\t" + longComment + " .k .o\tmoved +", kQuestion));
     for (const auto& [extension, mapping] : {std::pair<std::string, std::string>{".0", "TmxT TmxC -"},
                                              {".a", "TmxT TmxC zebra"},
                                              {".b", "- - -"},
                                              {".c", "TmxT TmxC " + longComment},
-                                             {".k", "TmxT TmxC -"},
+                                             {".k", kept},
                                              {".o", "TmxT TmxC moved"}})
         EXPECT_EQ(mappingOf(extension), mapping) << extension;
+
+    saving = editing(agree);
+    saving.look = [](const calls::Call& call) { EXPECT_FALSE(writes(call)) << call.name << " for an unchanged list"; };
+    play(saving);
+    EXPECT_THAT(noted, ElementsAre(kQuestion));
+}
+
+/// What others do while a dialog of the editor is open, and whether OK saves afterwards.
+TEST(MappingEditor, TakesNoAnswerFromOthersAndKeepsWhatTheyWrite) {
+    const struct {
+        const char* reason;
+        void (*act)(HWND editor);
+        bool saves;
+    } rows[] = {
+        {"nobody is there", [](HWND) {}, true},
+        {"the program quits", [](HWND) { PostQuitMessage(7); }, false},
+        {"the editor is cancelled", [](HWND editor) { command(editor, IDCANCEL); }, false},
+        {"the editor is ended", [](HWND editor) { EndDialog(editor, 1); }, false},
+        {"the editor is hidden", [](HWND editor) { ShowWindow(editor, SW_HIDE); }, false},
+        {"OK comes once more", [](HWND editor) { command(editor, IDOK); }, true},
+        {"the codes are overwritten", [](HWND) { std::memset(codes, '#', 4); }, true},
+        {"an installer writes",
+         [](HWND) {
+             givenMapping(".b", "INST prog");
+             givenMapping(".i", "TmxT TmxC");
+         },
+         true},
+    };
+    for (const auto& row : rows) {
+        SCOPED_TRACE(row.reason);
+        HWND editor = nullptr;
+        Scenario disturbed = editing([&](HWND dialog) {
+            editor = dialog;
+            add(editor, "n");
+            remove(editor, ".b");
+            agree(editor);
+            EXPECT_TRUE(row.saves || !IsWindowVisible(editor) || GetFocus() == GetDlgItem(editor, IDCANCEL));
+            EndDialog(editor, 0);
+        });
+        disturbed.user = [&, user = disturbed.user](HWND window) {
+            if (editor && window != editor && !GetDlgItem(window, kExtension)) row.act(editor);
+            user(window);
+        };
+        play(disturbed);
+        EXPECT_EQ(mappingOf(".n"), row.saves ? "TmxT TmxC -" : "- - -");
+        const bool isInstallers = row.act == rows[7].act;
+        EXPECT_EQ(mappingOf(".b"), isInstallers ? "INST prog B files" : row.saves ? "- - -" : "TmxT TmxC B files");
+        EXPECT_EQ(mappingOf(".i"), isInstallers ? "TmxT TmxC -" : "- - -");
+        EXPECT_EQ(std::ranges::count(noted, kQuestion), 1);
+    }
+}
+
+TEST(MappingEditor, ListsAMappingOnceWhileOthersWrite) {
+    int looked = 0;
+    Scenario listing = editing(noteList);
+    listing.look = [&](const calls::Call& call) {
+        if (call.name == "RegEnumKeyExA" && ++looked == 3) givenMapping(".0", "INST prog");
+    };
+    play(listing);
+    EXPECT_THAT(noted, ElementsAre(".a\tA files .b\tB files .k -"));
 }
 
 TEST(MappingEditor, HoldsMappingsOfFourByteCodesOnly) {
@@ -169,8 +251,7 @@ TEST(MappingEditor, HoldsMappingsOfFourByteCodesOnly) {
                   [](HWND editor) {
                       add(editor, "n");
                       noteList(editor);
-                      answers = {IDOK};
-                      command(editor, IDOK);
+                      agree(editor);
                       EXPECT_EQ(registryText().count("CLASSES\\.n"), 0u);
                   }));
     EXPECT_THAT(noted, ElementsAre("[.n\t] +", kQuestion));
@@ -205,6 +286,8 @@ TEST(AddDialog, TakesExtensionsOfOneToFifteenBytes) {
         EXPECT_THAT(noted, ElementsAre(refusal, "still " + wrong));
         EXPECT_EQ(accepted, 0);
     }
+    run("n");
+    EXPECT_EQ(accepted, 0) << "there is no list to take the line";
     play(editing([](HWND editor) {
         for (const char* extension : {"..t", "1", "123456789012345"}) add(editor, extension);
         command(editor, kAdd);
@@ -213,18 +296,33 @@ TEST(AddDialog, TakesExtensionsOfOneToFifteenBytes) {
     EXPECT_THAT(noted, ElementsAre("..t\t .1\t [.123456789012345\t] .a\tA files .b\tB files .k +"));
 }
 
-TEST(MappingEditor, LosesNothingWhicheverCallFails) {
-    Scenario all = editing([](HWND editor) {
-        add(editor, "n", "new");
+TEST(MappingEditor, LosesNothingWhicheverCallFailsAndWheneverTheProcessEnds) {
+    bool changes = true;
+    Scenario all = editing([&](HWND editor) {
+        add(editor, "n");
+        if (changes) add(editor, "b", "changed");
         remove(editor, ".a");
         command(editor, kHelp);
-        answers = {IDOK};
-        command(editor, IDOK);
+        agree(editor);
     });
-    all.look = [](const calls::Call& call) {
-        EXPECT_TRUE(isAgreed || (call.name != "RegSetValueExA" && !call.name.starts_with("RegDelete"))) << call.name;
+    const auto check = [] {
+        const auto text = registryText();
+        EXPECT_EQ(mappingOf(".o", text), "TEXT ttxt other codes");
+        EXPECT_EQ(mappingOf(".k", text), std::string("TmxT TmxC ") + kLongComment);
+        int incomplete = 0;
+        for (const auto& [extension, before, after] : {std::tuple(".a", "TmxT TmxC A files", "- - -"),
+                                                       {".b", "TmxT TmxC B files", "TmxT TmxC changed"},
+                                                       {".n", "- - -", "TmxT TmxC -"}})
+            incomplete += mappingOf(extension, text) != before && mappingOf(extension, text) != after;
+        EXPECT_LE(incomplete, 1);
     };
-    all.invariants = [](const std::string&) { EXPECT_EQ(mappingOf(".o"), "TEXT ttxt other codes"); };
+    all.look = [check](const calls::Call& call) {
+        if (isAgreed && call.name.starts_with("Reg")) check();  // as if the process ended here
+    };
+    play(all);
+    changes = false;
+    all.look = [](const calls::Call& call) { EXPECT_TRUE(isAgreed || !writes(call)) << call.name; };
+    all.invariants = [check](const std::string&) { check(); };
     sweep(all);
 }
 

@@ -37,6 +37,9 @@ const Scenario shown{[] {
         noted.push_back(font.lfFaceName + std::to_string(font.lfHeight));
     }
     DestroyWindow(parent);
+    const HWND unowned = showModelessly(kEditDialog, parent);
+    if (unowned) noted.push_back(GetWindow(unowned, GW_OWNER) ? "owned" : "unowned");
+    DestroyWindow(unowned);
     void* const block =
         function<void*(HINSTANCE, const char*, int)>("LoadTemplateWithCorrectFont")(dll(), kEditDialog, 1);
     const auto* const loaded = static_cast<DLGTEMPLATE*>(block);
@@ -62,7 +65,7 @@ std::string adjustedSize() {
 
 TEST(Templates, AreShownInTheConfiguredFont) {
     play(shown);
-    EXPECT_THAT(noted, testing::ElementsAre("77", "Liberation Mono-15", adjustedSize()));
+    EXPECT_THAT(noted, testing::ElementsAre("77", "Liberation Mono-15", "unowned", adjustedSize()));
     EXPECT_EQ(showModally(MAKEINTRESOURCEA(999)), -1);
     EXPECT_EQ(showModelessly(MAKEINTRESOURCEA(999), nullptr), nullptr);
 }
