@@ -3,21 +3,27 @@
 namespace tamrix::client {
 namespace {
 
-/// A JSON string; of bytes from 0x80 on, those of UTF-8 text stay and raw ones become the character of their value.
-std::string quoted(std::string_view text, bool isUtf8) {
-    std::string result = "\"";
-    for (const char c : text) {
-        const auto byte = static_cast<unsigned char>(c);
-        if (c == '"' || c == '\\') {
-            result += '\\';
-            result += c;
-        } else if (byte < 0x20 || byte == 0x7F || (byte >= 0x80 && !isUtf8)) {
-            result += "\\u00";
-            result += hex({&c, 1});
-        } else {
-            result += c;
-        }
+void appendUnit(unsigned unit, std::string& json) {
+    const char c = static_cast<char>(unit);
+    if (unit >= 0x20 && unit < 0x7F) {
+        if (c == '"' || c == '\\') json += '\\';
+        json += c;
+        return;
     }
+    const char bytes[] = {static_cast<char>(unit >> 8), static_cast<char>(unit & 0xFF)};
+    json += "\\u" + hex({bytes, 2});
+}
+
+/// A JSON string in ASCII, which holds whatever form output has; null where the text is none. With --bytes each byte is
+/// the character of its value.
+std::string quoted(std::string_view text) {
+    std::string result = "\"";
+    WideString wide;
+    if (namesAreText && !wideFromUtf8(text, wide)) return "null";
+    if (namesAreText)
+        for (const WCHAR unit : wide) appendUnit(unit, result);
+    else
+        for (const char c : text) appendUnit(static_cast<unsigned char>(c), result);
     return result += '"';
 }
 
@@ -26,7 +32,7 @@ std::string quoted(std::string_view text, bool isUtf8) {
 void Json::member(const char* name) {
     if (!first_) print(",");
     first_ = false;
-    if (name) print(quoted(name, false) + ":");
+    if (name) print(quoted(name) + ":");
 }
 
 void Json::open(const char* name, char bracket) {
@@ -54,20 +60,19 @@ void Json::boolean(const char* name, bool value) {
 
 void Json::ascii(const char* name, std::string_view text) {
     member(name);
-    print(quoted(text, false));
+    print(quoted(text));
 }
 
 void Json::bytes(const char* name, Side side, const std::string& value) {
     std::string text;
     member(name);
-    print(textFromBytes(side, value, text) ? quoted(text, textIsUtf8) : "null");
+    print(textFromBytes(side, value, text) ? quoted(text) : "null");
     ascii((std::string(name) + "Hex").c_str(), hex(value));
 }
 
 void Json::text(const char* name, const std::string& value) {
-    WideString wide;
     member(name);
-    print(!textIsUtf8 || wideFromUtf8(value, wide) ? quoted(value, textIsUtf8) : "null");
+    print(quoted(value));
     ascii((std::string(name) + "Hex").c_str(), hex(value));
 }
 

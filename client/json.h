@@ -12,8 +12,8 @@ namespace tamrix::client {
 /// One JSON document, printed as it comes, which is also why no library writes it: nothing has to be built up or
 /// parsed, and the shipped program has no vendor runtime to link one with. Names and ASCII texts are the program's own.
 ///
-/// A string of bytes becomes two members: NAME, the text, and NAMEHex, the bytes. The text is real text with --text
-/// utf-8 (null where the bytes have none); otherwise each byte is the character of its value, \u0000 to \u00FF.
+/// A string of bytes becomes two members: NAME, the text, and NAMEHex, the bytes. The text is null where the bytes have
+/// none; with --bytes each byte is the character of its value, \u0000 to \u00FF.
 class Json {
 public:
     void beginObject(const char* name = nullptr) { open(name, '{'); }
@@ -25,7 +25,7 @@ public:
     void boolean(const char* name, bool value);
     void ascii(const char* name, std::string_view text);
     void bytes(const char* name, Side side, const std::string& value);
-    /// As bytes(), for what is in the form of --text already.
+    /// As bytes(), for what is text already; its bytes are those of the text.
     void text(const char* name, const std::string& value);
     /// Ends the document.
     void finish() { print("\n"); }

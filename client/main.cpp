@@ -1,7 +1,9 @@
 // The tamrix command: finds the command in the tables, reads its line, starts the library and runs it.
 #include "client/command.h"
 #include "client/output.h"
+#include "client/system/encodings.h"
 #include "client/system/startup.h"
+#include "client/system/streams.h"
 #include "client/text.h"
 #include "tamrix32/version.h"
 
@@ -11,7 +13,8 @@ namespace {
 constexpr char kVersion[] = "tamrix " TAMRIX32_VERSION "\n";
 
 constexpr Option kCommonOptions[] = {
-    {"--text", "utf-8", "names are typed and shown as UTF-8 text; without it they are raw bytes"},
+    {"--text", "utf-8", "text in pipes and files is UTF-8 on Windows, too, not of the ANSI code page"},
+    {"--bytes", nullptr, "names are raw bytes, for scripts; without it they are text"},
     {"--help", nullptr, "print this help"},
     {"--version", nullptr, "print the version"},
 };
@@ -130,6 +133,7 @@ std::string complaintAbout(const Command& command, const Arguments& arguments) {
     if (!arguments.isGood()) return arguments.complaint();
     if (arguments.has("--json") && !hasOption(command, "--json")) return "--json: this command prints no data as JSON";
     if (text && std::string_view(text) != "utf-8") return "--text takes utf-8 only: " + std::string(text);
+    if (text && arguments.has("--bytes")) return "give one of --text and --bytes";
     if (count < command.fewest) return "an argument is missing: " + std::string(command.operands);
     if (command.most >= 0 && count > command.most)
         return "one argument too many: " + arguments.operands()[static_cast<std::size_t>(command.most)];
@@ -143,24 +147,45 @@ int run(const Command& command, const Arguments& arguments) {
     }
     std::string reason = complaintAbout(command, arguments);
     if (reason.empty()) {
-        textIsUtf8 = arguments.has("--text");
         if (startLibrary(arguments, command.changesMappings, reason)) return command.run(arguments);
     }
     complain(command.name, reason);
     return kUsageError;
 }
 
-int runLine(std::span<char* const> words) {
+/// The command that the words name, null without one, and its line.
+struct Line {
+    std::vector<char*> words;
+    std::size_t at = 1;  // the first word that is neither an option before the command nor its name
     Arguments arguments;
-    arguments.allow(kCommonOptions);
-    arguments.allow(platformOptions());
-    std::size_t at = arguments.parse(words, 1, true);
-    const Command* command = arguments.isGood() && at < words.size() ? findCommand(words, at) : nullptr;
-    if (!command) return runWithoutCommand(arguments, words, at);
-    arguments.allow(command->options);
-    arguments.allow(kJsonAnywhere);
-    arguments.parse(words, at, false);
-    return run(*command, arguments);
+    const Command* command = nullptr;
+
+    explicit Line(std::vector<std::string>& texts) {
+        for (std::string& text : texts) words.push_back(text.data());
+        arguments.allow(kCommonOptions);
+        arguments.allow(platformOptions());
+        at = arguments.parse(words, 1, true);
+        if (arguments.isGood() && at < words.size()) command = findCommand(words, at);
+        if (!command) return;
+        arguments.allow(command->options);
+        arguments.allow(kJsonAnywhere);
+        arguments.parse(words, at, false);
+    }
+};
+
+int runLine(std::vector<std::string> words) {
+    const Line asText(words);
+    namesAreText = !asText.arguments.has("--bytes");
+    pipesAreUtf8 = asText.arguments.has("--text");
+    if (!asText.command) return runWithoutCommand(asText.arguments, asText.words, asText.at);
+    if (namesAreText) return run(*asText.command, asText.arguments);
+    std::string refused;
+    if (!wordsToBytes(words, refused)) {
+        complain(refused, "not text of this code page");
+        return kUsageError;
+    }
+    const Line asBytes(words);
+    return run(*asBytes.command, asBytes.arguments);
 }
 
 }  // namespace
@@ -169,7 +194,7 @@ int runLine(std::span<char* const> words) {
 int main(int argc, char** argv) {
     using namespace tamrix::client;
     makeStreamsBinary();
-    const int status = runLine({argv, static_cast<std::size_t>(argc)});
+    const int status = runLine(commandLine(argc, argv));
     if (finishOutput()) return status;
     complain("", "standard output could not be written");
     return kUsageError;

@@ -2,13 +2,12 @@
 
 #include "client/command.h"
 #include "client/mapping_store.h"
-#include "client/system/encodings.h"
 #include "tamrix32/strings.h"
 
 namespace tamrix::client {
 
 bool takeExtension(const std::string& argument, std::string& extension) {
-    if (!bytesFromText(Side::windows, argumentText(argument), extension)) {
+    if (!bytesFromText(Side::windows, argument, extension)) {
         complain(argument, "not text of this code page");
         return false;
     }
@@ -19,7 +18,7 @@ bool takeExtension(const std::string& argument, std::string& extension) {
 }
 
 bool takeCode(const std::string& argument, std::string& code) {
-    if (!bytesFromText(Side::mac, argumentText(argument), code)) {
+    if (!bytesFromText(Side::mac, argument, code)) {
         complain(argument, "not text in Mac Roman");
         return false;
     }

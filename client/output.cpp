@@ -2,6 +2,9 @@
 
 #include <stdio.h>
 
+#include "client/system/streams.h"
+#include "client/text.h"
+
 namespace tamrix::client {
 namespace {
 
@@ -9,26 +12,25 @@ constexpr char kDigits[] = "0123456789ABCDEF";
 
 }  // namespace
 
-void print(std::string_view bytes) {
+void print(std::string_view text) {
+    writeText(stdout, text);
+}
+
+void printBytes(std::string_view bytes) {
     fwrite(bytes.data(), 1, bytes.size(), stdout);
 }
 
 void complain(std::string_view about, std::string_view message) {
     std::string line = "tamrix: ";
-    if (!about.empty()) line.append(about).append(": ");
-    line.append(message).append("\n");
+    if (!about.empty()) line.append(visible(about)).append(": ");
+    line.append(visible(message)).append("\n");
     fflush(stdout);
-    fwrite(line.data(), 1, line.size(), stderr);
+    writeText(stderr, line);
     fflush(stderr);
 }
 
 bool finishOutput() {
     return fflush(stdout) == 0 && !ferror(stdout);
-}
-
-std::string decimal(long number) {
-    char digits[24];
-    return {digits, static_cast<std::size_t>(sprintf(digits, "%ld", number))};
 }
 
 std::string hex(std::string_view bytes) {

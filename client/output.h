@@ -6,15 +6,16 @@
 
 namespace tamrix::client {
 
-void print(std::string_view bytes);
+void print(std::string_view text);
+
+/// Prints the content of a file, which is bytes everywhere.
+void printBytes(std::string_view bytes);
 
 /// "tamrix: about: message" on standard error; `about` names the argument and may be empty.
 void complain(std::string_view about, std::string_view message);
 
 /// Flushes standard output; false when something was not written.
 bool finishOutput();
-
-std::string decimal(long number);
 
 /// Upper-case hexadecimal digits, two a byte.
 std::string hex(std::string_view bytes);

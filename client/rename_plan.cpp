@@ -1,82 +1,132 @@
 #include "client/rename_plan.h"
 
 #include <algorithm>
+#include <numeric>
 #include <utility>
 
 namespace tamrix::client {
 namespace {
 
-/// How many entries hold a name now, and how many are to get it, by the name's key.
+constexpr std::size_t kNobody = static_cast<std::size_t>(-1);
+
+/// A name that the folder holds or is to hold, by its key.
 struct Slot {
-    std::string key;
-    int holders = 0;
-    int takers = 0;
+    int holders = 0;  // entries that have it now
+    int stayers = 0;  // of those, the ones that get no other
+    int takers = 0;   // entries that are to get it
+    std::size_t taker = kNobody;
 };
 
+/// The slots of one folder: an entry's old and new name by the entry's index.
 class Slots {
 public:
-    void add(const std::string& name) { slots_.push_back({nameKey(name)}); }
-    void sort() {
-        std::sort(slots_.begin(), slots_.end(), [](const Slot& a, const Slot& b) { return a.key < b.key; });
+    Slots(const std::vector<PlannedEntry>& entries, bool ignoreCase) {
+        std::vector<std::pair<std::string, std::size_t>> keys;  // even: an old name, odd: a new one
+        const auto add = [&](const std::string& name, std::size_t number) {
+            keys.emplace_back(ignoreCase ? caseKey(name) : name, number);
+        };
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            add(entries[i].name(), 2 * i);
+            if (entries[i].planned.verdict == Verdict::rename) add(entries[i].newName(), 2 * i + 1);
+        }
+        std::sort(keys.begin(), keys.end());
+        slotOf_.resize(2 * entries.size());
+        for (std::size_t i = 0; i < keys.size(); ++i) {
+            if (i == 0 || keys[i].first != keys[i - 1].first) slots_.emplace_back();
+            slotOf_[keys[i].second] = slots_.size() - 1;
+        }
+        for (std::size_t i = 0; i < entries.size(); ++i) {
+            const bool moves = entries[i].planned.verdict == Verdict::rename;
+            ++from(i).holders;
+            from(i).stayers += !moves;
+            if (!moves) continue;
+            ++to(i).takers;
+            to(i).taker = i;
+        }
     }
-    /// The slot of a name that was added; all the same for equal keys.
-    Slot& of(const std::string& name) {
-        const std::string key = nameKey(name);
-        return *std::lower_bound(slots_.begin(), slots_.end(), key,
-                                 [](const Slot& slot, const std::string& wanted) { return slot.key < wanted; });
+
+    Slot& from(std::size_t entry) { return slots_[slotOf_[2 * entry]]; }
+    Slot& to(std::size_t entry) { return slots_[slotOf_[2 * entry + 1]]; }
+
+    /// Nobody else wants the new name, and nobody else holds it; an entry's own old name is in nobody's way.
+    bool isFree(std::size_t entry) {
+        return to(entry).takers == 1 && to(entry).holders == (&from(entry) == &to(entry) ? 1 : 0);
+    }
+    void move(std::size_t entry) {
+        --from(entry).holders;
+        ++to(entry).holders;
     }
 
 private:
     std::vector<Slot> slots_;
+    std::vector<std::size_t> slotOf_;
 };
 
-/// Moves to `done`, as long as there are any, the renamings whose new name is free once those before them are done.
-/// What stays in `open` is blocked.
-void takeFree(std::vector<Renaming>& open, std::vector<Renaming>& done, Slots& slots) {
-    for (bool moved = true; moved;) {
-        moved = false;
-        std::vector<Renaming> blocked;
-        for (Renaming& renaming : open) {
-            Slot& from = slots.of(renaming.from);
-            Slot& to = slots.of(renaming.to);
-            // Its own old name is in nobody's way, as where only the case changes.
-            const bool isFree = to.takers == 1 && to.holders == (&from == &to ? 1 : 0);
-            if (isFree) {
-                --from.holders;
-                ++to.holders;
-                moved = true;
-            }
-            (isFree ? done : blocked).push_back(std::move(renaming));
-        }
-        open = std::move(blocked);
+void leave(PlannedEntry& entry, const char* reason) {
+    entry.planned.verdict = Verdict::collision;
+    entry.planned.reason = reason;
+}
+
+/// Puts `entry` into the order if its new name is free, and then, one after the other, those that waited for it.
+void takeChain(std::size_t entry, std::vector<PlannedEntry>& entries, Slots& slots, std::vector<bool>& done,
+               std::vector<std::size_t>& order) {
+    for (bool waits = false; entry != kNobody && !done[entry] && slots.isFree(entry); waits = true) {
+        done[entry] = true;
+        entries[entry].waits = waits;
+        order.push_back(entry);
+        slots.move(entry);
+        entry = slots.from(entry).taker;
     }
 }
 
 }  // namespace
 
-std::vector<Renaming> planRenames(const std::vector<FolderEntry>& entries, NewName newName) {
-    std::vector<Renaming> plan, open;
-    Slots slots;
-    for (const FolderEntry& entry : entries) {
-        Renaming renaming{entry.name, {}, {}};
-        slots.add(entry.name);
-        const bool isUsable = newName(entry.name, renaming.to, renaming.obstacle);
-        if (isUsable && renaming.to == entry.name) continue;
-        if (const char* why = isUsable ? whyNotAName(renaming.to) : nullptr) renaming.obstacle = why;
-        if (renaming.obstacle.empty()) slots.add(renaming.to);
-        (renaming.obstacle.empty() ? open : plan).push_back(std::move(renaming));
+void planFolder(std::vector<FolderEntry> entries, Translate translate, bool ignoreCase, PlannedFolder& folder) {
+    std::sort(entries.begin(), entries.end(),
+              [](const FolderEntry& a, const FolderEntry& b) { return a.name < b.name; });
+    for (FolderEntry& entry : entries) {
+        PlannedEntry planned{std::move(entry), {}};
+        if (planned.entry.canBeNamed)
+            planned.planned = translate(planned.name());
+        else
+            planned.planned = {Verdict::notText, {}, "not a name in this code page"};
+        folder.entries.push_back(std::move(planned));
     }
-    slots.sort();
-    std::sort(open.begin(), open.end(), [](const Renaming& a, const Renaming& b) { return a.from < b.from; });
-    for (const FolderEntry& entry : entries) ++slots.of(entry.name).holders;
-    for (const Renaming& renaming : open) ++slots.of(renaming.to).takers;
-    takeFree(open, plan, slots);
-    for (Renaming& renaming : open) {
-        renaming.obstacle = slots.of(renaming.to).takers > 1 ? "collision: another entry would get the same name"
-                                                             : "collision: the name is taken";
-        plan.push_back(std::move(renaming));
+
+    Slots slots(folder.entries, ignoreCase);
+    std::vector<bool> done(folder.entries.size());
+    for (std::size_t i = 0; i < folder.entries.size(); ++i)
+        if (folder.entries[i].planned.verdict == Verdict::rename)
+            takeChain(i, folder.entries, slots, done, folder.renamings);
+    for (std::size_t i = 0; i < folder.entries.size(); ++i) {
+        PlannedEntry& entry = folder.entries[i];
+        if (entry.planned.verdict == Verdict::unchanged && slots.from(i).stayers > 1)
+            leave(entry, "collision: another name differs in case alone");
+        else if (entry.planned.verdict == Verdict::rename && !done[i])
+            leave(entry, slots.to(i).takers > 1 ? "collision: another entry would get the same name"
+                                                : "collision: the name is taken");
     }
-    return plan;
+}
+
+std::vector<std::size_t> deepestFirst(const Tree& tree) {
+    std::vector<std::size_t> order(tree.size());
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::sort(order.begin(), order.end(), [&](std::size_t a, std::size_t b) {
+        return tree[a].depth != tree[b].depth ? tree[a].depth > tree[b].depth : a < b;
+    });
+    return order;
+}
+
+std::string pathInTree(const Tree& tree, std::size_t folder, bool withNewNames) {
+    std::vector<const std::string*> names;
+    for (; tree[folder].parent != kNoFolder; folder = tree[folder].parent) {
+        const PlannedFolder& parent = tree[tree[folder].parent];
+        const PlannedEntry& entry = parent.entries[tree[folder].entryInParent];
+        names.push_back(withNewNames ? &entry.newName() : &entry.name());
+    }
+    std::string path;
+    for (std::size_t i = names.size(); i-- > 0;) path = joined(path, *names[i]);
+    return path;
 }
 
 }  // namespace tamrix::client

@@ -1,13 +1,21 @@
 #include "client/text.h"
 
+#include <algorithm>
+
+#include "client/library_names.h"
+#include "client/output.h"
 #include "client/system/encodings.h"
 
 namespace tamrix::client {
 
-bool textIsUtf8;
+bool namesAreText = true;
+bool pipesAreUtf8;
 
 namespace {
 
+constexpr unsigned kMacRoman = 10000;
+constexpr WCHAR kOmega = 0x3A9;
+constexpr WCHAR kOhmSign = 0x2126;
 constexpr unsigned kLargest = 0x10FFFF;
 
 /// The scalar value of the UTF-8 sequence at `at`, which moves behind it; larger than any when it is malformed.
@@ -44,30 +52,24 @@ void appendUtf8(unsigned value, std::string& text) {
     put(0x80 | (value & 0x3F));
 }
 
-bool wideFromWindows(const std::string& bytes, WideString& wide) {
-    const int size = static_cast<int>(bytes.size());
-    wide.resize(bytes.size());
-    if (bytes.empty()) return true;
-    const int written = MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, wide.data(), size);
-    wide.resize(static_cast<std::size_t>(written));
-    return written > 0;
+bool isAscii(std::string_view text) {
+    return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
 }
 
-bool windowsFromWide(const WideString& wide, std::string& bytes) {
-    const int size = static_cast<int>(wide.size());
-    bytes.resize(wide.size() * 2);
-    if (wide.empty()) return true;
-    const int written = WideCharToMultiByte(CP_ACP, 0, wide.data(), size, bytes.data(), size * 2, nullptr, nullptr);
-    bytes.resize(static_cast<std::size_t>(written));
-    return written > 0;
+/// The code page of a side's names.
+unsigned codePageOf(Side side) {
+    static const bool translates = askLibrary().tableIsOn;
+    return side == Side::mac && translates ? kMacRoman : CP_ACP;
 }
 
-bool wideFromBytes(Side side, const std::string& bytes, WideString& wide) {
-    return side == Side::mac ? wideFromMac(bytes, wide) : wideFromWindows(bytes, wide);
-}
-
-bool bytesFromWide(Side side, const WideString& wide, std::string& bytes) {
-    return side == Side::mac ? macFromWide(wide, bytes) : windowsFromWide(wide, bytes);
+bool bytesFromWideName(unsigned codePage, const WideString& wide, std::string& bytes) {
+    if (bytesFromWide(codePage, wide, bytes)) return true;
+    WideString other = composed(wide);
+    if (bytesFromWide(codePage, other, bytes)) return true;
+    std::replace(other.begin(), other.end(), kOhmSign, kOmega);
+    if (bytesFromWide(codePage, other, bytes)) return true;
+    std::replace(other.begin(), other.end(), kOmega, kOhmSign);
+    return bytesFromWide(codePage, other, bytes);
 }
 
 }  // namespace
@@ -101,25 +103,69 @@ bool utf8FromWide(const WideString& wide, std::string& text) {
     return true;
 }
 
+bool wideFromBytes(unsigned codePage, std::string_view bytes, WideString& wide) {
+    const int size = static_cast<int>(bytes.size());
+    wide.resize(bytes.size());
+    if (bytes.empty()) return true;
+    const int written = MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes.data(), size, wide.data(), size);
+    wide.resize(static_cast<std::size_t>(written));
+    return written > 0;
+}
+
+bool bytesFromWide(unsigned codePage, const WideString& wide, std::string& bytes) {
+    const int size = static_cast<int>(wide.size());
+    bytes.resize(wide.size() * 2);
+    if (wide.empty()) return true;
+    const int written = WideCharToMultiByte(codePage, 0, wide.data(), size, bytes.data(), size * 2, nullptr, nullptr);
+    bytes.resize(static_cast<std::size_t>(written));
+    // The way back finds characters that were replaced by similar ones or by question marks.
+    WideString back;
+    return written > 0 && wideFromBytes(codePage, bytes, back) && back == wide;
+}
+
 bool bytesFromText(Side side, std::string_view text, std::string& bytes) {
     bytes = text;
-    if (!textIsUtf8) return true;
-    WideString wide, back;
-    // The way back finds characters that were replaced by similar ones or by question marks.
-    return wideFromUtf8(text, wide) && bytesFromWide(side, wide, bytes) && wideFromBytes(side, bytes, back) &&
-           wide == back;
+    WideString wide;
+    return !namesAreText || isAscii(text) ||
+           (wideFromUtf8(text, wide) && bytesFromWideName(codePageOf(side), wide, bytes));
 }
 
 bool textFromBytes(Side side, const std::string& bytes, std::string& text) {
     text = bytes;
-    if (!textIsUtf8) return true;
+    if (!namesAreText || isAscii(bytes)) return true;
     WideString wide;
-    return wideFromBytes(side, bytes, wide) && utf8FromWide(wide, text);
+    if (!wideFromBytes(codePageOf(side), bytes, wide)) return false;
+    const WideString one = composed(wide);
+    std::string back;
+    const bool isSame = one != wide && bytesFromWideName(codePageOf(side), one, back) && back == bytes;
+    return utf8FromWide(isSame ? one : wide, text);
+}
+
+std::string visible(std::string_view text) {
+    std::string result;
+    for (std::size_t at = 0; at < text.size();) {
+        const std::size_t first = at;
+        const bool isControl = static_cast<unsigned char>(text[at]) < 0x20 || text[at] == 0x7F;
+        if (!isControl && (!namesAreText || takeScalar(text, at) <= kLargest)) {
+            at = namesAreText ? at : first + 1;
+            result.append(text, first, at - first);
+        } else {
+            result.append("\\x").append(hex(text.substr(first, 1)));
+            at = first + 1;
+        }
+    }
+    return result;
 }
 
 std::string shown(Side side, const std::string& bytes) {
     std::string text;
-    return textFromBytes(side, bytes, text) ? text : bytes;
+    if (textFromBytes(side, bytes, text)) return text;
+    for (const char c : bytes) text += static_cast<unsigned char>(c) < 0x80 ? std::string(1, c) : "\\x" + hex({&c, 1});
+    return text;
+}
+
+const char* whyNotBytes(Side side) {
+    return codePageOf(side) == kMacRoman ? "not a name in Mac Roman" : "not a name in this code page";
 }
 
 }  // namespace tamrix::client

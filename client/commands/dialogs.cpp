@@ -3,7 +3,6 @@
 
 #include "client/command.h"
 #include "client/mapping_text.h"
-#include "client/system/encodings.h"
 
 namespace tamrix::client {
 namespace {
@@ -28,7 +27,7 @@ int runEdit(const Arguments& arguments) {
 bool takeText(const Arguments& arguments, const char* option, std::size_t most, std::string& text) {
     const char* value = arguments.value(option);
     if (!value) return true;
-    const bool isText = bytesFromText(Side::windows, argumentText(value), text);
+    const bool isText = bytesFromText(Side::windows, value, text);
     if (isText && text.size() <= most) return true;
     const std::string reason = isText ? "longer than " + std::to_string(most) + " bytes" : "not text of this code page";
     complain(option, reason + ": " + value);
@@ -49,7 +48,10 @@ int runBrowse(const Arguments& arguments) {
         !takeText(arguments, "--filter", kLongestFilter - 1, request.filter))
         return kUsageError;
     if (!request.filter.empty() && !request.filter.ends_with('|')) request.filter += '|';
-    if (!operands.empty()) request.initial = operands[0];
+    if (!operands.empty() && !bytesFromText(Side::windows, operands[0], request.initial)) {
+        complain(operands[0], whyNotBytes(Side::windows));
+        return kUsageError;
+    }
 
     std::string chosen;
     const int status = browse(request, chosen);

@@ -2,7 +2,6 @@
 #include "client/command.h"
 #include "client/mapping_store.h"
 #include "client/mapping_text.h"
-#include "client/system/encodings.h"
 #include "client/system/startup.h"
 
 namespace tamrix::client {
@@ -75,7 +74,7 @@ int runSet(const Arguments& arguments) {
     }
     if (operands.size() > 3) {
         mapping.comment.emplace();
-        if (!bytesFromText(Side::windows, argumentText(operands[3]), *mapping.comment)) {
+        if (!bytesFromText(Side::windows, operands[3], *mapping.comment)) {
             complain(operands[3], "not text of this code page");
             return kUsageError;
         }

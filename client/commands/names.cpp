@@ -1,55 +1,16 @@
 // tamrix name: Macintosh names to Windows names and back, and what happens to them on the way.
-#include <stdio.h>
-
 #include "client/command.h"
 #include "client/json.h"
 #include "client/name_check.h"
-#include "client/system/encodings.h"
+#include "client/name_list.h"
+#include "client/system/streams.h"
 
 namespace tamrix::client {
 namespace {
 
-constexpr Option kZeroOption = {"-0", nullptr, "names from standard input, and printed, end in a zero byte"};
 constexpr Option kConvertOptions[] = {kZeroOption, kJsonOption};
 constexpr Option kToMacOptions[] = {
     kZeroOption, {"--separator", "TEXT", "print TEXT between the parts of a path, not a zero byte"}, kJsonOption};
-
-/// Reads the next name up to `ending`; false at the end.
-bool readName(char ending, std::string& name) {
-    name.clear();
-    int c = getc(stdin);
-    if (c == EOF) return false;
-    for (; c != EOF && c != static_cast<unsigned char>(ending); c = getc(stdin)) name.push_back(static_cast<char>(c));
-    return true;
-}
-
-/// Calls `act` with the bytes of each name, from the operands or, without any, from standard input; kSomeFailed when a
-/// name could not be taken or `act` says false.
-template <typename Act>
-int forEachName(const Arguments& arguments, Side side, Act act) {
-    int status = kDone;
-    const auto take = [&](const std::string& text) {
-        std::string bytes;
-        const bool isKnown = bytesFromText(side, text, bytes);
-        if (!isKnown) complain(text, side == Side::mac ? "not a name in Mac Roman" : "not a name in this code page");
-        const bool isWhole = bytes.find('\0') == std::string::npos;
-        if (isKnown && !isWhole) complain(text, "holds a zero byte (names end in one with -0)");
-        if (!isKnown || !isWhole || !act(bytes)) status = kSomeFailed;
-    };
-    for (const std::string& operand : arguments.operands()) take(argumentText(operand));
-    if (!arguments.operands().empty()) return status;
-
-    const char ending = arguments.has("-0") ? '\0' : '\n';
-    std::string text;
-    while (readName(ending, text)) {
-        // No Windows name holds a carriage return, but lines of Windows programs end in one.
-        if (side == Side::windows && ending == '\n' && text.ends_with('\r')) text.pop_back();
-        take(text);
-    }
-    if (!ferror(stdin)) return status;
-    complain("standard input", "cannot be read");
-    return kUsageError;
-}
 
 int convert(const Arguments& arguments, Side from, Side to, std::string (*translate)(const std::string&)) {
     const bool asJson = arguments.has("--json");
@@ -66,8 +27,10 @@ int convert(const Arguments& arguments, Side from, Side to, std::string (*transl
             return true;
         }
         std::string text;
-        if (!textFromBytes(to, result, text)) {
-            complain(shown(from, name), "the result has no text");
+        const bool hasText = textFromBytes(to, result, text);
+        if (!hasText || !outputHolds(text)) {
+            complain(shown(from, name),
+                     hasText ? "the output cannot hold the result: give --text utf-8" : "the result has no text");
             return false;
         }
         if (separator)

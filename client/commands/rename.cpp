@@ -1,153 +1,105 @@
-// tamrix rename: gives everything in a folder its Windows or Macintosh name.
-#include <algorithm>
-
+// tamrix rename: gives everything in a folder its Windows or Macintosh name, and puts it back.
 #include "client/command.h"
-#include "client/json.h"
-#include "client/library_names.h"
-#include "client/rename_plan.h"
+#include "client/output.h"
+#include "client/rename_names.h"
+#include "client/rename_report.h"
+#include "client/rename_run.h"
 
 namespace tamrix::client {
 namespace {
 
-constexpr Option kOptions[] = {{"--to-windows", nullptr, "the folder holds Macintosh names"},
-                               {"--to-mac", nullptr, "the folder holds Windows names"},
-                               {"--apply", nullptr, "rename; without it, only say what would be renamed"},
-                               kJsonOption};
+constexpr Option kOptions[] = {
+    {"--to-windows", nullptr, "the folder holds Macintosh names"},
+    {"--to-mac", nullptr, "the folder holds Windows names"},
+    {"--apply", nullptr, "rename; without it, only say what would be renamed"},
+    {"--journal", "FILE", "where each step is written down; without it, a new file next to DIR"},
+    {"--undo", "FILE", "put everything back that this journal tells of"},
+    {"--force", nullptr, "also a whole disk, and a folder that was renamed the same way already"},
+    kJsonOption};
 
 constexpr char kDetails[] =
     "Goes through DIR and the folders in it, the deepest first; links are not followed and DIR keeps its name. "
     "Nothing\n"
-    "is overwritten: a name that is taken, or that the disk does not accept, is reported and left (status 1).\n"
-    "Apply it once: names that were translated already would be translated again.\n";
+    "is overwritten: a name that is taken, or that the disk or Windows does not accept, is reported and left (status\n"
+    "1). Links within DIR are pointed at new names. Each step of --apply is written to a journal first, from which\n"
+    "--undo puts everything back.\n";
 
-bool fromDisk(Side side, const std::string& name, std::string& bytes) {
-    bytes = name;
-    return !kDiskNamesAreText || bytesFromText(side, name, bytes);
+int refuse(const std::string& about, const std::string& reason) {
+    complain(about, reason);
+    return kUsageError;
 }
 
-bool toDisk(Side side, const std::string& bytes, std::string& name) {
-    name = bytes;
-    return !kDiskNamesAreText || textFromBytes(side, bytes, name);
+int statusOf(const Report& report, const RunEnd& end) {
+    return report.leftSome() || !end.reason.empty() ? kSomeFailed : kDone;
 }
 
-bool newWindowsName(const std::string& name, std::string& newName, std::string& obstacle) {
-    std::string bytes;
-    if (!fromDisk(Side::mac, name, bytes))
-        obstacle = "not a name in Mac Roman";
-    else if (!toDisk(Side::windows, windowsNameOf(bytes), newName))
-        obstacle = "the Windows name has no text";
-    return obstacle.empty();
+int runUndo(const Arguments& arguments) {
+    const std::string path = arguments.value("--undo");
+    if (!arguments.operands().empty() || arguments.has("--to-windows") || arguments.has("--to-mac") ||
+        arguments.has("--apply") || arguments.has("--journal"))
+        return refuse("rename", "--undo takes its journal and nothing else");
+    Journal journal;
+    std::string reason;
+    if (!readJournal(path, journal, reason)) return refuse(path, reason);
+    namesAreText = journal.isText;
+    Report report(journal.tree, true, arguments.has("--json"));
+    const RunEnd end = undo(journal, path, report);
+    report.finish(nullptr, end, "");
+    return statusOf(report, end);
 }
 
-bool newMacName(const std::string& name, std::string& newName, std::string& obstacle) {
-    std::string bytes;
-    if (!fromDisk(Side::windows, name, bytes))
-        obstacle = "not a name in this code page";
-    else if (!toDisk(Side::mac, macNameOf(bytes), newName))
-        obstacle = "the Macintosh name has no text";
-    return obstacle.empty();
+/// Why the folder is not to be renamed; empty when nothing speaks against it.
+std::string whyNot(const Arguments& arguments, const std::string& root) {
+    if (arguments.has("--force")) return {};
+    if (isRoot(root)) return "a whole disk: give --force if you mean it";
+    const std::string earlier = journalOfEarlierRun(root, arguments.has("--to-windows"));
+    if (earlier.empty()) return {};
+    return "was renamed this way already, says " + plainPath(earlier) +
+           ": rename --undo puts it back, --force would translate its names again";
 }
-
-/// A path on the disk as it is printed.
-std::string pathShown(const std::string& path) {
-    return kDiskNamesAreText ? path : shown(Side::windows, path);
-}
-
-std::string joined(const std::string& folder, const std::string& name) {
-    const bool ends = folder.ends_with(kPathSeparator) || folder.ends_with('/');
-    return ends ? folder + name : folder + kPathSeparator + name;
-}
-
-class Walk {
-public:
-    Walk(NewName newName, bool applies, bool asJson) : newName_(newName), applies_(applies), asJson_(asJson) {
-        if (asJson_) json_.beginArray();
-    }
-
-    void folder(const std::string& path) {
-        std::vector<FolderEntry> entries;
-        std::string reason;
-        if (!listFolder(path, entries, reason)) {
-            ++failed_;
-            return complain(pathShown(path), reason);
-        }
-        for (const FolderEntry& entry : entries)
-            if (entry.isFolder) folder(joined(path, entry.name));
-        for (Renaming& renaming : planRenames(entries, newName_)) {
-            const std::string from = joined(path, renaming.from);
-            if (applies_ && renaming.obstacle.empty())
-                renameWithoutOverwriting(from, joined(path, renaming.to), renaming.obstacle);
-            renaming.obstacle.empty() ? ++renamed_ : ++failed_;
-            report(path, renaming);
-        }
-    }
-
-    int finish() {
-        if (asJson_) {
-            json_.endArray();
-            json_.finish();
-        } else {
-            complain("", decimal(renamed_) + (applies_ ? " renamed, " : " to rename (--apply does it), ") +
-                             decimal(failed_) + " left with a reason");
-        }
-        return failed_ ? kSomeFailed : kDone;
-    }
-
-private:
-    void report(const std::string& path, const Renaming& renaming) {
-        const std::string from = joined(path, renaming.from);
-        if (asJson_) return write(path, renaming);
-        if (renaming.obstacle.empty()) return print(pathShown(from) + " -> " + pathShown(renaming.to) + "\n");
-        complain(pathShown(from),
-                 renaming.to.empty() ? renaming.obstacle : renaming.obstacle + ": " + pathShown(renaming.to));
-    }
-
-    void write(const std::string& path, const Renaming& renaming) {
-        json_.beginObject();
-        // Bytes of the disk; where they are text already, the hexadecimal form is of that text.
-        diskName("folder", path);
-        diskName("from", renaming.from);
-        diskName("to", renaming.to);
-        json_.ascii("status", !renaming.obstacle.empty() ? "left" : applies_ ? "renamed" : "would rename");
-        json_.ascii("reason", renaming.obstacle);
-        json_.endObject();
-    }
-
-    void diskName(const char* name, const std::string& value) {
-        if (kDiskNamesAreText)
-            json_.text(name, value);
-        else
-            json_.bytes(name, Side::windows, value);
-    }
-
-    NewName newName_;
-    bool applies_;
-    bool asJson_;
-    Json json_;
-    long renamed_ = 0;
-    long failed_ = 0;
-};
 
 int run(const Arguments& arguments) {
+    if (arguments.value("--undo")) return runUndo(arguments);
+    if (arguments.operands().empty()) return refuse("rename", "an argument is missing: DIR");
+    if (arguments.has("--to-mac") == arguments.has("--to-windows"))
+        return refuse("rename", "give one of --to-windows and --to-mac");
     const std::string& folder = arguments.operands()[0];
-    if (arguments.has("--to-mac") == arguments.has("--to-windows")) {
-        complain("rename", "give one of --to-windows and --to-mac");
-        return kUsageError;
+    if (folder.empty()) return refuse("rename", "DIR is empty");
+    std::string root, reason;
+    if (!resolveFolder(folder, root, reason)) return refuse(folder, reason);
+    reason = whyNot(arguments, root);
+    if (!reason.empty()) return refuse(folder, reason);
+
+    const bool toWindows = arguments.has("--to-windows"), applies = arguments.has("--apply");
+    Report report(folder, applies, arguments.has("--json"));
+    Tree tree;
+    if (!readTree(root, toWindows ? newWindowsName : newMacName, toWindows || kDiskIgnoresCase, report, tree, reason))
+        return refuse(folder, reason);
+    RenameRun renaming(root, toWindows, tree, report);
+    if (!applies || renaming.size() == 0) {
+        renaming.plan();
+        report.finish(&tree, {}, "");
+        return statusOf(report, {});
     }
-    std::vector<FolderEntry> entries;
-    std::string reason;
-    if (!listFolder(folder, entries, reason)) {
-        complain(folder, reason);
-        return kUsageError;
-    }
-    Walk walk(arguments.has("--to-mac") ? newMacName : newWindowsName, arguments.has("--apply"),
-              arguments.has("--json"));
-    walk.folder(folder);
-    return walk.finish();
+    const char* given = arguments.value("--journal");
+    const std::string journal = given ? given : freeJournalName(root);
+    if (!renaming.startJournal(journal, reason)) return refuse(plainPath(journal), reason);
+    const RunEnd end = renaming.apply();
+    report.finish(&tree, end, plainPath(journal));
+    return statusOf(report, end);
 }
 
-constexpr Command kCommands[] = {{"rename", "DIR", "give everything in a folder its Windows or Macintosh name",
-                                  kDetails, kOptions, 1, 1, run, false, "rename --to-windows Copies"}};
+constexpr Command kCommands[] = {
+    {.name = "rename",
+     .operands = "DIR",
+     .summary = "give everything in a folder its Windows or Macintosh name",
+     .details = kDetails,
+     .options = kOptions,
+     .fewest = 0,
+     .most = 1,
+     .run = run,
+     .example = "rename --to-windows Copies"},
+};
 
 }  // namespace
 

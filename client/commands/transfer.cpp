@@ -3,6 +3,7 @@
 
 #include "client/command.h"
 #include "client/mapping_text.h"
+#include "client/system/open_file.h"
 #include "client/system/startup.h"
 #include "client/system/whole_file.h"
 
@@ -26,9 +27,10 @@ std::string readAll(FILE* file, std::string& text) {
 
 std::string readFile(const std::string& name, std::string& text) {
     if (name == "-") return readAll(stdin, text);
-    FILE* file = fopen(name.c_str(), "rb");
-    if (!file) return "the file cannot be read";
-    std::string reason = readAll(file, text);
+    std::string reason;
+    FILE* file = openToRead(name, reason);
+    if (!file) return "the file cannot be read: " + reason;
+    reason = readAll(file, text);
     fclose(file);
     return reason;
 }
@@ -37,7 +39,7 @@ int runExport(const Arguments& arguments) {
     int status = kDone;
     const std::string text = writeMappings(mappingsToShow(status));
     if (arguments.operands().empty() || arguments.operands()[0] == "-") {
-        print(text);
+        printBytes(text);
         return status;
     }
     std::string reason;

@@ -1,7 +1,6 @@
 // tamrix unc: paths of AppleTalk servers and printers, joined from and split into their parts.
 #include "client/command.h"
 #include "client/json.h"
-#include "client/system/encodings.h"
 #include "tamrix32/macnames.h"
 #include "tamrix32/strings.h"
 
@@ -36,7 +35,7 @@ const char* whyNotAPart(const std::string& bytes) {
 
 /// Takes one part, which `what` names in complaints.
 bool takePart(const char* what, const std::string& argument, std::string& bytes, const char*& pointer) {
-    const bool isText = bytesFromText(Side::windows, argumentText(argument), bytes);
+    const bool isText = bytesFromText(Side::windows, argument, bytes);
     if (const char* why = isText ? whyNotAPart(bytes) : "is not text of this code page") {
         complain(argument, std::string("the ") + what + " " + why);
         return false;
@@ -143,7 +142,7 @@ int runSplit(const Arguments& arguments) {
     const JsonArray array(json, asJson);
     for (const std::string& operand : arguments.operands()) {
         std::string path;
-        if (!bytesFromText(Side::windows, argumentText(operand), path)) {
+        if (!bytesFromText(Side::windows, operand, path)) {
             complain(operand, "not text of this code page");
             status = kSomeFailed;
             continue;

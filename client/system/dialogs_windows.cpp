@@ -7,6 +7,7 @@
 #include "client/output.h"
 #include "client/resource_ids.h"
 #include "client/system/dialogs.h"
+#include "client/system/paths_windows.h"
 #include "client/text.h"
 #include "tamrix32/about.h"
 #include "tamrix32/browse.h"
@@ -112,7 +113,7 @@ int browse(const BrowseRequest& request, std::string& chosen) {
 }
 
 int showDialog(const std::string& module, const std::string& id, bool adjustSize) {
-    const HMODULE loaded = LoadLibraryExA(module.c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
+    const HMODULE loaded = LoadLibraryExA(ansiPath(module).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
     if (!loaded) {
         complain(module, "not a module that can be loaded");
         return kUsageError;

@@ -1,19 +1,22 @@
-// Mac Roman text and arguments as text, where systems differ. encodings_windows.cpp and encodings_native.cpp implement
-// it.
+// Text that the system converts: composed characters and the words of the command line. encodings_windows.cpp and
+// encodings_native.cpp implement it.
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "client/text.h"
 
 namespace tamrix::client {
 
-/// Mac Roman by the platform's published table.
-bool wideFromMac(const std::string& bytes, WideString& wide);
-bool macFromWide(const WideString& wide, std::string& bytes);
+/// The text with each letter and the marks after it as one character where there is one (normalization form C); as it
+/// is where the system has no way to do that.
+WideString composed(const WideString& text);
 
-/// An argument of the command line in the form of --text: Windows gives arguments in the ANSI code page whatever the
-/// terminal shows.
-std::string argumentText(const std::string& argument);
+/// The words of the command line as text.
+std::vector<std::string> commandLine(int argc, char** argv);
+
+/// Makes bytes, as --bytes wants them, of words of the command line; false with a word that has none.
+bool wordsToBytes(std::vector<std::string>& words, std::string& refused);
 
 }  // namespace tamrix::client

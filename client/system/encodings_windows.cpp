@@ -2,34 +2,65 @@
 
 #include "client/system/encodings.h"
 
+extern "C" {
+struct WideStartInfo {
+    int newMode;
+};
+// msvcrt's, which no header declares; on Windows 95 it works, too.
+int __cdecl __wgetmainargs(int* argc, wchar_t*** argv, wchar_t*** environment, int expandWildcards,
+                           WideStartInfo* info);
+}
+
 namespace tamrix::client {
 namespace {
 
-constexpr UINT kMacRoman = 10000;
+constexpr int kFormC = 1;
+
+/// Of Windows Vista and later.
+using NormalizeFunction = int(WINAPI*)(int form, LPCWSTR source, int size, LPWSTR target, int capacity);
+
+NormalizeFunction findNormalize() {
+    const HMODULE module = LoadLibraryA("normaliz.dll");
+    return module
+               ? reinterpret_cast<NormalizeFunction>(reinterpret_cast<void*>(GetProcAddress(module, "NormalizeString")))
+               : nullptr;
+}
 
 }  // namespace
 
-bool wideFromMac(const std::string& bytes, WideString& wide) {
-    const int size = static_cast<int>(bytes.size());
-    wide.resize(bytes.size());
-    if (bytes.empty()) return true;
-    const int written = MultiByteToWideChar(kMacRoman, 0, bytes.data(), size, wide.data(), size);
-    wide.resize(static_cast<std::size_t>(written));
-    return written > 0;
+WideString composed(const WideString& text) {
+    static const NormalizeFunction normalize = findNormalize();
+    if (text.empty()) return text;
+    WideString result(text.size() * 3 + 1, 0);
+    const int size = static_cast<int>(text.size()), capacity = static_cast<int>(result.size());
+    // Windows NT composes letters and marks; Windows 95 has the function but not the deed.
+    const int written = normalize ? normalize(kFormC, text.data(), size, result.data(), capacity)
+                                  : FoldStringW(MAP_PRECOMPOSED, text.data(), size, result.data(), capacity);
+    if (written <= 0) return text;
+    result.resize(static_cast<std::size_t>(written));
+    return result;
 }
 
-bool macFromWide(const WideString& wide, std::string& bytes) {
-    const int size = static_cast<int>(wide.size());
-    bytes.resize(wide.size());
-    if (wide.empty()) return true;
-    const int written = WideCharToMultiByte(kMacRoman, 0, wide.data(), size, bytes.data(), size, nullptr, nullptr);
-    bytes.resize(static_cast<std::size_t>(written));
-    return written > 0;
+std::vector<std::string> commandLine(int, char**) {
+    int argc = 0;
+    wchar_t** argv = nullptr;
+    wchar_t** environment = nullptr;
+    WideStartInfo info = {0};
+    __wgetmainargs(&argc, &argv, &environment, 0, &info);
+    std::vector<std::string> words(static_cast<std::size_t>(argc));
+    for (int i = 0; i < argc; ++i)
+        // Half a surrogate pair is no text; what is refused later is this byte, which UTF-8 never holds.
+        if (!utf8FromWide(argv[i], words[static_cast<std::size_t>(i)])) words[static_cast<std::size_t>(i)] = "\xFF";
+    return words;
 }
 
-std::string argumentText(const std::string& argument) {
-    std::string text;
-    return textFromBytes(Side::windows, argument, text) ? text : argument;
+bool wordsToBytes(std::vector<std::string>& words, std::string& refused) {
+    for (std::string& word : words) {
+        WideString wide;
+        refused = word;
+        if (!wideFromUtf8(word, wide) || !bytesFromWide(CP_ACP, wide, word)) return false;
+    }
+    return true;
 }
 
 }  // namespace tamrix::client

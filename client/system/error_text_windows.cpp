@@ -24,7 +24,7 @@ std::string errorText() {
         case ERROR_HANDLE_DISK_FULL:
             return "the disk is full";
         default:
-            return "Windows error " + decimal(static_cast<long>(error));
+            return "Windows error " + std::to_string(error);
     }
 }
 

@@ -12,9 +12,6 @@ namespace tamrix::client {
 /// Options that exist on this platform only, for every command.
 std::span<const Option> platformOptions();
 
-/// Standard input and output carry bytes as they are.
-void makeStreamsBinary();
-
 /// Makes the library ready. With `changesMappings`, other runs that change the
 /// mappings wait until this one has ended. False with the reason on failure.
 bool startLibrary(const Arguments& arguments, bool changesMappings, std::string& reason);

@@ -87,8 +87,6 @@ std::span<const Option> platformOptions() {
     return kOptions;
 }
 
-void makeStreamsBinary() {}
-
 bool startLibrary(const Arguments& arguments, bool changesMappings, std::string& reason) {
     if (!chooseCodePages(arguments, reason) || !loadSettings(arguments, changesMappings, reason)) return false;
     // As a loader would, now that the code pages are known: static construction, then the attachment.

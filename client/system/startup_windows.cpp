@@ -1,7 +1,4 @@
 // The shipped EXE: the loader starts the DLL, and the system keeps the mappings.
-#include <fcntl.h>
-#include <io.h>
-#include <stdio.h>
 #include <string.h>
 #include <windows.h>
 
@@ -46,20 +43,14 @@ std::span<const Option> platformOptions() {
     return {};
 }
 
-void makeStreamsBinary() {
-    _setmode(_fileno(stdin), _O_BINARY);
-    _setmode(_fileno(stdout), _O_BINARY);
-    _setmode(_fileno(stderr), _O_BINARY);
-}
-
 bool startLibrary(const Arguments&, bool changesMappings, std::string& reason) {
     WCHAR letter;
     if (changesMappings && !waitForOthers()) {
         reason = "cannot wait for others that change the mappings: " + errorText();
         return false;
     }
-    if (!textIsUtf8 || MultiByteToWideChar(kMacRoman, 0, "a", 1, &letter, 1) == 1) return true;
-    reason = "--text: this system lacks code page 10000, Mac Roman";
+    if (!namesAreText || MultiByteToWideChar(kMacRoman, 0, "a", 1, &letter, 1) == 1) return true;
+    reason = "this system lacks code page 10000, Mac Roman: give --bytes";
     return false;
 }
 

@@ -1,6 +1,8 @@
 #include <windows.h>
 
 #include "client/system/error_text.h"
+#include "client/system/folders.h"
+#include "client/system/paths_windows.h"
 #include "client/system/whole_file.h"
 
 namespace tamrix::client {
@@ -8,12 +10,25 @@ namespace {
 
 constexpr DWORD kNoAttributes = 0xFFFFFFFF;
 
+constexpr DWORD kShared = FILE_SHARE_READ | FILE_SHARE_WRITE;
+
+bool moveFile(const std::string& from, const std::string& to) {
+    return systemIsWide() ? MoveFileW(widePath(from).c_str(), widePath(to).c_str())
+                          : MoveFileA(ansiPath(from).c_str(), ansiPath(to).c_str());
+}
+
+bool deleteFile(const std::string& path) {
+    return systemIsWide() ? DeleteFileW(widePath(path).c_str()) : DeleteFileA(ansiPath(path).c_str());
+}
+
 /// A file or device that is there, open for writing; closes itself.
 class File {
 public:
     explicit File(const std::string& path)
-        : handle_(CreateFileA(path.c_str(), GENERIC_WRITE, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                              FILE_ATTRIBUTE_NORMAL, nullptr)) {}
+        : handle_(systemIsWide() ? CreateFileW(widePath(path).c_str(), GENERIC_WRITE, kShared, nullptr, OPEN_EXISTING,
+                                               FILE_ATTRIBUTE_NORMAL, nullptr)
+                                 : CreateFileA(ansiPath(path).c_str(), GENERIC_WRITE, kShared, nullptr, OPEN_EXISTING,
+                                               FILE_ATTRIBUTE_NORMAL, nullptr)) {}
     ~File() {
         if (isOpen()) CloseHandle(handle_);
     }
@@ -37,12 +52,15 @@ private:
 
 /// A new, empty file in a file's folder. Empty on failure.
 std::string makeFileBeside(const std::string& path) {
-    char folder[MAX_PATH], made[MAX_PATH];
-    char* name = nullptr;
-    const DWORD size = GetFullPathNameA(path.c_str(), sizeof folder, folder, &name);
-    if (size == 0 || size >= sizeof folder || !name) return {};
-    *name = '\0';
-    return GetTempFileNameA(folder, "tmx", 0, made) ? made : "";
+    std::string made;
+    const std::size_t end = path.find_last_of("\\/:");
+    const std::string folder = end == std::string::npos ? "." : path.substr(0, end + 1);
+    if (systemIsWide()) {
+        WCHAR wide[MAX_PATH];
+        return GetTempFileNameW(widePath(folder).c_str(), L"tmx", 0, wide) && pathFromWide(wide, made) ? made : "";
+    }
+    char bytes[MAX_PATH];
+    return GetTempFileNameA(ansiPath(folder).c_str(), "tmx", 0, bytes) && pathFromAnsi(bytes, made) ? made : "";
 }
 
 bool writeInto(const std::string& path, const std::string& text) {
@@ -52,30 +70,40 @@ bool writeInto(const std::string& path, const std::string& text) {
 
 /// Moves a file in place of another in one step. Windows 95 has no function for that, or one that is not implemented.
 bool moveOver(const std::string& from, const std::string& to) {
-    using Move = BOOL(WINAPI*)(const char*, const char*, DWORD);
+    using Move = BOOL(WINAPI*)(const WCHAR*, const WCHAR*, DWORD);
     const auto move = reinterpret_cast<Move>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "MoveFileExA")));
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "MoveFileExW")));
     SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
-    return move && move(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
+    return move &&
+           move(widePath(from).c_str(), widePath(to).c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
 }
 
 /// The same in two steps: the former file moves aside, and back when the new one can't follow. Where it can't go back
 /// either, `aside` names it, and is empty otherwise.
 bool moveOverInTwoSteps(const std::string& from, const std::string& to, std::string& aside) {
     aside = makeFileBeside(to);
-    const bool hasMoved = !aside.empty() && DeleteFileA(aside.c_str()) && MoveFileA(to.c_str(), aside.c_str());
-    const bool done = hasMoved && MoveFileA(from.c_str(), to.c_str());
+    const bool hasMoved = !aside.empty() && deleteFile(aside) && moveFile(to, aside);
+    const bool done = hasMoved && moveFile(from, to);
     const DWORD error = GetLastError();
-    if (done) DeleteFileA(aside.c_str());
-    if (done || !hasMoved || MoveFileA(aside.c_str(), to.c_str())) aside.clear();
+    if (done) deleteFile(aside);
+    if (done || !hasMoved || moveFile(aside, to)) aside.clear();
     SetLastError(error);
     return done;
 }
 
+void keepAttributes(const std::string& of, const std::string& newFile) {
+    const DWORD attributes =
+        systemIsWide() ? GetFileAttributesW(widePath(of).c_str()) : GetFileAttributesA(ansiPath(of).c_str());
+    if (attributes == kNoAttributes) return;
+    if (systemIsWide())
+        SetFileAttributesW(widePath(newFile).c_str(), attributes);
+    else
+        SetFileAttributesA(ansiPath(newFile).c_str(), attributes);
+}
+
 bool moveInto(const std::string& path, const std::string& newFile, bool isThere, std::string& aside) {
-    if (!isThere) return MoveFileA(newFile.c_str(), path.c_str());
-    const DWORD attributes = GetFileAttributesA(path.c_str());
-    if (attributes != kNoAttributes) SetFileAttributesA(newFile.c_str(), attributes);
+    if (!isThere) return moveFile(newFile, path);
+    keepAttributes(path, newFile);
     if (moveOver(newFile, path)) return true;
     return GetLastError() == ERROR_CALL_NOT_IMPLEMENTED && moveOverInTwoSteps(newFile, path, aside);
 }
@@ -87,24 +115,20 @@ bool replaceFile(const std::string& path, const std::string& text, bool isThere,
     if (!newFile.empty() && writeInto(newFile, text) && moveInto(path, newFile, isThere, aside)) return true;
     reason = "cannot write: " + errorText();
     if (!aside.empty()) reason += "; what was in the file is now in " + aside;
-    if (!newFile.empty()) DeleteFileA(newFile.c_str());
+    if (!newFile.empty()) deleteFile(newFile);
     return false;
 }
 
 /// The path of an open file where its links lead, which systems have that know this function.
 std::string realPath(const File& file, const std::string& path) {
-    using GetFinalPath = DWORD(WINAPI*)(HANDLE, char*, DWORD, DWORD);
+    using GetFinalPath = DWORD(WINAPI*)(HANDLE, WCHAR*, DWORD, DWORD);
     const auto getFinalPath = reinterpret_cast<GetFinalPath>(
-        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "GetFinalPathNameByHandleA")));
-    char found[MAX_PATH + 8];
-    const DWORD size = getFinalPath ? getFinalPath(file.handle(), found, sizeof found, 0) : 0;
-    if (size == 0 || size >= sizeof found) return path;
-    std::string real(found, size);
-    if (real.starts_with("\\\\?\\UNC\\"))
-        real.replace(0, 7, "\\");
-    else if (real.starts_with("\\\\?\\"))
-        real.erase(0, 4);
-    return File(real).isOpen() ? real : path;  // not where its folder's name has no ANSI form
+        reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "GetFinalPathNameByHandleW")));
+    constexpr DWORD kRoom = MAX_PATH + 8;
+    WCHAR found[kRoom];
+    std::string real;
+    const DWORD size = getFinalPath ? getFinalPath(file.handle(), found, kRoom, 0) : 0;
+    return size && size < kRoom && pathFromWide({found, size}, real) ? plainPath(real) : path;
 }
 
 struct Target {

@@ -20,7 +20,7 @@ struct Source {
 constexpr Source kSources[] = {
     {437, "CP437", {}},           {850, "CP850", {}},           {932, "CP932", {0x81, 0x9F, 0xE0, 0xFC}},
     {936, "CP936", {0x81, 0xFE}}, {949, "CP949", {0x81, 0xFE}}, {950, "CP950", {0x81, 0xFE}},
-    {1251, "CP1251", {}},         {1252, "CP1252", {}},
+    {1251, "CP1251", {}},         {1252, "CP1252", {}},         {10000, "MACINTOSH", {}},
 };
 
 // What the platform's tables hold beyond the C library's: single characters, in both directions,

@@ -12,6 +12,9 @@
 namespace standin {
 namespace {
 
+// Text is converted to and from it, but no system has it as its own.
+constexpr UINT kMacRoman = 10000;
+
 std::atomic<const CodePage*> activeAnsi{nullptr};
 std::atomic<const CodePage*> activeOem{nullptr};
 
@@ -79,7 +82,7 @@ const CodePage& ansiCodePage() {
 bool setCodePages(UINT ansi, UINT oem) {
     const CodePage* ansiPage = CodePage::find(ansi);
     const CodePage* oemPage = CodePage::find(oem);
-    if (!ansiPage || !oemPage) return false;
+    if (!ansiPage || !oemPage || ansi == kMacRoman || oem == kMacRoman) return false;
     activeAnsi = ansiPage;
     activeOem = oemPage;
     return true;

@@ -1,0 +1,323 @@
+#include "client/rename_run.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "client/output.h"
+#include "client/system/interrupts.h"
+#include "client/system/open_file.h"
+#include "client/system/whole_file.h"
+
+namespace tamrix::client {
+namespace {
+
+constexpr char kInterrupted[] = "interrupted";
+
+bool exists(const std::string& path) {
+    return entryAt(path).kind != EntryKind::nothing;
+}
+
+std::string journalName(const std::string& root, long number) {
+    return root + kJournalEnding + (number > 1 ? "-" + std::to_string(number) : "");
+}
+
+/// The latest journal next to a folder that was not put back; empty when there is none.
+std::string latestJournal(const std::string& root, Journal& journal) {
+    std::string latest, path;
+    for (long number = 1; exists(path = journalName(root, number)); ++number) {
+        Journal read;
+        std::string reason;
+        if (!readJournal(path, read, reason) || read.isBack()) continue;
+        latest = path;
+        journal = std::move(read);
+    }
+    return latest;
+}
+
+bool readWholeFile(const std::string& path, std::string& text, std::string& reason) {
+    FILE* file = openToRead(path, reason);
+    if (!file) return false;
+    char block[2048];
+    while (const std::size_t size = fread(block, 1, sizeof block, file)) text.append(block, size);
+    if (ferror(file)) reason = "cannot be read";
+    fclose(file);
+    return reason.empty();
+}
+
+void tellAboutEntry(const std::string& folder, const PlannedEntry& entry, RenameListener& listener) {
+    const NewName& planned = entry.planned;
+    if (planned.verdict != Verdict::rename && planned.verdict != Verdict::unchanged)
+        listener.left(folder, entry.name(), planned.text == entry.name() ? "" : planned.text, planned.reason);
+    else if (planned.verdict == Verdict::unchanged && !planned.comesBack)
+        listener.noted(folder, entry.name(), "would not come back unchanged");
+    if (entry.entry.kind == EntryKind::link && entry.entry.target.empty())
+        listener.noted(folder, entry.name(), "a link: where it points stays as it is");
+}
+
+}  // namespace
+
+bool readTree(const std::string& root, Translate translate, bool ignoreCase, RenameListener& listener, Tree& tree,
+              std::string& reason) {
+    std::size_t count = 0;
+    tree.emplace_back();
+    for (std::size_t i = 0; i < tree.size(); ++i) {
+        std::vector<FolderEntry> entries;
+        const std::string path = pathInTree(tree, i, false);
+        reason.clear();
+        if (!listFolder(joined(root, path), entries, reason)) {
+            if (i == 0) return false;
+            listener.left(path, "", "", reason);
+            continue;
+        }
+        planFolder(std::move(entries), translate, ignoreCase, tree[i]);
+        for (std::size_t at = 0; at < tree[i].entries.size(); ++at) {
+            PlannedEntry& entry = tree[i].entries[at];
+            if (entry.entry.kind != EntryKind::folder || !entry.entry.canBeNamed) continue;
+            entry.folder = tree.size();
+            PlannedFolder next;
+            next.parent = i;
+            next.entryInParent = at;
+            next.depth = tree[i].depth + 1;
+            tree.push_back(std::move(next));
+        }
+        listener.progress(count += tree[i].entries.size(), 0);
+    }
+    reason.clear();
+    return true;
+}
+
+std::string freeJournalName(const std::string& root) {
+    long number = 1;
+    while (exists(journalName(root, number))) ++number;
+    return journalName(root, number);
+}
+
+std::string journalOfEarlierRun(const std::string& root, bool toWindows) {
+    for (std::string folder = root; !isRoot(folder); folder.resize(folder.rfind(kPathSeparator))) {
+        Journal journal;
+        const std::string path = latestJournal(folder, journal);
+        if (!path.empty()) return journal.toWindows == toWindows ? path : "";
+        if (folder.rfind(kPathSeparator) == 0) break;
+    }
+    return {};
+}
+
+bool readJournal(const std::string& path, Journal& journal, std::string& reason) {
+    std::string text;
+    std::size_t line = 0;
+    if (!readWholeFile(path, text, reason)) return false;
+    if (parseJournal(text, journal, line)) return true;
+    reason = "not a journal of tamrix rename: line " + std::to_string(line);
+    return false;
+}
+
+RenameRun::RenameRun(const std::string& root, bool toWindows, Tree& tree, RenameListener& listener)
+    : root_(root), toWindows_(toWindows), tree_(tree), listener_(listener) {
+    for (const std::size_t folder : deepestFirst(tree))
+        for (const std::size_t entry : tree[folder].renamings) turns_.push_back({folder, entry});
+}
+
+void RenameRun::plan() {
+    std::string path;
+    for (const std::size_t folder : deepestFirst(tree_)) {
+        path = pathInTree(tree_, folder, false);
+        for (const std::size_t i : tree_[folder].renamings) {
+            const PlannedEntry& entry = tree_[folder].entries[i];
+            listener_.renamed(path, entry.planned, entry.name());
+        }
+        for (const PlannedEntry& entry : tree_[folder].entries) tellAboutEntry(path, entry, listener_);
+    }
+    for (const PlannedLink& link : changesOf(planLinks(tree_, plainPath(root_)))) {
+        const FolderEntry& entry = tree_[link.folder].entries[link.entry].entry;
+        listener_.pointed(pathInTree(tree_, link.folder, false), entry.name, entry.target, link.target);
+    }
+}
+
+/// Tells of links out of the tree; the links that are to be pointed elsewhere.
+std::vector<PlannedLink> RenameRun::changesOf(std::vector<PlannedLink> links) {
+    std::vector<PlannedLink> changes;
+    for (PlannedLink& link : links) {
+        const FolderEntry& entry = tree_[link.folder].entries[link.entry].entry;
+        if (link.leadsOut)
+            listener_.noted(pathInTree(tree_, link.folder, false), entry.name,
+                            "leads out of the folder: " + entry.target);
+        if (link.target != entry.target) changes.push_back(std::move(link));
+    }
+    return changes;
+}
+
+/// Has the lines of the turns from `first` on in the journal, on the disk.
+bool RenameRun::announce(std::size_t first, RunEnd& end) {
+    std::string lines;
+    for (; announced_ < turns_.size() && announced_ < first + kMostAnnounced; ++announced_) {
+        const Turn& turn = turns_[announced_];
+        const PlannedEntry& entry = tree_[turn.folder].entries[turn.entry];
+        if (entry.waits && announced_ != first) break;
+        if (turn.folder != folderOfLines_) lines += folderLine(pathInTree(tree_, turn.folder, false));
+        folderOfLines_ = turn.folder;
+        lines += nameLine(entry.name(), entry.newName());
+    }
+    return journal_.append(lines, end.reason) && journal_.flush(end.reason);
+}
+
+/// Marks a step of the journal as one that was not done. Without the mark undo finds that out from the disk.
+void RenameRun::takeBack(std::size_t step) {
+    std::string ignored;
+    journal_.append(backLine(step), ignored);
+}
+
+/// False where the disk has changed since the tree was read.
+bool RenameRun::doTurn(std::size_t number, RunEnd& end) {
+    const Turn& turn = turns_[number];
+    PlannedEntry& entry = tree_[turn.folder].entries[turn.entry];
+    if (turn.folder != folderOfPath_) path_ = pathInTree(tree_, turn.folder, false);
+    folderOfPath_ = turn.folder;
+    const std::string folder = joined(root_, path_);
+    const std::string from = joined(folder, entry.name()), to = joined(folder, entry.newName());
+    std::string reason;
+    if (entryAt(from).kind != entry.entry.kind) {
+        end.reason = "the disk has changed: " + joined(path_, entry.name()) + " is not there as it was";
+        return false;
+    }
+    if (renameWithoutOverwriting(from, to, reason)) {
+        listener_.renamed(path_, entry.planned, entry.name());
+        return true;
+    }
+    if (exists(to)) {
+        end.reason = "the disk has changed: " + joined(path_, entry.newName()) + " is there now";
+        return false;
+    }
+    // What this disk does not take, others in the folder may not need.
+    listener_.left(path_, entry.name(), entry.newName(), reason);
+    entry.planned.verdict = Verdict::refused;
+    takeBack(number);
+    return true;
+}
+
+/// Points one link at its target's new name; false where the run is to stop.
+bool RenameRun::pointOne(const PlannedLink& link, std::size_t step, RunEnd& end) {
+    const PlannedEntry& entry = tree_[link.folder].entries[link.entry];
+    const std::string& target = entry.entry.target;
+    const std::string folder = pathInTree(tree_, link.folder, true), shownIn = pathInTree(tree_, link.folder, false);
+    const std::string path = joined(joined(root_, folder), entry.newName());
+    if (wasInterrupted())
+        end.reason = kInterrupted;
+    else if (entryAt(path).target != target)
+        end.reason = "the disk has changed: " + joined(shownIn, entry.name()) + " points elsewhere now";
+    if (!end.reason.empty() ||
+        !journal_.append(folderLine(folder) + linkLine(entry.newName(), target, link.target), end.reason) ||
+        !journal_.flush(end.reason))
+        return false;
+    std::string reason;
+    if (pointLink(path, link.target, reason)) {
+        listener_.pointed(shownIn, entry.name(), target, link.target);
+    } else {
+        listener_.left(shownIn, entry.name(), "", reason);
+        takeBack(step);
+    }
+    return true;
+}
+
+/// All is renamed by now, and what the disk refused is known.
+void RenameRun::pointLinks(RunEnd& end) {
+    const std::vector<PlannedLink> links = changesOf(planLinks(tree_, plainPath(root_)));
+    for (std::size_t i = 0; i < links.size() && end.reason.empty(); ++i)
+        if (!pointOne(links[i], turns_.size() + i, end)) end.left = links.size() - i;
+}
+
+bool RenameRun::startJournal(const std::string& path, std::string& reason) {
+    return journal_.create(path, reason) &&
+           journal_.append(journalHead(toWindows_, namesAreText, plainPath(root_)), reason);
+}
+
+RunEnd RenameRun::apply() {
+    RunEnd end;
+    std::size_t number = 0;
+    watchInterrupts();
+    for (const std::size_t folder : deepestFirst(tree_)) {
+        const std::string path = pathInTree(tree_, folder, false);
+        for (const PlannedEntry& entry : tree_[folder].entries) tellAboutEntry(path, entry, listener_);
+    }
+    for (; number < turns_.size(); ++number) {
+        listener_.progress(number, turns_.size());
+        if (wasInterrupted()) end.reason = kInterrupted;
+        if (!end.reason.empty() || (number == announced_ && !announce(number, end)) || !doTurn(number, end)) break;
+    }
+    end.left = turns_.size() - number;
+    for (; number < announced_; ++number) takeBack(number);
+    if (end.reason.empty()) pointLinks(end);
+    journal_.flush(end.reason);
+    return end;
+}
+
+namespace {
+
+enum class Back { done, already, changed };
+
+Back putNameBack(const std::string& folder, const JournalStep& step, std::string& reason) {
+    const bool isOld = exists(joined(folder, step.from)), isNew = exists(joined(folder, step.to));
+    if (isOld != isNew)
+        return isOld                                                                                  ? Back::already
+               : renameWithoutOverwriting(joined(folder, step.to), joined(folder, step.from), reason) ? Back::done
+                                                                                                      : Back::changed;
+    reason = isOld ? "has changed meanwhile: both names are there" : "has changed meanwhile: it is gone";
+    return Back::changed;
+}
+
+Back putLinkBack(const std::string& folder, const JournalStep& step, std::string& reason) {
+    const std::string path = joined(folder, step.name);
+    const std::string target = entryAt(path).target;
+    removeUnfinishedLink(path);
+    if (target == step.from) return Back::already;
+    if (target == step.to) return pointLink(path, step.from, reason) ? Back::done : Back::changed;
+    reason = "has changed meanwhile: it points elsewhere";
+    return Back::changed;
+}
+
+}  // namespace
+
+RunEnd undo(Journal& journal, const std::string& path, RenameListener& listener) {
+    RunEnd end;
+    std::string root;
+    AppendFile file;
+    watchInterrupts();
+    // A line without its end is of a step that was not done; the next line is not to be joined to it.
+    std::string text;
+    if (!resolveFolder(journal.tree, root, end.reason)) {
+        end.reason = journal.tree + ": " + end.reason;
+        return end;
+    }
+    if (journal.isTorn && readWholeFile(path, text, end.reason))
+        writeWholeFile(path, text.substr(0, journal.wholeSize), end.reason);
+    if (!end.reason.empty() || !file.open(path, end.reason)) {
+        end.reason = path + ": " + end.reason;
+        return end;
+    }
+    end.left = journal.steps.size();
+    for (; end.left > 0; --end.left) {
+        JournalStep& step = journal.steps[end.left - 1];
+        listener.progress(journal.steps.size() - end.left, journal.steps.size());
+        if (step.isBack) continue;
+        if (wasInterrupted()) end.reason = kInterrupted;
+        if (!end.reason.empty()) break;
+        const std::string& inTree = journal.folders[step.folder];
+        const std::string folder = joined(root, inTree);
+        std::string reason;
+        const Back back = step.isLink ? putLinkBack(folder, step, reason) : putNameBack(folder, step, reason);
+        if (back == Back::changed) {
+            listener.left(inTree, step.isLink ? step.name : step.to, step.isLink ? "" : step.from, reason);
+            continue;
+        }
+        step.isBack = true;
+        file.append(backLine(end.left - 1), end.reason);
+        if (back == Back::already) continue;
+        if (step.isLink)
+            listener.pointed(inTree, step.name, step.to, step.from);
+        else
+            listener.renamed(inTree, {Verdict::rename, step.from, {}}, step.to);
+    }
+    file.flush(end.reason);
+    return end;
+}
+
+}  // namespace tamrix::client

@@ -1,0 +1,13 @@
+// Files that users name. open_file_windows.cpp and open_file_native.cpp implement it.
+#pragma once
+
+#include <stdio.h>
+
+#include <string>
+
+namespace tamrix::client {
+
+/// Opens a file to read its bytes; null with the reason on failure.
+FILE* openToRead(const std::string& path, std::string& reason);
+
+}  // namespace tamrix::client
