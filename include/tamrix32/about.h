@@ -95,8 +95,8 @@ public:
     /// Closes the box. A modeless box is deleted, but while showModeless() runs only at its end.
     virtual void revoke();
     /// Shows the box modelessly. 1 when a window was made: from then on the box belongs to itself, and it may be gone
-    /// already, so leave it alone unless you know that nothing has closed it. 0 when none was made, and the box is still
-    /// its owner's.
+    /// already, so leave it alone unless you know that nothing has closed it. 0 when none was made, and the box is
+    /// still its owner's.
     int showModeless();
     /// 1 while the box has a window. Only a box that is known to be alive may be asked.
     int isOpen();
