@@ -259,6 +259,7 @@ TEST_F(AboutBox, RealisesThePaletteOfItsFrameWhereverItDraws) {
     const auto counts = play({[this] { showAndClose(); }});
     EXPECT_EQ(counts.count("RealizePalette") ? counts.at("RealizePalette") : 0, hasPalette ? 15 : 0)
         << "five bitmaps; the frame's and the strip's contexts three times; the window's and its memory context twice";
+    EXPECT_EQ(counts.at("SetStretchBltMode"), hasPalette ? 30 : 45) << "ten lines a frame, the far five to be averaged";
     Box* const box = newBox();
     RGBQUAD entries[257] = {};
     EXPECT_EQ(GetPaletteEntries(box->palette, 0, 257, reinterpret_cast<PALETTEENTRY*>(entries)), hasPalette ? 256u : 0);
@@ -378,7 +379,33 @@ TEST_F(AboutFrame, MovesTheCreditsOnByOneLineEverySecondFrame) {
     }
     nextFrame();
     EXPECT_THAT(noted, ElementsAre(lines[0])) << "starts over";
+    for (int i = 0; i < 4; ++i) nextFrame();
+    EXPECT_EQ(member<int>("?parseText@CAboutQuillonAppleTalk@@MAEHXZ", box), 1);
+    nextFrame();
+    EXPECT_THAT(noted, ElementsAre(lines[0])) << "a new table begins at its first line";
     box->call<kDelete>(1);
+}
+
+TEST_F(AboutFrame, LeavesOutWhatNeedsAMissingFontOrBrush) {
+    const struct {
+        const char* failing;
+        int nth;
+        std::vector<std::string> drawn;
+    } rows[] = {{"CreateFontA", 5, {}},
+                {"CreateSolidBrush", 2, {}},
+                {"CreateFontA", 6, {":*Title 6.1"}},
+                {"CreateFontA", 7, {"b:Title 6.1"}}};
+    for (const auto& row : rows)
+        play({[&] {
+                 box = newBox();
+                 const Pixels first = nextFrame(), second = nextFrame();
+                 EXPECT_EQ(noted, row.drawn) << row.failing << row.nth;
+                 EXPECT_TRUE(!row.drawn.empty() || !differing(second, {14, 245, 397, 397}, first));
+                 nextFrame();
+                 EXPECT_EQ(noted.size(), row.drawn.empty() ? 1u : 2u) << "credits that are not drawn stand still";
+                 box->call<kDelete>(1);
+             }},
+             {row.failing, row.nth, nullptr});
 }
 
 }  // namespace
