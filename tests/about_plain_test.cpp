@@ -85,20 +85,20 @@ TEST(Walkers, EmergeWalkOrPlayAndRetreatForLong) {
 }
 
 TEST(Perspective, MakesEachLineLowerWiderAndTaller) {
-    Perspective perspective(411, 245, 33);
+    Perspective perspective(411, 245, 36);
     for (int line = 0; line < 10; ++line) {
         ASSERT_TRUE(perspective.reaches(397)) << line;
-        EXPECT_EQ(perspective.isFar(), line < 5) << "less than half of eleven rows";
+        EXPECT_EQ(perspective.isFar(), line < 5) << "less than half of twelve rows";
         for (int i = 0; i < 3; ++i) {
             const Slice slice = perspective.nextSlice(i);
             const int width = 137 + 3 * line * (line + 1) + 2 * i, top = 245 + 3 * line * (line + 1) / 2;
             EXPECT_THAT((std::vector{slice.sourceTop, slice.sourceHeight, slice.x, slice.y, slice.width, slice.height}),
-                        ElementsAre(11 * i, 11, (411 - width) / 2, top + i * (line + 1), width, line + 1));
+                        ElementsAre(12 * i, 12, (411 - width) / 2, top + i * (line + 1), width, line + 1));
         }
         perspective.endLine();
     }
-    EXPECT_FALSE(perspective.reaches(397));
-    EXPECT_TRUE(Perspective(411, 245, 33).reaches(0)) << "the first line is drawn whatever room there is";
+    EXPECT_FALSE(perspective.reaches(410));
+    EXPECT_TRUE(Perspective(411, 245, 36).reaches(0)) << "the first line is drawn whatever room there is";
     int picture = 0, topLine = 0;
     for (int frame = 0; frame < 30; ++frame) {
         EXPECT_EQ(picture, frame % 4);

@@ -48,7 +48,7 @@ inline std::string expanded(const std::string& line, const tamrix::LeadByteTable
 }
 
 inline void holdLine(const std::string& line, const tamrix::LeadByteTable& leads, const std::array<bool, 3>& made) {
-    const std::size_t kind = line.empty() ? 3 : std::string("*/_").find(line[0]);
+    const std::size_t kind = std::string("*/_").find(line[0]);
     const bool marked = kind < 3 && made[0] && (kind < 1 || made[1]) && (kind < 2 || made[2]);
     const auto [font, text] = tamrix::takeMarker(line, {made[0], made[1], made[2]});
     require(static_cast<std::size_t>(font) == (marked ? kind + 1 : 0) && text == line.substr(marked), "the marker");
@@ -78,7 +78,8 @@ inline void holdCredits(const std::string& block, const tamrix::LeadByteTable& l
 inline void holdBitmap(Input& input) {
     const std::uint32_t sides[] = {1, 2, 13, 0x7FFF, 0x8000, 0xFFFFFFFF, 0}, counts[] = {0, 1, 2, 256, 257, 0x40000000};
     const std::uint32_t width = input.oneOf(sides), height = input.oneOf(sides), colours = input.oneOf(counts);
-    const std::uint32_t depth = input.byte() % 12, compression = input.byte() % 2, stated = input.byte();
+    const std::uint32_t depth = input.byte() % 12, stated = input.byte(), kinds[] = {0, 1, 0x01000000};
+    const std::uint32_t compression = input.oneOf(kinds);
     const std::uint32_t header = input.byte() % 16 ? 40 : 12;
     const bool fits = header == 40 && width - 1 < 0x7FFF && height - 1 < 0x7FFF && depth - 1 < 8 && colours <= 256;
     const std::size_t table = colours ? colours : 1u << depth;
@@ -102,6 +103,7 @@ inline void holdBitmap(Input& input) {
 }
 
 inline void property(Input& input) {
+    require(tamrix::compactCredits({}, {}) == 1, "the lines of nothing");
     const tamrix::LeadByteTable leads = input.leadBytes();
     const std::uint8_t made = input.byte();
     holdBitmap(input);
