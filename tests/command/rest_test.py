@@ -43,7 +43,9 @@ class Lines(CommandTest):
                    (r"unc split 'c:\x'", 1, r"c:\x: not a path of a server or printer"),
                    *((line, 2, "needs Windows") for line in ("edit ttxt TEXT", "about", "browse", "dialog x.dll 1")),
                    ("edit ttxt TXT", 2, "TXT"), ("browse --title " + "x" * 64, 2, "--title"),
-                   ("browse --open --folder", 2, "give one of"),
+                   ("browse --open --folder", 2, "give one"), ("browse --open --save", 2, "give one"),
+                   ("browse --save --folder", 2, "give one"),
+                   ("unc split --text utf-8 \u4e00", 1, "\u4e00: not text of this code page"),
                    ("browse --text utf-8 --title \u4e00", 2, "--title: not text of this code page")])
         self.tamrix("unc join", "a" * 32767, status=2, named="longer than 32767 bytes")
         with open("/dev/full", "wb") as full:
