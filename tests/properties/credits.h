@@ -76,7 +76,7 @@ inline void holdCredits(const std::string& block, const tamrix::LeadByteTable& l
 }
 
 inline void holdBitmap(Input& input) {
-    const std::uint32_t sides[] = {1, 2, 13, 0x7FFF, 0x8000, 0xFFFFFFFF, 0}, counts[] = {0, 1, 2, 256, 257, 0x40000000};
+    const std::uint32_t sides[] = {1, 2, 13, 0x7FFF, 0x8000, 0x1000001, 0}, counts[] = {0, 1, 2, 256, 257, 0x40000000};
     const std::uint32_t width = input.oneOf(sides), height = input.oneOf(sides), colours = input.oneOf(counts);
     const std::uint32_t depth = input.byte() % 12, stated = input.byte(), kinds[] = {0, 1, 0x01000000};
     const std::uint32_t compression = input.oneOf(kinds);
@@ -87,7 +87,7 @@ inline void holdBitmap(Input& input) {
     if (fits && bits > 2000) return;
     std::string bytes;
     for (const std::uint32_t field :
-         {header, width, height, 1 | depth << 16, compression, stated, 0u, 0u, colours, 0u, 0x00332211u})
+         {header, width, height, 1 | depth << 16, compression, stated, 0u, 0u, colours, 0u, 0u, 0x00332211u})
         for (const int shift : {0, 8, 16, 24}) bytes += static_cast<char>(field >> shift);
     for (const std::size_t cut : {std::size_t{input.byte()}, 40 + 4 * table + bits - 1, 40 + 4 * table + bits}) {
         std::vector<unsigned char> exact(bytes.begin(), bytes.end());
@@ -97,8 +97,9 @@ inline void holdBitmap(Input& input) {
         if (!bitmap) continue;
         require(bitmap->width() == static_cast<int>(width) && bitmap->height() == static_cast<int>(height), "sides");
         require(bitmap->colourCount() == static_cast<int>(table) && bitmap->bits().size() >= bits, "colours and bits");
-        const tamrix::ColourEntry first = bitmap->colour(0);
-        require(first.red == 0x33 && first.green == 0x22 && first.blue == 0x11, "the first colour");
+        if (table < 2) continue;
+        const tamrix::ColourEntry second = bitmap->colour(1);
+        require(second.red == 0x33 && second.green == 0x22 && second.blue == 0x11, "the second colour");
     }
 }
 
