@@ -231,6 +231,7 @@ TEST(MappingEditor, TakesNoAnswerFromOthersAndKeepsWhatTheyWrite) {
         EXPECT_EQ(mappingOf(".b"), isInstallers ? "INST prog B files" : row.saves ? "- - -" : "TmxT TmxC B files");
         EXPECT_EQ(mappingOf(".i"), isInstallers ? "TmxT TmxC -" : "- - -");
         EXPECT_EQ(std::ranges::count(noted, kQuestion), 1);
+        EXPECT_EQ(noted.back() == "quit", row.act == rows[1].act) << "the quit stays for the program";
     }
 }
 
@@ -273,27 +274,31 @@ TEST(MappingEditor, GivesHelpOnItselfAndEachControl) {
 }
 
 TEST(AddDialog, TakesExtensionsOfOneToFifteenBytes) {
+    const std::string tooLong = "an extension longer than the buffer that measures it";
     const std::string refusal = "Error: The filename extension must be between 1 and 15 characters long.1";
-    int accepted = -1;
-    const auto run = [&](const std::string& extension) {
-        play(scenario([&] {
-            typed = {{extension, ""}};
-            accepted = show(kAddDialog);
-        }));
-    };
-    for (const std::string wrong : {"", "1234567890123456", "an extension longer than the buffer that measures it"}) {
-        run(wrong);
-        EXPECT_THAT(noted, ElementsAre(refusal, "still " + wrong));
-        EXPECT_EQ(accepted, 0);
-    }
-    run("n");
-    EXPECT_EQ(accepted, 0) << "there is no list to take the line";
-    play(editing([](HWND editor) {
-        for (const char* extension : {"..t", "1", "123456789012345"}) add(editor, extension);
-        command(editor, kAdd);
+    const std::string list = "..t\t .1\t [.123456789012345\t] .a\tA files .b\tB files .k ";
+    play(editing([&](HWND editor) {
+        for (const std::string typed : {"", "1234567890123456"}) add(editor, typed);
+        add(editor, tooLong);
+        noteList(editor);
+        for (const char* typed : {"..t", "1", "123456789012345"}) add(editor, typed);
         noteList(editor);
     }));
-    EXPECT_THAT(noted, ElementsAre("..t\t .1\t [.123456789012345\t] .a\tA files .b\tB files .k +"));
+    EXPECT_THAT(noted, ElementsAre(refusal, "still ", refusal, "still 1234567890123456", refusal, "still " + tooLong,
+                                   ".a\tA files .b\tB files .k -", list + "+"));
+    Scenario endedByOthers = editing([](HWND editor) {
+        command(editor, kAdd);
+        noteList(editor);
+    });
+    endedByOthers.user = [user = endedByOthers.user](HWND window) {
+        GetDlgItem(window, kList) ? user(window) : static_cast<void>(EndDialog(window, 1));
+    };
+    play(endedByOthers);
+    EXPECT_THAT(noted, ElementsAre(".a\tA files .b\tB files .k -"));
+    play(scenario([] {
+        typed = {{"n", ""}};
+        EXPECT_EQ(show(kAddDialog), 0) << "there is no list to take the line";
+    }));
 }
 
 TEST(MappingEditor, LosesNothingWhicheverCallFailsAndWheneverTheProcessEnds) {

@@ -117,7 +117,8 @@ std::map<std::string, int> play(const Scenario& scenario, Plan plan) {
     int windows = 0;
     EnumThreadWindows(GetCurrentThreadId(), countWindow, reinterpret_cast<LPARAM>(&windows));
     EXPECT_EQ(windows, 0) << "left";
-    for (MSG left; PeekMessageA(&left, nullptr, 0, 0, PM_REMOVE);) continue;
+    for (MSG left; PeekMessageA(&left, nullptr, 0, 0, PM_REMOVE);)
+        if (left.message == WM_QUIT) noted.push_back("quit");
     return watch.counts();
 }
 

@@ -25,7 +25,7 @@ struct Scenario {
 };
 
 /// What was seen while the scenario ran, in order: the full assertions are on this. Help that is asked for stands there
-/// as "help FILE COMMAND DATA"; no viewer starts.
+/// as "help FILE COMMAND DATA"; no viewer starts. "quit" comes last when the thread is left with that message.
 extern std::vector<std::string> noted;
 
 /// Plays a scenario and says how often each import was called.
