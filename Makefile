@@ -1,7 +1,19 @@
 # Thin targets over CMake presets and scripts/. See README.md.
-.PHONY: demo test test-native check bench fuzz build-fuzz dist reference clean native native-clang native-release wine release
+.PHONY: help demo test test-native check bench fuzz build-fuzz dist reference clean threads native native-clang \
+    native-release wine release fuzz-coverage
 
 JOBS ?= $(shell nproc)
+
+help:
+	@echo 'make demo         set up what is missing, build, and tour the library on real input'
+	@echo 'make test         set up what is missing, build, and run every suite'
+	@echo 'make test-native  the native suites; installs nothing'
+	@echo 'make check        layout, lint, architecture, the share of tests, the shipped binaries, the package'
+	@echo 'make dist         the package in dist/, tried with both compilers'
+	@echo 'make bench        benchmarks         make fuzz   each fuzz target for a minute'
+	@echo 'make reference    every function and class, from the headers'
+	@echo 'make native | native-clang | native-release | wine | release   builds one preset'
+	@echo 'make clean        removes build/ and dist/'
 
 demo:
 	scripts/demo
@@ -35,10 +47,16 @@ build-fuzz:
 	@cmake --preset fuzz >build/fuzz.log 2>&1 || { cat build/fuzz.log; exit 1; }
 	@cmake --build build/fuzz -j $(JOBS)
 
-native native-clang native-release wine release:
+native native-clang native-release wine release fuzz-coverage:
 	@mkdir -p build
 	@cmake --preset $@ >build/$@.log 2>&1 || { cat build/$@.log; exit 1; }
 	@cmake --build build/$@ -j $(JOBS)
+
+# Only the one program that it is for.
+threads:
+	@mkdir -p build
+	@cmake --preset $@ >build/$@.log 2>&1 || { cat build/$@.log; exit 1; }
+	@cmake --build build/$@ -j $(JOBS) --target threads_soak
 
 clean:
 	rm -rf build dist

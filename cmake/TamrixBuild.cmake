@@ -9,6 +9,7 @@ endif()
 
 option(TAMRIX_SHARED "Build the shipped DLL (the release preset) instead of a static library" OFF)
 option(TAMRIX_SANITIZE "Build with the address and undefined-behaviour sanitizers" OFF)
+option(TAMRIX_SANITIZE_THREADS "Build with the thread sanitizer instead, for the program of scripts/soak" OFF)
 option(TAMRIX_TESTS "Build the test suites" ON)
 option(TAMRIX_BENCH "Build the benchmarks" OFF)
 option(TAMRIX_FUZZ "Build the fuzz targets (clang)" OFF)
@@ -40,6 +41,10 @@ if(TAMRIX_SANITIZE)
                                                     -fno-sanitize-recover=undefined
                                                     -fno-omit-frame-pointer)
     target_link_options(tamrix_options INTERFACE -fsanitize=address,undefined)
+endif()
+if(TAMRIX_SANITIZE_THREADS)
+    target_compile_options(tamrix_options INTERFACE -fsanitize=thread)
+    target_link_options(tamrix_options INTERFACE -fsanitize=thread)
 endif()
 if(TAMRIX_FUZZ)
     # Counts which edges an input reaches; fuzz/ links the engine itself.

@@ -22,8 +22,8 @@ public:
     /// Shows the dialog, owned by the window `hOwner`. `pcPath`, of 260 bytes, holds the initial file name (open mode)
     /// and receives the chosen path. `pcInitialPath` is the folder to begin in; where a file is asked for, its part
     /// behind the last backslash is no folder but the initial file name (save mode) or left out (open mode), and
-    /// without a backslash it counts for nothing. 0 on cancel or failure, and when the program is quitting: `pcPath` then holds no
-    /// result.
+    /// without a backslash it counts for nothing. 0 on cancel or failure, and when the program is quitting: `pcPath`
+    /// then holds no result.
     virtual int invoke(void* hOwner, char* pcPath, char* pcInitialPath);
 
 private:

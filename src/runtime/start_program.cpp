@@ -64,8 +64,8 @@ void __throw_bad_function_call() {
 }
 }  // namespace std
 
-// libstdc++ compiles these once into its own library, which no program here links; from release 13 on, its headers leave
-// a part of every replacement in a string (_M_replace_cold) to that library in C++20, too.
+// libstdc++ compiles these once into its own library, which no program here links; from release 13 on, its headers
+// leave a part of every replacement in a string (_M_replace_cold) to that library in C++20, too.
 template class std::allocator<char>;
 template class std::basic_string<char>;
 
