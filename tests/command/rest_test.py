@@ -21,7 +21,7 @@ class Guide(CommandTest):
             script = "".join(f"s=$?; printf '%s\\n' {shlex.quote('$ ' + line)}; (exit $s)\n{line}\n" for line in lines)
             ran = subprocess.run(["bash", "-c", "exec 2>&1; " + script], stdout=subprocess.PIPE, cwd=self.folder,
                                  env=self.environment)
-            if IS_NATIVE or "--code-page" not in script:
+            if IS_NATIVE or not re.search("--code-page|tamrix rename", script):
                 self.assertEqual(ran.stdout.decode(), session)
 
 
