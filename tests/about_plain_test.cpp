@@ -31,7 +31,7 @@ TEST(Flyers, TurnAtTheirBordersFirstAndElseAtRandom) {
     Velocity freely{3, 3};
     drawn.clear();
     placeFlyer(free, freely, draw);
-    EXPECT_THAT((std::vector{free.x, free.y, free.frame, freely.dx, freely.dy}),
+    EXPECT_THAT((std::vector{free.x, free.y, free.icon, freely.dx, freely.dy}),
                 ElementsAre(50 + drawn[0] % 256, 10 + drawn[1] % 64, 1, 0, 0));
     for (int i = 0; i < 100000; ++i) {
         const Placement before{draw() % 400, draw() % 120, draw() % 4};
@@ -41,13 +41,13 @@ TEST(Flyers, TurnAtTheirBordersFirstAndElseAtRandom) {
         drawn.clear();
         moveFlyer(at, velocity, draw);
         const int chance = drawn.empty() ? 4 : drawn[0] % 16;
-        int turn = (before.frame + (chance < 4 ? 1 : chance < 12 ? 0 : 3)) % 4;
+        int turn = (before.icon + (chance < 4 ? 1 : chance < 12 ? 0 : 3)) % 4;
         if (before.x > 380 || speed.dx > 7) turn = 0;
         if (before.x < 5 || speed.dx < -7) turn = 2;
         if (before.y > 100 || speed.dy > 5) turn = 1;
         if (before.y < 5 || speed.dy < -10) turn = 3;
         const int dx = speed.dx + std::vector{-1, 0, 1, 0}[turn], dy = speed.dy + std::vector{1, -1, 1, 2}[turn];
-        ASSERT_THAT((std::vector{at.frame, velocity.dx, velocity.dy, at.x, at.y}),
+        ASSERT_THAT((std::vector{at.icon, velocity.dx, velocity.dy, at.x, at.y}),
                     ElementsAre(turn, dx, dy, before.x + dx, before.y + dy));
         moveFlyer(free, freely, draw);
         ASSERT_LE(free.y + 32, 194) << "clear of the band below the pictures";
@@ -75,7 +75,7 @@ TEST(Walkers, EmergeWalkOrPlayAndRetreatForLong) {
         } else if (!drawn.empty()) {
             text += shown ? (drawn[0] % 4 ? 's' : 'l') : drawn[0] % 8 ? 'z' : '?';
         }
-        if (shown) text += std::to_string(10 * walkerRow(walk) + at.frame + 100).substr(1) + "<?=?>"[at.x - x + 2];
+        if (shown) text += std::to_string(10 * walkerRow(walk) + at.icon + 100).substr(1) + "<?=?>"[at.x - x + 2];
         if (shown || !drawn.empty()) continue;
         ASSERT_TRUE(std::regex_match(text, life)) << text;
         for (const char kind : text) ++seen[kind];

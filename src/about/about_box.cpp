@@ -125,7 +125,7 @@ CAboutQuillonAppleTalk::CAboutQuillonAppleTalk(int textId, void* module)
 
 CAboutQuillonAppleTalk::~CAboutQuillonAppleTalk() {
     if (Opening* const opening = Opening::of(modal)) opening->isDeleted = true;
-    if (window && boxOf(window) == this) {
+    if (boxOf(window) == this) {
         // Its timer and its messages must not reach for a box that is gone.
         RemovePropA(window, kBoxProperty);
         // A window of another thread ends only there.

@@ -10,8 +10,8 @@ constexpr int kFirstFlyerIcon = 10;
 constexpr int kFirstWalkerIcon = 20;
 
 // Loaded by the first sprite of each kind. Icons loaded from a module are shared and never released.
-HICON flyerIcons[tamrix::kFlyerFrames];
-HICON walkerIcons[tamrix::kWalkerRows][tamrix::kWalkerFrames];
+HICON flyerIcons[tamrix::kFlyerIcons];
+HICON walkerIcons[tamrix::kWalkerRows][tamrix::kWalkerIcons];
 
 void loadIcons(HICON* table, int count, int firstId) {
     if (!tamrix::instance || table[0]) return;
@@ -21,11 +21,11 @@ void loadIcons(HICON* table, int count, int firstId) {
 }  // namespace
 
 void CAboutSprite::drawFrame(HDC dc) {
-    if (icons && icons[at.frame]) DrawIcon(dc, at.x, at.y, icons[at.frame]);
+    if (icons && icons[at.icon]) DrawIcon(dc, at.x, at.y, icons[at.icon]);
 }
 
 CFlyingSprite::CFlyingSprite() {
-    loadIcons(flyerIcons, tamrix::kFlyerFrames, kFirstFlyerIcon);
+    loadIcons(flyerIcons, tamrix::kFlyerIcons, kFirstFlyerIcon);
     tamrix::placeFlyer(at, velocity, std::rand);
     icons = flyerIcons;
 }
@@ -36,7 +36,7 @@ void CFlyingSprite::drawFrame(HDC dc) {
 }
 
 CWalkingSprite::CWalkingSprite() {
-    loadIcons(walkerIcons[0], tamrix::kWalkerRows * tamrix::kWalkerFrames, kFirstWalkerIcon);
+    loadIcons(walkerIcons[0], tamrix::kWalkerRows * tamrix::kWalkerIcons, kFirstWalkerIcon);
 }
 
 void CWalkingSprite::drawFrame(HDC dc) {

@@ -8,7 +8,7 @@
 /// An icon of a row, drawn where it stands.
 class CAboutSprite {
 public:
-    /// Draws the current frame; nothing while there is no row or its icon is missing.
+    /// Draws the current icon; nothing while there is no row or its icon is missing.
     virtual void drawFrame(HDC dc);
 
 protected:

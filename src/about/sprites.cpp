@@ -8,10 +8,10 @@ constexpr int kUp = 1;
 constexpr int kRightAndDown = 2;
 constexpr int kDown = 3;
 
-/// Frames 0 to 2 emerge, 3 to 5 walk.
-constexpr int kFirstWalkingFrame = 3;
-/// A walker that plays emerges with one frame more than one that walks.
-constexpr int kEmergingFramesOfPlayer = 4;
+/// Icons 0 to 2 of a row emerge, 3 to 5 walk.
+constexpr int kFirstWalkingIcon = 3;
+/// A walker that plays emerges with one icon more than one that walks.
+constexpr int kEmergingIconsOfPlayer = 4;
 constexpr int kStride = 2;
 
 int flyerDirection(const Placement& at, const Velocity& velocity, Random random) {
@@ -20,9 +20,9 @@ int flyerDirection(const Placement& at, const Velocity& velocity, Random random)
     if (at.x < 5 || velocity.dx < -7) return kRightAndDown;
     if (at.x > 380 || velocity.dx > 7) return kLeftAndDown;
     const int chance = random() & 15;
-    if (chance < 4) return (at.frame + 1) % kFlyerFrames;
-    if (chance >= 12) return (at.frame + 3) % kFlyerFrames;
-    return at.frame;
+    if (chance < 4) return (at.icon + 1) % kFlyerIcons;
+    if (chance >= 12) return (at.icon + 3) % kFlyerIcons;
+    return at.icon;
 }
 
 Velocity acceleration(int direction) {
@@ -41,7 +41,7 @@ Velocity acceleration(int direction) {
 bool startsWalking(Placement& at, Walk& walk, Random random) {
     if ((random() & 7) != 0) return false;
     walk.phase = WalkerPhase::emerging;
-    at.frame = -1;
+    at.icon = -1;
     walk.kind = static_cast<WalkerKind>(random() % 3);
     at.x = 50 + (random() & 255);
     at.y = 245 + (random() & 127);
@@ -56,26 +56,26 @@ bool rest(Walk& walk) {
 bool stepWalking(Placement& at, Walk& walk, Random random) {
     switch (walk.phase) {
         case WalkerPhase::emerging:
-            if (++at.frame == kFirstWalkingFrame) walk.phase = WalkerPhase::active;
+            if (++at.icon == kFirstWalkingIcon) walk.phase = WalkerPhase::active;
             return true;
         case WalkerPhase::active:
-            if (++at.frame == kWalkerFrames) {
-                at.frame = kFirstWalkingFrame;
+            if (++at.icon == kWalkerIcons) {
+                at.icon = kFirstWalkingIcon;
                 if ((random() & 3) == 0) walk.phase = WalkerPhase::retreating;
             }
             at.x += walk.kind == WalkerKind::left ? -kStride : kStride;
             return true;
         default:
-            return --at.frame >= 0 || rest(walk);
+            return --at.icon >= 0 || rest(walk);
     }
 }
 
 bool stepPlaying(Placement& at, Walk& walk) {
-    ++at.frame;
-    if (walk.phase == WalkerPhase::active) return at.frame < kWalkerFrames || rest(walk);
-    if (at.frame == kEmergingFramesOfPlayer) {
+    ++at.icon;
+    if (walk.phase == WalkerPhase::active) return at.icon < kWalkerIcons || rest(walk);
+    if (at.icon == kEmergingIconsOfPlayer) {
         walk.phase = WalkerPhase::active;
-        at.frame = 0;
+        at.icon = 0;
     }
     return true;
 }
@@ -85,13 +85,13 @@ bool stepPlaying(Placement& at, Walk& walk) {
 void placeFlyer(Placement& at, Velocity& velocity, Random random) {
     at.x = 50 + (random() & 255);
     at.y = 10 + (random() & 63);
-    at.frame = kUp;
+    at.icon = kUp;
     velocity = {};
 }
 
 void moveFlyer(Placement& at, Velocity& velocity, Random random) {
-    at.frame = flyerDirection(at, velocity, random);
-    const Velocity change = acceleration(at.frame);
+    at.icon = flyerDirection(at, velocity, random);
+    const Velocity change = acceleration(at.icon);
     velocity.dx += change.dx;
     velocity.dy += change.dy;
     at.x += velocity.dx;

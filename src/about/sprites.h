@@ -7,17 +7,17 @@ namespace tamrix {
 /// The standard generator's contract: each call gives 0 to 32767.
 using Random = int (*)();
 
-inline constexpr int kFlyerFrames = 4;   // one for each direction
-inline constexpr int kWalkerRows = 3;    // emerge and walk left; emerge and walk right; play in place
-inline constexpr int kWalkerFrames = 6;  // of a row
+inline constexpr int kFlyerIcons = 4;   // one for each direction
+inline constexpr int kWalkerRows = 3;   // emerge and walk left; emerge and walk right; play in place
+inline constexpr int kWalkerIcons = 6;  // of a row
 
 struct Placement {
     int x = 0;
     int y = 0;
-    int frame = 0;  // index into the current row of icons
+    int icon = 0;  // index into the current row of icons
 };
 
-/// Pixels a frame. A flyer's direction is its frame: 0 left and down, 1 up, 2 right and down, 3 down.
+/// Pixels a frame. A flyer's direction is its icon: 0 left and down, 1 up, 2 right and down, 3 down.
 struct Velocity {
     int dx = 0;
     int dy = 0;

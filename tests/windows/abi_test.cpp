@@ -104,16 +104,6 @@ TEST(CCustomResource, IsLockedThroughTheSlotsOfADerivedClass) {
     slot<void __thiscall(void*, unsigned)>(resource, 0)(resource, 0);
 }
 
-TEST(CBrowseDlg, HoldsItsSettingsInTheStatedPlaces) {
-    Storage<24> dialog;
-    char help[] = "ATHELP.HLP";
-    member("??0CBrowseDlg@@QAE@HHPAXHHHPAD@Z", dialog, 0, 1, static_cast<void*>(dll()), 11, 12, 13, +help);
-    EXPECT_EQ(std::vector<int>(&dialog.at<int>(8), &dialog.at<int>(24)), (std::vector<int>{11, 12, 1, 1}));
-    EXPECT_EQ(*function<int>("?m_nHelpID@CBrowseDlg@@0HA"), 13);
-    EXPECT_EQ(*function<char*>("?m_pcHelpFile@CBrowseDlg@@0PADA"), help);
-    EXPECT_EQ(*function<UINT>("?m_HelpMessage@CBrowseDlg@@0IA"), RegisterWindowMessageA("commdlg_help"));
-}
-
 std::string shown;
 int WINAPI noteMessage(HWND owner, LPCSTR text, LPCSTR caption, UINT) {
     shown = std::string(caption) + " " + text + (owner ? " (owned)" : "");
