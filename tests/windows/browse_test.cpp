@@ -9,6 +9,7 @@ using testing::ElementsAre;
 
 constexpr int kTitle = 3001, kFilter = 3002, kHelpTopic = 41;
 char helpFile[] = "test.hlp";
+char* helpName = helpFile;
 std::string answer;
 char path[260];
 shipped::Storage<24> dialog;
@@ -32,7 +33,8 @@ BOOL choose(const char* mode, OPENFILENAMEA* record) {
     char text[16];
     std::snprintf(text, sizeof text, " %lX ", record->Flags);
     noted.push_back(mode + (text + orNone(record->lpstrInitialDir)) + " " + record->lpstrFile + " " +
-                    orNone(record->lpstrTitle) + " " + orNone(record->lpstrFilter));
+                    orNone(record->lpstrTitle) + " " + orNone(record->lpstrFilter) +
+                    std::to_string(record->nFilterIndex));
     if (record->Flags & OFN_SHOWHELP) {
         SendMessageA(record->hwndOwner, helpMessage, 0, 0);
         if (IsWindow(record->hwndOwner)) noted.push_back(IsWindowVisible(record->hwndOwner) ? "shown" : "hidden");
@@ -60,7 +62,7 @@ Scenario browsing(int save, int folder, std::string initial, int title = 0, int 
         *reinterpret_cast<UINT*>(GetProcAddress(shipped::dll(), "?m_HelpMessage@CBrowseDlg@@0IA")) = 0;
         lstrcpyA(path, "before.txt");
         member("??0CBrowseDlg@@QAE@HHPAXHHHPAD@Z", dialog, save, folder, static_cast<void*>(GetModuleHandleA(nullptr)),
-               title, filter, help, helpFile);
+               title, filter, help, helpName);
         const int result =
             member<int>("?invoke@CBrowseDlg@@UAEHPAXPAD1@Z", dialog, static_cast<void*>(nullptr), path, initial.data());
         noted.push_back(std::to_string(result) + " " + path);
@@ -71,13 +73,17 @@ Scenario browsing(int save, int folder, std::string initial, int title = 0, int 
 TEST(Browser, AsksThePlatformInThreeModes) {
     answer = "";
     play(browsing(0, 0, "D:\\Data\\old.txt", kTitle, kFilter));
-    EXPECT_THAT(noted, ElementsAre("open 9180C D:\\Data before.txt Choose for the test Text files", "0 before.txt"));
+    EXPECT_THAT(noted, ElementsAre("open 9180C D:\\Data before.txt Choose for the test Text files1", "0 before.txt"));
     answer = "D:\\Sub\\{Selecting a folder}";
     play(browsing(1, 0, "D:\\Data\\old.txt"));
-    EXPECT_THAT(noted, ElementsAre("save 9080E D:\\Data old.txt - -", "1 " + answer));
+    EXPECT_THAT(noted, ElementsAre("save 9080E D:\\Data old.txt - -0", "1 " + answer));
     play(browsing(0, 1, std::string(300, 'x'), 0, 0, kHelpTopic));
-    EXPECT_THAT(noted, ElementsAre("save 9091C " + std::string(259, 'x') + " {Selecting a folder} - -",
+    EXPECT_THAT(noted, ElementsAre("save 9091C " + std::string(259, 'x') + " {Selecting a folder} - -0",
                                    "help test.hlp 1 41", "hidden", "1 D:\\Sub"));
+    helpName = nullptr;
+    play(browsing(0, 0, "old.txt", 0, 0, kHelpTopic));
+    EXPECT_EQ(noted.front(), "open 9180C  before.txt - -0") << "without a file there is no help";
+    helpName = helpFile;
 }
 
 TEST(Browser, NeedsItsObjectNoMoreAndTakesNoAnswerFromAQuit) {

@@ -295,6 +295,13 @@ TEST(AddDialog, TakesExtensionsOfOneToFifteenBytes) {
     };
     play(endedByOthers);
     EXPECT_THAT(noted, ElementsAre(".a\tA files .b\tB files .k -"));
+    constexpr int kFirstAdded = 4;  // three mappings are listed before
+    play(editing([](HWND editor) {
+             add(editor, "n");
+             noteList(editor);
+         }),
+         {"SendMessageA", kFirstAdded, nullptr});
+    EXPECT_THAT(noted, ElementsAre(".a\tA files .b\tB files .k -")) << "the list took no more";
     play(scenario([] {
         typed = {{"n", ""}};
         EXPECT_EQ(show(kAddDialog), 0) << "there is no list to take the line";
