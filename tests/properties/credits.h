@@ -78,11 +78,11 @@ inline void holdCredits(const std::string& block, const tamrix::LeadByteTable& l
 inline void holdBitmap(Input& input) {
     const std::uint32_t sides[] = {1, 2, 13, 0x7FFF, 0x8000, 0x1000001, 0}, counts[] = {0, 1, 2, 256, 257, 0x40000000};
     const std::uint32_t width = input.oneOf(sides), height = input.oneOf(sides), colours = input.oneOf(counts);
-    const std::uint32_t depth = input.byte() % 12, stated = input.byte(), kinds[] = {0, 1, 0x01000000};
-    const std::uint32_t compression = input.oneOf(kinds);
+    const std::uint32_t depths[] = {0, 1, 4, 8, 9, 0x108}, kinds[] = {0, 1, 0x01000000};
+    const std::uint32_t depth = input.oneOf(depths), stated = input.byte(), compression = input.oneOf(kinds);
     const std::uint32_t header = input.byte() % 16 ? 40 : 12;
     const bool fits = header == 40 && width - 1 < 0x7FFF && height - 1 < 0x7FFF && depth - 1 < 8 && colours <= 256;
-    const std::size_t table = colours ? colours : 1u << depth;
+    const std::size_t table = colours ? colours : 1u << depth % 16;
     const std::size_t bits = compression ? stated : (std::size_t{width} * depth + 31) / 32 * 4 * height;
     if (fits && bits > 2000) return;
     std::string bytes;

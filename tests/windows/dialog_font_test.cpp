@@ -15,6 +15,13 @@ HGDIOBJ WINAPI stockObject(int index) {
     return index < firstMissing ? realStockObject(index) : nullptr;
 }
 
+decltype(&GetTextMetricsA) realTextMetrics;
+int failing;  // the call from now on that fails
+
+BOOL WINAPI textMetrics(HDC context, TEXTMETRICA* metrics) {
+    return --failing != 0 && realTextMetrics(context, metrics);
+}
+
 /// A template as it comes out, "face points width x height". Those of the test are 200 x 100.
 std::string loaded(const char* name, bool adjustSize) {
     const auto* const block = static_cast<std::uint8_t*>(LoadTemplateWithCorrectFont(nullptr, name, adjustSize));
@@ -42,6 +49,13 @@ TEST(DialogFont, IsTheDefaultWhereATemplateHasNoneOfItsOwn) {
     EXPECT_EQ(loaded(authored, false), "MS Sans Serif 8 200 x 100") << "the system font is for measuring only";
     EXPECT_NE(loaded(authored, true), "MS Sans Serif 8 200 x 100");
     EXPECT_EQ(loaded(none, true), " 0 200 x 100");
+    const testing_support::ImportHook metricsHook(nullptr, "gdi32.dll", "GetTextMetricsA",
+                                                  reinterpret_cast<const void*>(textMetrics));
+    realTextMetrics = metricsHook.original<decltype(realTextMetrics)>();
+    for (const int call : {1, 2}) {
+        failing = call;
+        EXPECT_EQ(loaded(authored, true), "MS Sans Serif 8 200 x 100") << "only one font can be measured";
+    }
     firstMissing = SYSTEM_FONT;
     EXPECT_EQ(loaded(authored, true), "MS Sans Serif 8 200 x 100") << "nothing to measure against";
 }
