@@ -300,7 +300,9 @@ int differing(const Pixels& pixels, const RECT& area, const Pixels& other, int l
 }
 
 bool drawsIcons;
+std::vector<int> places;  // of icons
 BOOL WINAPI noteIcon(HDC dc, int x, int y, HICON icon) {
+    places.insert(places.end(), {x, y});
     return !drawsIcons || DrawIcon(dc, x, y, icon);
 }
 
@@ -339,7 +341,9 @@ TEST_F(AboutFrame, KeepsBorderAndBandAndShowsThePicturesInTurnWithSpritesOnTop) 
         EXPECT_EQ(pixelsOf(box->frame), fixed);
         for (int i = 0; i < testing_support::soakRounds(40, 10000); ++i) {
             drawsIcons = i % 2;
+            places.clear();
             const Pixels frame = nextFrame();
+            EXPECT_TRUE(i || (places[0] == 50 + 8 && places[1] == 10 + 8 - 1)) << "where a flyer begins, one step on";
             for (const RECT& area : {RECT{0, 0, 14, kSide},
                                      {397, 0, kSide, kSide},
                                      {0, 0, kSide, 14},
