@@ -33,14 +33,14 @@ void makeFiles(int count) {
 /// Nanoseconds an entry.
 template <typename Work>
 double timed(int count, Work work) {
-    makeFiles(count);
     const auto start = std::chrono::steady_clock::now();
     work();
     return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count() / count;
 }
 
+/// Gives the files the names back that they had before the command renamed them.
 void renameBare(int count) {
-    for (int i = 0; i < count; ++i) std::rename(nameOf(i, ":").c_str(), nameOf(i, "[058]").c_str());
+    for (int i = 0; i < count; ++i) std::rename(nameOf(i, "[058]").c_str(), nameOf(i, ":").c_str());
 }
 
 }  // namespace
@@ -52,7 +52,10 @@ int main(int, char** argv) {
     if (!mkdtemp(folder) || chdir(folder) != 0) return 1;
     bool isDone = true;
     const auto run = [&] { isDone = std::system(apply.c_str()) == 0 && isDone; };
-    const double few = timed(kFew, run), many = timed(kMany, run);
+    makeFiles(kFew);
+    const double few = timed(kFew, run);
+    makeFiles(kMany);
+    const double many = timed(kMany, run);
     const double bare = timed(kMany, [] { renameBare(kMany); });
     fs::current_path("/");
     fs::remove_all(folder);

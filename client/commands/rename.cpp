@@ -58,6 +58,14 @@ std::string whyNot(const Arguments& arguments, const std::string& root) {
            ": rename --undo puts it back, --force would translate its names again";
 }
 
+/// Whether a file's folder is a resolved one, or is in it.
+bool liesIn(const std::string& root, const std::string& file) {
+    const std::size_t end = file.find_last_of(kDiskIgnoresCase ? "\\/:" : "/");
+    std::string folder, ignored;
+    const std::string given = end == std::string::npos ? "." : file.substr(0, end + 1);
+    return resolveFolder(given, folder, ignored) && joined(folder, "").starts_with(joined(root, ""));
+}
+
 int run(const Arguments& arguments) {
     if (arguments.value("--undo")) return runUndo(arguments);
     if (arguments.operands().empty()) return refuse("rename", "an argument is missing: DIR");
@@ -83,6 +91,8 @@ int run(const Arguments& arguments) {
     }
     const char* given = arguments.value("--journal");
     const std::string journal = given ? given : freeJournalName(root);
+    if (given && liesIn(root, journal))
+        return refuse(journal, "the journal may not lie in the folder that it tells of");
     if (!renaming.startJournal(journal, reason)) return refuse(plainPath(journal), reason);
     const RunEnd end = renaming.apply();
     report.finish(&tree, end, plainPath(journal));

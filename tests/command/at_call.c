@@ -1,4 +1,4 @@
-/* Preloaded into the command: before call number AT_CALL of those that change a disk, the shell runs THEN. */
+// Preloaded into the command: before call number AT_CALL of those that change a disk, the shell runs THEN.
 #define _GNU_SOURCE
 #include <stdlib.h>
 #include <sys/syscall.h>
@@ -6,8 +6,7 @@
 
 static void count(void) {
     static int calls;
-    const char* at = getenv("AT_CALL");
-    if (!at || ++calls != atoi(at)) return;
+    if (!getenv("AT_CALL") || ++calls != atoi(getenv("AT_CALL"))) return;
     unsetenv("LD_PRELOAD");
     if (system(getenv("THEN")) != 0) abort();
 }
@@ -24,11 +23,6 @@ int renameat(int from, const char* old, int to, const char* new) {
 int symlinkat(const char* target, int folder, const char* path) {
     count();
     return (int)syscall(SYS_symlinkat, target, folder, path);
-}
-
-int fsync(int file) {
-    count();
-    return (int)syscall(SYS_fsync, file);
 }
 
 ssize_t write(int file, const void* bytes, size_t size) {
