@@ -321,6 +321,7 @@ TEST(MappingEditor, LosesNothingWhicheverCallFailsAndWheneverTheProcessEnds) {
         const auto text = registryText();
         EXPECT_EQ(mappingOf(".o", text), "TEXT ttxt other codes");
         EXPECT_EQ(mappingOf(".k", text), std::string("TmxT TmxC ") + kLongComment);
+        EXPECT_TRUE(mappingOf(".n", text).ends_with(" -")) << "the user typed no comment";
         int incomplete = 0;
         for (const auto& [extension, before, after] : {std::tuple(".a", "TmxT TmxC A files", "- - -"),
                                                        {".b", "TmxT TmxC B files", "TmxT TmxC changed"},
