@@ -157,7 +157,7 @@ int CAboutQuillonAppleTalk::showModeless() {
     modal = reinterpret_cast<int>(&opening);
     const HWND made =
         CreateDialogParamA(instance, MAKEINTRESOURCEA(kDialogId), nullptr, dialogProc, reinterpret_cast<LPARAM>(this));
-    // What is asked for a focus may take it back, which closes the box.
+    // The window that loses the focus to this one may take it back, which closes the box.
     if (!opening.isDeleted && boxOf(made) == this && window) ShowWindow(made, SW_SHOWNORMAL);
     if (opening.isDeleted) return 1;
     modal = kModeless;
