@@ -8,7 +8,7 @@ namespace tamrix::client {
 namespace {
 
 /// The values of a mapping. What else is in its key is not the library's.
-constexpr const char* kValueNames[] = {"Mac Type", "Mac Creator", "Mac Comment"};
+constexpr std::array kValueNames = {"Mac Type", "Mac Creator", "Mac Comment"};
 
 }  // namespace
 
@@ -27,7 +27,8 @@ std::optional<StoredValues> StoredValues::of(const std::string& extension) {
 }
 
 bool StoredValues::read(HKEY key) {
-    for (std::size_t i = 0; i < values_.size(); ++i) {
+    static_assert(kValueNames.size() == std::tuple_size_v<decltype(values_)>);
+    for (std::size_t i = 0; i < kValueNames.size(); ++i) {
         Value value;
         DWORD size = 0;
         LONG result = queryRaw(key, kValueNames[i], value.type, nullptr, size);
@@ -43,7 +44,7 @@ bool StoredValues::read(HKEY key) {
 }
 
 void StoredValues::write(HKEY key) const {
-    for (std::size_t i = 0; i < values_.size(); ++i) {
+    for (std::size_t i = 0; i < kValueNames.size(); ++i) {
         if (!values_[i]) {
             RegDeleteValueA(key, kValueNames[i]);
             continue;
