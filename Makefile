@@ -1,6 +1,6 @@
 # Thin targets over CMake presets and scripts/. See README.md.
 .PHONY: help demo test test-native check bench fuzz build-fuzz dist reference clean threads native native-clang \
-    native-release wine release fuzz-coverage
+    native-release wine release fuzz-coverage native-tamrix show_dialog about_frames
 
 JOBS ?= $(shell nproc)
 
@@ -52,11 +52,21 @@ native native-clang native-release wine release fuzz-coverage:
 	@cmake --preset $@ >build/$@.log 2>&1 || { cat build/$@.log; exit 1; }
 	@cmake --build build/$@ -j $(JOBS)
 
-# Only the one program that it is for.
+# One program of a preset.
+one = cmake --preset $(1) >build/$(1).log 2>&1 || { cat build/$(1).log; exit 1; }; \
+    cmake --build build/$(1) -j $(JOBS) --target $(2)
+
 threads:
 	@mkdir -p build
-	@cmake --preset $@ >build/$@.log 2>&1 || { cat build/$@.log; exit 1; }
-	@cmake --build build/$@ -j $(JOBS) --target threads_soak
+	@$(call one,threads,threads_soak)
+
+native-tamrix:
+	@mkdir -p build
+	@$(call one,native,tamrix)
+
+show_dialog about_frames:
+	@mkdir -p build
+	@$(call one,wine,$@)
 
 clean:
 	rm -rf build dist
