@@ -37,8 +37,18 @@ std::string attachedWith(const std::vector<Value>& values) {
     return text + '|' + (face ? face : "") + '|' + std::to_string(dialogFontSettings.pointSize);
 }
 
-TEST(Settings, HoldWhatTheirValuesSay) {
-    std::string standard = properties::defaultSet(leadByteTable.hasLeadBytes != 0), most(128, '#');
+class Settings : public testing::TestWithParam<UINT> {
+protected:
+    void SetUp() override { ASSERT_TRUE(testing_support::useCodePage(GetParam())); }
+    void TearDown() override {
+        testing_support::useCodePage(1252);
+        attachedWith({});
+    }
+};
+
+TEST_P(Settings, HoldWhatTheirValuesSay) {
+    std::string standard = properties::defaultSet(properties::leadBytesOf(GetParam()).hasLeadBytes != 0),
+                most(128, '#');
     std::sort(standard.begin(), standard.end(), [](unsigned char a, unsigned char b) { return a < b; });
     const Value face = {"DialogFont", REG_SZ, "Tahoma\0"s}, size = {"DialogFontSize", REG_DWORD, "\x09\0\1\0"s};
     const struct {
@@ -48,6 +58,8 @@ TEST(Settings, HoldWhatTheirValuesSay) {
     } rows[] = {
         {"nothing configured", {}, "[]" + standard + "||0"},
         {"a string brings its terminator", {{"QuoteChars", REG_SZ, "#%\0"s}}, "[]\0#%||0"s},
+        {"a last byte that leads in 932", {{"QuoteChars", REG_SZ, "#\x81\0"s}}, "[]\0#\x81||0"s},
+        {"a bracket that does", {{"QuoteBracketChars", REG_SZ, "{\x81\0"s}}, "{\x81" + standard + "||0"},
         {"bytes", {{"QuoteChars", REG_BINARY, "#\xFF"}}, "[]#\xFF||0"},
         {"no bytes: nothing is quoted", {{"QuoteChars", REG_BINARY, ""}}, "[]||0"},
         {"a number of two bytes", {{"QuoteChars", REG_DWORD, "#%"}}, "[]#%||0"},
@@ -69,8 +81,10 @@ TEST(Settings, HoldWhatTheirValuesSay) {
         {"one of 128 without an end", {size, {"DialogFont", REG_SZ, most}}, "[]" + standard + '|' + most + "|65545"},
     };
     for (const auto& row : rows) EXPECT_EQ(attachedWith(row.values), row.expected) << row.reason;
-    attachedWith({});
 }
+
+INSTANTIATE_TEST_SUITE_P(CodePages, Settings,
+                         testing::ValuesIn(testing_support::codePagesAmong({1252u, 932u, 936u, 949u, 950u})));
 
 TEST(EntryPoint, StoresTheInstanceAndCountsProcessesAndThreads) {
     HINSTANCE const own = TamrixResourceInstance();

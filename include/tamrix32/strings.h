@@ -4,19 +4,23 @@
 /// A string is a zero-terminated byte string in the active ANSI code page. A double-byte character is a lead byte and
 /// the byte after it, whatever that byte is. Lengths, sizes, counts and limits are bytes; positions are byte pointers.
 /// When the code page has no lead bytes, each function behaves as the C function of the same name without the prefix,
-/// except that null arguments are accepted and give the stated results. A lone lead byte before the terminator ends
-/// the string: no scan reads past the terminator. Nothing allocates; all functions are reentrant.
+/// except that null arguments are accepted and give the stated results. Where a string ends in a lone lead byte, what
+/// walks by characters (bounded copies, searches, case, truncation) ends there; dbcs_strlen, dbcs_strcpy and
+/// dbcs_strcat count and copy every byte, and the comparisons take it as the last character. Nothing is ever read past
+/// the terminator. Nothing allocates; all functions are reentrant.
 #ifndef TAMRIX32_STRINGS_H
 #define TAMRIX32_STRINGS_H
 
 #include "tamrix32/export.h"
 
-/// Compares character by character, a double-byte one as lead * 256 + trail, a single byte as its unsigned value.
-/// Returns <0, 0 or >0; -1 when either argument is null, also when both are.
+/// Compares character by character, a double-byte one as lead * 256 + trail, a single byte as its unsigned value. A
+/// lone lead byte has the terminator as its trail byte, so that different strings never compare as equal. Returns <0, 0
+/// or >0; -1 when either argument is null, also when both are.
 TAMRIX_FUNCTION int TAMRIX_CALL dbcs_strcmp(const char* a, const char* b);
 
 /// As dbcs_strcmp without regard to the case of ASCII letters and, under a double-byte code page, of the double-byte
-/// letters that the code page pairs up (full-width Latin, Greek, Cyrillic). Other single bytes never fold.
+/// letters that the code page pairs up (full-width Latin, Greek, Cyrillic, Roman numerals); a letter with two codes
+/// folds like its twin. Other single bytes never fold.
 TAMRIX_FUNCTION int TAMRIX_CALL dbcs_stricmp(const char* a, const char* b);
 
 /// Length in bytes, without the terminator; 0 for null.

@@ -1,24 +1,23 @@
 // The exported name translation: the process's rules, and the in-place forms.
-#include <cstring>
 #include <memory>
 #include <new>
 
 #include "frame/settings.h"
 #include "macnames/name_codec.h"
 #include "tamrix32/macnames.h"
+#include "tamrix32/strings.h"
 
 namespace {
 
 using Translation = int (*)(const tamrix::NameRules& rules, char* dst, const char* name, unsigned size);
 
-/// Translates by way of a block of the same capacity. The name keeps what stands before the block's first zero, byte
-/// for byte: also half a character that the end of the block cut, or a lone lead byte that a number stood for.
+/// Translates by way of a block of the same capacity; the name keeps what comes before the block's first zero.
 int translateInPlace(Translation translation, char* name, unsigned size) {
     if (size == 0) return translation(tamrix::nameRules, name, name, 0);
     const std::unique_ptr<char[]> translated(new (std::nothrow) char[size]);
     if (!translated) return tamrix::kDoesNotFit;
     const int result = translation(tamrix::nameRules, translated.get(), name, size);
-    std::strcpy(name, translated.get());
+    dbcs_strcpy(name, translated.get());
     return result;
 }
 

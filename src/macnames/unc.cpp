@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <climits>
+#include <cstddef>
 #include <cstring>
 
 #include "strings/scan.h"
@@ -19,28 +20,25 @@ const char* namedZone(const char* zone) {
     return zone && std::strcmp(zone, kOwnZone) != 0 ? zone : nullptr;
 }
 
-/// Whether there is text; a lone lead byte is none.
-bool isGiven(const char* text, const LeadByteTable& leads) {
-    return text && scan::characterSize(text, leads) != 0;
+bool isGiven(const char* text) {
+    return text && *text;
 }
 
 /// Appends to a path, keeping it terminated.
 class PathWriter {
 public:
-    PathWriter(const LeadByteTable& table, char* path) : leads(table), end(path) {}
+    explicit PathWriter(char* path) : end(path) {}
     void append(char delimiter) {
         *end++ = delimiter;
         *end = 0;
     }
     void append(const char* text) {
-        const int bytes = scan::length(text, leads);
-        std::memcpy(end, text, static_cast<std::size_t>(bytes));
+        const std::size_t bytes = std::strlen(text);
+        std::memcpy(end, text, bytes + 1);
         end += bytes;
-        *end = 0;
     }
 
 private:
-    const LeadByteTable& leads;
     char* end;
 };
 
@@ -49,8 +47,8 @@ char* find(const LeadByteTable& leads, char* text, char delimiter) {
                               : std::strchr(text, delimiter);
 }
 
-void give(const LeadByteTable& leads, char* part, const char* text) {
-    if (part) scan::copy(part, text, leads);
+void give(char* part, const char* text) {
+    if (part) std::strcpy(part, text);
 }
 
 /// Null `text`: there is no rest, and of a buffer that may be large only the first byte is written.
@@ -69,20 +67,20 @@ bool splitPrinter(const LeadByteTable& leads, char* zone, char* delimiter, const
     *delimiter = *separator = 0;
     const char* const name = delimiter + 1;
     const char* const share = separator + 1;
-    give(leads, parts.zone, *zone ? zone : kOwnZone);
-    give(leads, parts.name, name);
-    give(leads, parts.share, share);
-    return isGiven(name, leads) && isGiven(share, leads);
+    give(parts.zone, *zone ? zone : kOwnZone);
+    give(parts.name, name);
+    give(parts.share, share);
+    return isGiven(name) && isGiven(share);
 }
 
-/// Null `delimiter`: the path names no zone. The separator is found before anything is cut, so a delimiter behind it
+/// Null `delimiter`: the path names no zone. The separator is found before anything is cut, so a delimiter after it
 /// cuts the volume, and the name is what follows.
 void splitServer(const LeadByteTable& leads, char* zone, char* delimiter, const UncParts& parts) {
     char* const separator = find(leads, zone, kSeparator);
     if (delimiter) *delimiter = 0;
     if (separator) *separator = 0;
-    give(leads, parts.zone, delimiter ? zone : "");
-    give(leads, parts.name, delimiter ? delimiter + 1 : zone);
+    give(parts.zone, delimiter ? zone : "");
+    give(parts.name, delimiter ? delimiter + 1 : zone);
     const char* rest = nullptr;
     if (parts.share) {
         char* const next = separator ? find(leads, separator + 1, kSeparator) : nullptr;
@@ -90,16 +88,18 @@ void splitServer(const LeadByteTable& leads, char* zone, char* delimiter, const 
             *next = 0;
             rest = next + 1;
         }
-        give(leads, parts.share, separator ? separator + 1 : "");
+        give(parts.share, separator ? separator + 1 : "");
     }
     giveRest(leads, parts, rest);
 }
 
 }  // namespace
 
-int uncLength(const LeadByteTable& leads, int kind, const char* zone, const char* name, const char* share) {
+int uncLength(int kind, const char* zone, const char* name, const char* share) {
     // One part alone may be too long; the sum of three that are not can't overflow.
-    const auto lengthOf = [&leads](const char* text) { return std::min(scan::length(text, leads), kLongestUnc); };
+    const auto lengthOf = [](const char* text) {
+        return static_cast<int>(std::min(std::strlen(text), std::size_t{kLongestUnc}));
+    };
     zone = namedZone(zone);
     int length = kPrefixLength + 1;
     if (kind == kServerPath) {
@@ -116,25 +116,24 @@ int uncLength(const LeadByteTable& leads, int kind, const char* zone, const char
     return length <= kLongestUnc ? length : 0;
 }
 
-int joinUnc(const LeadByteTable& leads, int kind, char* unc, unsigned short size, const char* zone, const char* name,
-            const char* share) {
+int joinUnc(int kind, char* unc, unsigned short size, const char* zone, const char* name, const char* share) {
     if (!unc) return 0;
-    const int length = uncLength(leads, kind, zone, name, share);
+    const int length = uncLength(kind, zone, name, share);
     if (length == 0 || length > size) return 0;
     zone = namedZone(zone);
-    PathWriter path(leads, unc);
+    PathWriter path(unc);
     path.append(kSeparator);
     path.append(kSeparator);
-    if (isGiven(zone, leads)) path.append(zone);
+    if (isGiven(zone)) path.append(zone);
     if (kind == kServerPath) {
-        if (isGiven(zone, leads)) path.append(kServerDelimiter);
-        if (isGiven(name, leads)) path.append(name);
-        if (!isGiven(share, leads)) return 1;
+        if (isGiven(zone)) path.append(kServerDelimiter);
+        if (isGiven(name)) path.append(name);
+        if (!isGiven(share)) return 1;
     } else {
-        if (!isGiven(name, leads)) return 0;
+        if (!isGiven(name)) return 0;
         path.append(kPrinterDelimiter);
         path.append(name);
-        if (!isGiven(share, leads)) return 0;
+        if (!isGiven(share)) return 0;
     }
     path.append(kSeparator);
     path.append(share);

@@ -3,8 +3,8 @@
 //   server    \\ [zone @] name [\ volume [\ rest]]
 //   printer   \\ [zone] ` name \ share
 //
-// The zone "*" is the local one and stands in no path. Text is found, measured and copied character by character, so
-// that a trail byte is never taken for a delimiter.
+// The zone "*" is the local one and is never written. Delimiters are looked for character by character, so that a trail
+// byte is never taken for one.
 #pragma once
 
 #include "strings/lead_bytes.h"
@@ -18,9 +18,8 @@ inline constexpr int kPrinterPath = 2;
 inline constexpr int kLongestUnc = 32767;
 
 /// As UNCLength and StringsToUNC.
-int uncLength(const LeadByteTable& leads, int kind, const char* zone, const char* name, const char* share);
-int joinUnc(const LeadByteTable& leads, int kind, char* unc, unsigned short size, const char* zone, const char* name,
-            const char* share);
+int uncLength(int kind, const char* zone, const char* name, const char* share);
+int joinUnc(int kind, char* unc, unsigned short size, const char* zone, const char* name, const char* share);
 
 /// Where the parts of a path go; null for a part that is not wanted.
 struct UncParts {

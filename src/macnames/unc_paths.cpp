@@ -18,12 +18,12 @@ const char* TAMRIX_CALL ZonePrnDelimiter() {
 }
 
 int TAMRIX_CALL UNCLength(int kind, const char* zone, const char* name, const char* share) {
-    return tamrix::uncLength(leadByteTable, kind, zone, name, share);
+    return tamrix::uncLength(kind, zone, name, share);
 }
 
 int TAMRIX_CALL StringsToUNC(int kind, char* unc, unsigned short size, const char* zone, const char* name,
                              const char* share) {
-    return tamrix::joinUnc(leadByteTable, kind, unc, size, zone, name, share);
+    return tamrix::joinUnc(kind, unc, size, zone, name, share);
 }
 
 int TAMRIX_CALL UNCToStrings(const char* unc, char* zone, char* name, char* share, char* rest, unsigned restSize) {

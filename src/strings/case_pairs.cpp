@@ -16,17 +16,27 @@ int mapped(const char* character, scan::Case wanted, char (&result)[4]) {
 }  // namespace
 
 // The platform goes through Unicode and back, which turns what is no character into a default one, and the second of
-// two codes of one character into the first. Only a mapping that leads back is a pair.
+// two codes of one character into the first. Only a mapping that leads back is a pair: to the character itself, or to
+// the first code of a letter that has two. A letter differs in its two cases; a second code of anything else stays.
 bool mapDoubleByteCase(char* character, scan::Case wanted) {
+    const scan::Case other = wanted == scan::Case::upper ? scan::Case::lower : scan::Case::upper;
     char there[4];
     const int size = mapped(character, wanted, there);
     if (size == 0) return false;
     if (size != 2 || std::memcmp(there, character, 2) == 0) return true;
 
     char back[4];
-    const int backSize = mapped(there, wanted == scan::Case::upper ? scan::Case::lower : scan::Case::upper, back);
+    const int backSize = mapped(there, other, back);
     if (backSize == 0) return false;
-    if (backSize == 2 && std::memcmp(back, character, 2) == 0) std::memcpy(character, there, 2);
+    if (backSize != 2) return true;
+    bool isPair = std::memcmp(back, character, 2) == 0;
+    if (!isPair && std::memcmp(back, there, 2) != 0) {
+        char first[4];
+        const int firstSize = mapped(character, other, first);
+        if (firstSize == 0) return false;
+        isPair = firstSize == 2 && std::memcmp(first, back, 2) == 0;
+    }
+    if (isPair) std::memcpy(character, there, 2);
     return true;
 }
 

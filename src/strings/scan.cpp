@@ -1,62 +1,56 @@
 #include "strings/scan.h"
 
-#include <cstddef>
 #include <cstring>
 
 namespace tamrix::scan {
 namespace {
 
-int lowerValue(const char* p, int size, CaseMapping mapping) {
-    if (size != 2) return characterValue(p, size) == 0 ? 0 : static_cast<unsigned char>(asciiInCase(*p, Case::lower));
-    char character[2] = {p[0], p[1]};
+/// The character at `p` as a number: the byte, or lead * 256 + trail. The trail byte is zero after a lone lead byte
+/// only.
+int valueAt(const char* p, const LeadByteTable& table) {
+    const auto byte = [p](int i) { return static_cast<int>(static_cast<unsigned char>(p[i])); };
+    return table.leads(*p) ? byte(0) * 256 + byte(1) : byte(0);
+}
+
+int sizeOf(int value) {
+    return value > 0xFF ? 2 : 1;
+}
+
+/// Whether nothing follows: the terminator, or a lone lead byte before it.
+bool endsString(int value) {
+    return value % 256 == 0;
+}
+
+int lowerValue(int value, CaseMapping mapping) {
+    if (sizeOf(value) == 1) return static_cast<unsigned char>(asciiInCase(static_cast<char>(value), Case::lower));
+    if (endsString(value)) return value;
+    char character[2] = {static_cast<char>(value >> 8), static_cast<char>(value)};
     mapping(character, Case::lower);
-    return characterValue(character, 2);
+    return static_cast<unsigned char>(character[0]) * 256 + static_cast<unsigned char>(character[1]);
 }
 
 }  // namespace
 
-int length(const char* s, const LeadByteTable& table) {
-    if (!table.hasLeadBytes) return static_cast<int>(std::strlen(s));
-    const char* p = s;
-    while (const int size = characterSize(p, table)) p += size;
-    return static_cast<int>(p - s);
-}
-
 int compare(const char* a, const char* b, const LeadByteTable& table) {
     for (;;) {
-        const int sizeA = characterSize(a, table);
-        const int sizeB = characterSize(b, table);
-        const int difference = characterValue(a, sizeA) - characterValue(b, sizeB);
-        if (difference != 0 || sizeA == 0) return difference;
-        a += sizeA;
-        b += sizeB;
+        const int left = valueAt(a, table), right = valueAt(b, table);
+        if (left != right || endsString(left)) return left - right;
+        a += sizeOf(left);
+        b += sizeOf(left);
     }
 }
 
 int compareFolded(const char* a, const char* b, const LeadByteTable& table, CaseMapping mapping) {
     for (;;) {
-        const int sizeA = characterSize(a, table);
-        const int sizeB = characterSize(b, table);
-        if (characterValue(a, sizeA) != characterValue(b, sizeB)) {
-            const int difference = lowerValue(a, sizeA, mapping) - lowerValue(b, sizeB, mapping);
+        const int left = valueAt(a, table), right = valueAt(b, table);
+        if (left != right) {
+            const int difference = lowerValue(left, mapping) - lowerValue(right, mapping);
             if (difference != 0) return difference;
         }
-        if (sizeA == 0) return 0;
-        a += sizeA;
-        b += sizeB;
+        if (endsString(left)) return 0;
+        a += sizeOf(left);
+        b += sizeOf(left);
     }
-}
-
-char* copy(char* dst, const char* src, const LeadByteTable& table) {
-    const auto bytes = static_cast<std::size_t>(length(src, table));
-    std::memcpy(dst, src, bytes);
-    dst[bytes] = 0;
-    return dst;
-}
-
-char* append(char* dst, const char* src, const LeadByteTable& table) {
-    copy(dst + length(dst, table), src, table);
-    return dst;
 }
 
 char* copyPadded(char* dst, const char* src, int n, const LeadByteTable& table) {
@@ -95,7 +89,7 @@ const char* findLast(const char* s, int c, const LeadByteTable& table) {
 }
 
 const char* previous(const char* current, const char* start, const LeadByteTable& table) {
-    // A byte that leads nothing ends a character, so one begins right behind it.
+    // A byte that leads nothing ends a character, so one begins right after it.
     if (current - start >= 2 && !table.leads(current[-2])) return current - 1;
     const char* const target = current - 1;
     const char* p = start;

@@ -1,6 +1,7 @@
-// The double-byte scans behind the dbcs_ functions, over an explicit lead-byte table. All read strings character by
-// character and stop at the terminator; a lone lead byte before the terminator ends the string as the terminator does.
-// Arguments are never null. What each one gives stands at its namesake in tamrix32/strings.h.
+// The double-byte scans of the dbcs_ functions, over an explicit lead-byte table. They read strings character by
+// character and stop at the terminator; a lone lead byte before the terminator ends the string as the terminator does,
+// but for the comparisons, to which it is the last character. Arguments are never null. What each one gives is said at
+// its namesake in tamrix32/strings.h.
 #pragma once
 
 #include "strings/lead_bytes.h"
@@ -13,12 +14,6 @@ inline int characterSize(const char* p, const LeadByteTable& table) {
     return p[1] ? 2 : 0;
 }
 
-/// The character of `size` bytes at `p` as a number: lead * 256 + trail, or the byte; 0 for the string's end.
-inline int characterValue(const char* p, int size) {
-    const auto byte = [p](int i) { return static_cast<int>(static_cast<unsigned char>(p[i])); };
-    return size == 2 ? byte(0) * 256 + byte(1) : size == 1 ? byte(0) : 0;
-}
-
 enum class Case : std::uint8_t { upper, lower };
 
 /// Changes the two bytes of a double-byte character to the wanted case in place; false when that can't be found out.
@@ -29,11 +24,8 @@ constexpr char asciiInCase(char byte, Case wanted) {
     return byte >= first && byte <= first + 25 ? static_cast<char>(byte ^ 0x20) : byte;
 }
 
-int length(const char* s, const LeadByteTable& table);
 int compare(const char* a, const char* b, const LeadByteTable& table);
 int compareFolded(const char* a, const char* b, const LeadByteTable& table, CaseMapping mapping);
-char* copy(char* dst, const char* src, const LeadByteTable& table);
-char* append(char* dst, const char* src, const LeadByteTable& table);
 char* copyPadded(char* dst, const char* src, int n, const LeadByteTable& table);
 int copyBounded(char* dst, const char* src, int size, const LeadByteTable& table);
 const char* findFirst(const char* s, int c, const LeadByteTable& table);

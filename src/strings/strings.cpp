@@ -1,5 +1,5 @@
-// The exported string functions: null arguments, the single-byte road through C's own functions, and the process's
-// lead-byte table for the double-byte one.
+// The exported string functions: null arguments, the fast path through C's own functions for single-byte code pages,
+// and the process's lead-byte table for double-byte ones.
 #include "tamrix32/strings.h"
 
 #include <array>
@@ -64,17 +64,17 @@ int TAMRIX_CALL dbcs_stricmp(const char* a, const char* b) {
 
 int TAMRIX_CALL dbcs_strlen(const char* s) {
     if (!s) return 0;
-    return isDoubleByte() ? tamrix::scan::length(s, leadByteTable) : static_cast<int>(std::strlen(s));
+    return static_cast<int>(std::strlen(s));
 }
 
 char* TAMRIX_CALL dbcs_strcpy(char* dst, const char* src) {
     if (!dst || !src) return dst;
-    return isDoubleByte() ? tamrix::scan::copy(dst, src, leadByteTable) : std::strcpy(dst, src);
+    return std::strcpy(dst, src);
 }
 
 char* TAMRIX_CALL dbcs_strcat(char* dst, const char* src) {
     if (!dst || !src) return dst;
-    return isDoubleByte() ? tamrix::scan::append(dst, src, leadByteTable) : std::strcat(dst, src);
+    return std::strcat(dst, src);
 }
 
 char* TAMRIX_CALL dbcs_strncpy(char* dst, const char* src, int n) {

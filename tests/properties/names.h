@@ -223,6 +223,7 @@ void holdTable(const std::string& text, Image image, decltype(&SBCS_AtoI) inPlac
 /// The settings of a process that was loaded under the code page: those that apply while none are configured.
 inline Naming loadedUnder(UINT page) {
     require(testing_support::useCodePage(page), "useCodePage");
+    tamrix::constructStatics();
     DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
     return {leadBytesOf(page), page == 1252, defaultSet(leadBytesOf(page).hasLeadBytes != 0)};
 }

@@ -3,11 +3,16 @@
 #include <gtest/gtest.h>
 
 #include "properties/names.h"
+#include "tamrix32/strings.h"
 
+// What the sources of names refer to besides.
 namespace tamrix {
 NameRules nameRules{};
 SbcsTranslator sbcsTranslator;
 }  // namespace tamrix
+char* dbcs_strcpy(char* dst, const char* src) {
+    return std::strcpy(dst, src);
+}
 
 namespace {
 

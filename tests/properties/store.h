@@ -9,7 +9,6 @@
 
 #include "code_pages.h"
 #include "properties/property.h"
-#include "published_tables.h"
 #include "registry_text.h"
 #include "tamrix32/extmap.h"
 
@@ -131,7 +130,7 @@ private:
     }
     /// At most so many bytes, up to a character's end.
     static std::string cut(const std::string& text, std::size_t most) {
-        const auto leads = testing_support::leadBytesOf(static_cast<int>(GetACP()));
+        const auto leads = leadBytesOf(GetACP());
         std::size_t end = 0, next = 0;
         for (; next <= most && end < text.size(); next = end + (leads.leads(text[end]) ? 2 : 1)) end = next;
         return text.substr(0, end);

@@ -28,18 +28,13 @@ inline constexpr LetterRun kLetterRuns[] = {
 class StringModel {
 public:
     StringModel(unsigned page, const std::string& text)
-        : page_(page),
-          leads_(leadBytesOf(page)),
-          text_(text),
-          source_(text),
-          characters_(charactersOf(leads_, text)),
-          scanned_(fitting(text.size())) {}
+        : page_(page), leads_(leadBytesOf(page)), text_(text), source_(text), characters_(charactersOf(leads_, text)) {}
 
     void hold(const std::string& other) const {
         for (const char byte : text_) require(isdbchar(byte) == leads_.isLead[std::uint8_t(byte)], "isdbchar");
-        require(dbcs_strlen(source_) == static_cast<int>(scanned_.size()), "dbcs_strlen");
-        leaves("dbcs_strcpy", scanned_ + '\0', [this](char* b) { return dbcs_strcpy(b, source_) == b; });
-        leaves("dbcs_strcat", "z" + scanned_ + '\0', [this](char* b) {
+        require(dbcs_strlen(source_) == static_cast<int>(text_.size()), "dbcs_strlen");
+        leaves("dbcs_strcpy", text_ + '\0', [this](char* b) { return dbcs_strcpy(b, source_) == b; });
+        leaves("dbcs_strcat", "z" + text_ + '\0', [this](char* b) {
             std::memcpy(b, "z", 2);
             return dbcs_strcat(b, source_) == b;
         });
@@ -94,7 +89,8 @@ private:
             }
             start = end;
         }
-        require(dbcs_trunc(source_, static_cast<int>(text_.size()) + 1, 1) == dbcs_strlen(source_), "dbcs_trunc whole");
+        const int size = static_cast<int>(text_.size());
+        require(dbcs_trunc(source_, size + 1, 1) == size, "dbcs_trunc whole");
         require(dbcs_trunc(source_, 0, 0) == 0, "dbcs_trunc to nothing");
     }
 
@@ -120,9 +116,12 @@ private:
 
     /// A single byte in the wanted case, or a letter of the published runs; anything else is itself.
     unsigned inCase(const std::string& character, bool upper) const {
-        const unsigned own = value(character);
+        unsigned own = value(character);
         const unsigned ascii = upper ? 'a' : 'A';
         if (character.size() == 1) return own >= ascii && own < ascii + 26 ? own ^ 0x20 : own;
+        // The Roman numerals of 932 have two codes each; both fold alike.
+        if (page_ == 932 && own >= 0xEEEF && own <= 0xEEF8) own += 0xFA40 - 0xEEEF;
+        if (page_ == 932 && own >= 0xFA4A && own <= 0xFA53) own -= 0xFA4A - 0x8754;
         for (const LetterRun& run : kLetterRuns) {
             const unsigned from = upper ? run.small : run.capital;
             if (run.page == page_ && own >= from && own < from + run.count)
@@ -133,8 +132,13 @@ private:
 
     std::vector<unsigned> values(const std::string& text, bool folded) const {
         std::vector<unsigned> numbers;
-        for (const std::string& character : charactersOf(leads_, text))
+        std::size_t scanned = 0;
+        for (const std::string& character : charactersOf(leads_, text)) {
             numbers.push_back(folded ? inCase(character, false) : value(character));
+            scanned += character.size();
+        }
+        // A lone lead byte has the terminator as its trail byte.
+        if (scanned < text.size()) numbers.push_back(value(text.substr(scanned)) << 8);
         return numbers;
     }
 
@@ -168,7 +172,6 @@ private:
     const std::string text_;
     const Exact source_;
     const std::vector<std::string> characters_;
-    const std::string scanned_;  // without a lone lead byte at the end
 };
 
 inline void property(Input& input) {

@@ -15,7 +15,9 @@ protected:
 };
 
 TEST_P(Strings, OfUpToTwoBytesFollowTheModel) {
-    for (int bytes = 0x100; bytes < 0x10000; ++bytes) {
+    // What begins with ASCII is the same under all double-byte code pages, and under all single-byte ones.
+    const bool isFirst = GetParam() == 1252 || GetParam() == 932;
+    for (int bytes = isFirst ? 0x100 : 0x8000; bytes < 0x10000; ++bytes) {
         const std::string text = std::string{char(bytes >> 8), char(bytes)}.substr(0, bytes & 0xFF ? 2 : 1);
         try {
             properties::StringModel(GetParam(), text).hold({text.back(), text.front()});

@@ -11,16 +11,8 @@
 
 namespace properties {
 
-/// Text as far as it is made of whole characters.
-inline std::string wholeOf(const tamrix::LeadByteTable& leads, const std::string& text) {
-    std::string whole;
-    for (const std::string& character : charactersOf(leads, text)) whole += character;
-    return whole;
-}
-
-inline void holdJoin(const tamrix::LeadByteTable& leads, int kind, const char* zoneText, const char* nameText,
-                     const char* shareText) {
-    const auto text = [&](const char* part) { return part ? wholeOf(leads, part) : std::string(); };
+inline void holdJoin(int kind, const char* zoneText, const char* nameText, const char* shareText) {
+    const auto text = [](const char* part) { return std::string(part ? part : ""); };
     const bool named = zoneText && std::string_view(zoneText) != "*";
     const std::string zone = named ? text(zoneText) : "", name = text(nameText), share = text(shareText);
     std::string path = "\\\\" + zone;
@@ -55,9 +47,8 @@ struct Split {
     bool hasRest = false;  // one that is empty is copied, too
 };
 
-inline Split statedSplit(const tamrix::LeadByteTable& leads, const std::string& given, bool sharesWanted) {
-    if (!given.starts_with("\\\\")) return {0, "", "", ""};
-    const std::string path = wholeOf(leads, given);
+inline Split statedSplit(const tamrix::LeadByteTable& leads, const std::string& path, bool sharesWanted) {
+    if (!path.starts_with("\\\\")) return {0, "", "", ""};
     const auto find = [&](char delimiter, std::size_t from) {
         for (; from < path.size() && path[from] != delimiter;) from += leads.leads(path[from]) ? 2 : 1;
         return std::min(from, path.size());
@@ -125,7 +116,7 @@ inline void property(Input& input) {
     const unsigned choice = input.byte(), restSize = input.byte();
     const Exact zone(input.text(20)), name(input.text(20)), share(input.text(20));
     const auto given = [choice](unsigned bit, const char* part) { return choice & bit ? part : nullptr; };
-    holdJoin(leads, kind, given(1, zone), given(2, name), given(4, share));
+    holdJoin(kind, given(1, zone), given(2, name), given(4, share));
     const std::string path = input.rest();
     for (const char* prefix : {"", "\\\\"}) holdSplit(leads, prefix + path, choice >> 3 & 15, restSize);
 }
