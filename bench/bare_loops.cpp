@@ -59,6 +59,10 @@ int toMac(const Tables& tables, char* dst, const char* name) {
     return static_cast<int>(out - dst) + 1;
 }
 
+int length(const char* s) {
+    return static_cast<int>(std::strlen(s));
+}
+
 int compareByTolower(const char* a, const char* b) {
     for (;; ++a, ++b) {
         const int difference =

@@ -28,6 +28,7 @@ int copy(const unsigned char* table, char* dst, const char* src);
 int copyFilled(const unsigned char* table, char* dst, const char* src, int size);
 
 /// As a program in C alone does without regard to double-byte characters.
+int length(const char* s);
 int compareByTolower(const char* a, const char* b);
 char* upper(char* s);
 char* lower(char* s);
