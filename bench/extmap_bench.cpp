@@ -7,7 +7,7 @@
 #include <string>
 
 #include "class_keys.h"
-#include "frame/entry.h"
+#include "entry/entry.h"
 #include "table_reporter.h"
 #include "tamrix32/extmap.h"
 

@@ -7,7 +7,7 @@
 
 #include "about/credits_text.h"
 #include "dialogs/dialog_template.h"
-#include "frame/entry.h"
+#include "entry/entry.h"
 #include "measure.h"
 #include "tamrix32/version.h"
 

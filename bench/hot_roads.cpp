@@ -4,7 +4,7 @@
 
 #include "calls.h"
 #include "class_keys.h"
-#include "frame/entry.h"
+#include "entry/entry.h"
 #include "tamrix32/extmap.h"
 #include "tamrix32/macnames.h"
 #include "tamrix32/strings.h"

@@ -6,9 +6,9 @@
 #include <cstring>
 #include <string>
 
+#include "base/library.h"
 #include "class_keys.h"
-#include "frame/entry.h"
-#include "frame/settings.h"
+#include "entry/entry.h"
 #include "measure.h"
 #include "registry/unique_key.h"
 #include "tamrix32/extmap.h"

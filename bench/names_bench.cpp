@@ -10,8 +10,8 @@
 
 #include "bare_loops.h"
 #include "calls.h"
-#include "frame/entry.h"
-#include "frame/settings.h"
+#include "entry/entry.h"
+#include "macnames/name_settings.h"
 #include "measure.h"
 #include "names.h"
 #include "tamrix32/macnames.h"

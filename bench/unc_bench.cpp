@@ -4,7 +4,7 @@
 #include <cstring>
 #include <string>
 
-#include "frame/entry.h"
+#include "entry/entry.h"
 #include "measure.h"
 #include "names.h"
 #include "tamrix32/macnames.h"

@@ -22,7 +22,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
     target_compile_options(tamrix_options INTERFACE -Wno-restrict)
 endif()
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-    # Static construction is one object in src/frame/entry.cpp; whatever else wants to run before it is an error.
+    # Nothing is constructed at run time: all that happens at load is in the entry point.
     set(TAMRIX_MODULE_WARNINGS -Wglobal-constructors -Wexit-time-destructors)
     if(MSVC)
         # What exported classes hold of platform types is fixed by their interface.

@@ -9,7 +9,7 @@
 
 #include "about/perspective.h"
 #include "about/sprites.h"
-#include "frame/global_memory.h"
+#include "base/global_memory.h"
 #include "tamrix32/about.h"
 
 namespace {

@@ -13,7 +13,7 @@ namespace testing_support {
 std::vector<UINT> codePagesAmong(std::initializer_list<UINT> wanted);
 
 /// Makes `ansi` the active code page, with the OEM code page that goes with it by default, and builds the library's
-/// tables for it; false, with nothing changed, where another one can't be chosen.
+/// lead-byte table for it; false, with nothing changed, where another one can't be chosen.
 bool useCodePage(UINT ansi);
 
 }  // namespace testing_support

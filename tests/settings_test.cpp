@@ -1,11 +1,8 @@
 // The settings that attaching a process loads, whatever bytes their values hold, and what the entry point gives.
-#include "frame/settings.h"
-
 #include <gtest/gtest.h>
 
-#include <utility>
-
-#include "frame/entry.h"
+#include "dialogs/font_settings.h"
+#include "entry/entry.h"
 #include "properties/names.h"
 #include "registry_text.h"
 #include "tamrix32/frame.h"
@@ -27,13 +24,11 @@ std::string attachedWith(const std::vector<Value>& values) {
     for (const auto& [name, type, bytes] : values)
         EXPECT_TRUE(testing_support::givenValue(HKEY_LOCAL_MACHINE, "Software\\Quillon Systems, Inc.\\File Client",
                                                 name, type, bytes));
-    delete[] std::exchange(dialogFontSettings.faceName, nullptr);
-    dialogFontSettings.pointSize = 0;
     EXPECT_EQ(DllMain(TamrixResourceInstance(), DLL_PROCESS_ATTACH, nullptr), 1);
     std::string text = {static_cast<char>(nameRules.open), static_cast<char>(nameRules.close)};
     for (int byte = 0; byte < 256; ++byte)
         if (nameRules.inSet[byte]) text += static_cast<char>(byte);
-    const char* face = dialogFontSettings.faceName;
+    const char* face = dialogFontSettings.face();
     return text + '|' + (face ? face : "") + '|' + std::to_string(dialogFontSettings.pointSize);
 }
 
@@ -63,7 +58,7 @@ TEST_P(Settings, HoldWhatTheirValuesSay) {
         {"bytes", {{"QuoteChars", REG_BINARY, "#\xFF"}}, "[]#\xFF||0"},
         {"no bytes: nothing is quoted", {{"QuoteChars", REG_BINARY, ""}}, "[]||0"},
         {"a number of two bytes", {{"QuoteChars", REG_DWORD, "#%"}}, "[]#%||0"},
-        {"a number that claims more than four", {{"QuoteChars", REG_DWORD, "#%&?<"}}, "[]#%&?||0"},
+        {"a number of more than four, zero from there on", {{"QuoteChars", REG_DWORD, "#%&?<"}}, "[]\0#%&?||0"s},
         {"a type without data", {{"QuoteChars", REG_MULTI_SZ, "#\0\0"s}}, "[]" + standard + "||0"},
         {"128 bytes", {{"QuoteChars", REG_BINARY, most}}, "[]#||0"},
         {"129 bytes are not read", {{"QuoteChars", REG_BINARY, most + '#'}}, "[]" + standard + "||0"},

@@ -8,7 +8,7 @@ set_property(TEST names_property PROPERTY LABELS codepage)
 if(NOT WIN32)
     # Tries millions of names, so it compiles what it proves for itself: optimised, without sanitizers.
     add_executable(names_exhaustive_test properties/names_exhaustive_test.cpp ../src/macnames/name_codec.cpp ../src/macnames/names.cpp
-        ../src/charset/name_rules.cpp ../src/charset/character_table.cpp ../src/charset/character_table_data.cpp)
+        ../src/macnames/name_rules.cpp ../src/macnames/character_table.cpp ../src/macnames/character_table_data.cpp)
     target_compile_options(names_exhaustive_test PRIVATE -O2 -Wall -Wextra -Wconversion -Wshadow -Werror)
     target_include_directories(names_exhaustive_test PRIVATE . ../src ../include)
     target_compile_definitions(names_exhaustive_test PRIVATE TAMRIX_STATIC)
@@ -24,6 +24,8 @@ target_compile_options(unc_property PRIVATE -O2)
 
 tamrix_suite(settings_test SOURCES settings_test.cpp)
 set_property(TEST settings_test PROPERTY LABELS codepage)
-if(NOT WIN32)
+if(WIN32)
+    target_sources(settings_test PRIVATE windows/unload_test.cpp)
+else()
     target_sources(settings_test PRIVATE native/settings_faults_test.cpp)
 endif()

@@ -1,7 +1,7 @@
 // Runs a suite the way a client meets the library: attached to the process.
 #include <gmock/gmock.h>
 
-#include "frame/entry.h"
+#include "entry/entry.h"
 
 int main(int argc, char** argv) {
     testing::InitGoogleMock(&argc, argv);

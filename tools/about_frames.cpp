@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "frame/entry.h"
+#include "entry/entry.h"
 #include "tamrix32/about.h"
 
 namespace {

@@ -9,7 +9,7 @@
 
 #include "client/system/error_text.h"
 #include "client/system/startup.h"
-#include "frame/entry.h"
+#include "entry/entry.h"
 #include "standin.h"
 
 namespace tamrix::client {
@@ -89,8 +89,7 @@ std::span<const Option> platformOptions() {
 
 bool startLibrary(const Arguments& arguments, bool changesMappings, std::string& reason) {
     if (!chooseCodePages(arguments, reason) || !loadSettings(arguments, changesMappings, reason)) return false;
-    // As a loader would, now that the code pages are known: static construction, then the attachment.
-    constructStatics();
+    // As a loader would, now that the code pages are known.
     return DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr) != 0;
 }
 

@@ -1,5 +1,5 @@
-// How declarations of this library reach its users. Link statically (or build natively) with TAMRIX_STATIC defined;
-// the library itself is built with TAMRIX_EXPORTS; without either, everything is imported from Tamrix32.dll.
+// How declarations of this library reach its users: everything is imported from Tamrix32.dll. The library itself is
+// built with TAMRIX_EXPORTS; TAMRIX_STATIC is for its own suites, which link its modules and attach them by hand.
 #ifndef TAMRIX32_EXPORT_H
 #define TAMRIX32_EXPORT_H
 

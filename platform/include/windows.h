@@ -274,6 +274,7 @@ HGLOBAL WINAPI GlobalFree(HGLOBAL block);
 #define IDNO 7
 
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style);
+BOOL WINAPI UnregisterClassA(LPCSTR name, HINSTANCE module);
 DWORD WINAPI GetLastError(void);
 void WINAPI SetLastError(DWORD code);
 

@@ -18,6 +18,10 @@ int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style) {
     return IDOK;
 }
 
+BOOL WINAPI UnregisterClassA(LPCSTR, HINSTANCE) {
+    return FALSE;  // there are no window classes
+}
+
 DWORD WINAPI GetLastError(void) {
     return lastError;
 }

@@ -3,9 +3,9 @@
 
 #include "about/bitmap_header.h"
 #include "about/credits_text.h"
-#include "frame/gdi_handles.h"
-#include "frame/global_memory.h"
-#include "frame/settings.h"
+#include "about/drawing_handles.h"
+#include "base/global_memory.h"
+#include "base/library.h"
 #include "tamrix32/about.h"
 
 namespace {

@@ -12,10 +12,10 @@
 
 #include "about/about_sprites.h"
 #include "about/credits_text.h"
+#include "about/drawing_handles.h"
 #include "about/perspective.h"
-#include "frame/gdi_handles.h"
-#include "frame/global_memory.h"
-#include "frame/settings.h"
+#include "base/global_memory.h"
+#include "base/library.h"
 #include "tamrix32/about.h"
 
 // Every compiler of this library places the fields of a class with virtual operations as it does those of a plain one.

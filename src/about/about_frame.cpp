@@ -3,9 +3,9 @@
 
 #include "about/about_sprites.h"
 #include "about/credits_text.h"
+#include "about/drawing_handles.h"
 #include "about/perspective.h"
-#include "frame/gdi_handles.h"
-#include "frame/global_memory.h"
+#include "base/global_memory.h"
 #include "tamrix32/about.h"
 
 namespace {

@@ -2,7 +2,7 @@
 
 #include <cstdlib>
 
-#include "frame/settings.h"
+#include "base/library.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "frame/global_memory.h"
+#include "base/global_memory.h"
 #include "tamrix32/about.h"
 
 // Every compiler of this library places the fields of a class with virtual operations as it does those of a plain one.

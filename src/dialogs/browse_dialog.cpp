@@ -5,17 +5,17 @@
 #include <memory>
 #include <new>
 
+#include "base/library.h"
+#include "base/unique_handle.h"
 #include "dialogs/browse_paths.h"
+#include "dialogs/helper_class.h"
 #include "dialogs/pending_quit.h"
-#include "frame/settings.h"
-#include "strings/unique_handle.h"
 #include "tamrix32/browse.h"
 #include "tamrix32/strings.h"
 
 namespace {
 
 constexpr UINT kPlaceholderString = 225;
-constexpr char kHelperClass[] = "browseHelper";
 
 // The record's first form; platforms of the library's age refuse a larger one.
 constexpr DWORD kRecordSize = 76;
@@ -43,8 +43,8 @@ using UniqueWindow = tamrix::UniqueHandle<WindowTraits>;
 
 UniqueWindow makeHelper(HWND owner) {
     const DWORD style = owner ? WS_CHILD : WS_OVERLAPPEDWINDOW;
-    return UniqueWindow{
-        CreateWindowExA(0, kHelperClass, "", style, 50, 50, 100, 100, owner, nullptr, tamrix::instance, nullptr)};
+    return UniqueWindow{CreateWindowExA(0, tamrix::kHelperClass, "", style, 50, 50, 100, 100, owner, nullptr,
+                                        tamrix::instance, nullptr)};
 }
 
 void loadPlaceholder(char* buffer) {
@@ -93,8 +93,8 @@ CBrowseDlg::CBrowseDlg(int bSave, int bFolder, void* hInstance, int nTitleID, in
     helper.lpfnWndProc = helperProc;
     helper.hInstance = tamrix::instance;
     helper.hbrBackground = reinterpret_cast<HBRUSH>(COLOR_WINDOW + 1);
-    helper.lpszClassName = kHelperClass;
-    RegisterClassA(&helper);
+    helper.lpszClassName = tamrix::kHelperClass;
+    tamrix::isHelperClassRegistered = RegisterClassA(&helper) != 0;
     m_HelpMessage = RegisterWindowMessageA("commdlg_help");
 }
 

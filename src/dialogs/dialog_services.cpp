@@ -1,9 +1,9 @@
 // What the dialogs need of the platform.
 #include <windows.h>
 
+#include "base/library.h"
 #include "dialogs/extension_map_dialogs.h"
 #include "dialogs/pending_quit.h"
-#include "frame/settings.h"
 #include "tamrix32/dialogs.h"
 
 namespace tamrix {

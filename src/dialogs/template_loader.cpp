@@ -6,10 +6,10 @@
 #include <new>
 #include <optional>
 
+#include "base/gdi_handles.h"
 #include "dialogs/font_choice.h"
+#include "dialogs/font_settings.h"
 #include "dialogs/template_resource.h"
-#include "frame/gdi_handles.h"
-#include "frame/settings.h"
 #include "tamrix32/dialogs.h"
 
 namespace tamrix {
@@ -80,7 +80,7 @@ void giveFont(DialogTemplate& dialog, WideFace& buffer, bool adjustSize) {
     ReferenceFont reference;
     fetchReferenceFont(reference);
     const FontDecision decision =
-        chooseFont(dialogFontSettings.faceName, dialogFontSettings.pointSize, dialog, reference.candidate);
+        chooseFont(dialogFontSettings.face(), dialogFontSettings.pointSize, dialog, reference.candidate);
     if (decision.font.face) {
         dialog.face = wideFace(decision.font.face, buffer);
         dialog.pointSize = decision.font.points;

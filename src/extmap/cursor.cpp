@@ -11,7 +11,7 @@
 #include <utility>
 
 #include "extmap/store_layout.h"
-#include "registry/copied_string.h"
+#include "strings/copied_string.h"
 #include "tamrix32/extmap.h"
 #include "tamrix32/registry.h"
 

@@ -7,9 +7,9 @@
 #include <cstring>
 #include <initializer_list>
 
+#include "base/library.h"
 #include "extmap/extension_key.h"
 #include "extmap/store_layout.h"
-#include "frame/settings.h"
 #include "registry/unique_key.h"
 #include "tamrix32/extmap.h"
 #include "tamrix32/strings.h"

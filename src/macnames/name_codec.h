@@ -5,7 +5,7 @@
 // terminator. A result that does not fit leaves a terminated prefix in `dst`.
 #pragma once
 
-#include "charset/name_rules.h"
+#include "macnames/name_rules.h"
 
 namespace tamrix {
 

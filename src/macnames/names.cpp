@@ -2,8 +2,8 @@
 #include <memory>
 #include <new>
 
-#include "frame/settings.h"
 #include "macnames/name_codec.h"
+#include "macnames/name_settings.h"
 #include "tamrix32/macnames.h"
 #include "tamrix32/strings.h"
 

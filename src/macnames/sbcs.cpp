@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "frame/settings.h"
+#include "macnames/name_settings.h"
 #include "tamrix32/macnames.h"
 
 namespace tamrix {

@@ -3,7 +3,7 @@
 
 #include <cstddef>
 
-#include "charset/character_table.h"
+#include "macnames/character_table.h"
 
 namespace tamrix {
 

@@ -3,9 +3,9 @@
 #include <cstring>
 #include <utility>
 
-#include "registry/copied_string.h"
 #include "registry/registry_layout.h"
 #include "registry/unique_key.h"
+#include "strings/copied_string.h"
 
 namespace {
 

@@ -4,8 +4,8 @@
 #include <new>
 #include <utility>
 
-#include "registry/copied_string.h"
 #include "registry/registry_layout.h"
+#include "strings/copied_string.h"
 
 namespace {
 

@@ -1,37 +1,9 @@
-#include "runtime/runtime.h"
-
+// The heap and the few names that every program and library asks for, over msvcrt: there is no vendor C++ runtime. The
+// DLL has no more than this: nothing in it is constructed at run time, so that linking fails where something wants to
+// be.
 #include <stdlib.h>
 
 #include <new>
-
-// The linker sorts what compilers put into .CRT$XC* between these two.
-#pragma section(".CRT$XCA", read)
-#pragma section(".CRT$XCZ", read)
-extern "C" __declspec(allocate(".CRT$XCA")) tamrix::Step firstInitialiser[1] = {nullptr};
-extern "C" __declspec(allocate(".CRT$XCZ")) tamrix::Step lastInitialiser[1] = {nullptr};
-
-namespace {
-
-constexpr int kMostExits = 16;
-tamrix::Step exits[kMostExits];
-int exitCount;
-
-}  // namespace
-
-void tamrix::runInitialisers() {
-    for (Step* step = firstInitialiser; step != lastInitialiser; ++step)
-        if (*step) (*step)();
-}
-
-void tamrix::runExits() {
-    while (exitCount > 0) exits[--exitCount]();
-}
-
-extern "C" int __cdecl atexit(void(__cdecl* step)(void)) {
-    if (exitCount == kMostExits) return -1;
-    exits[exitCount++] = step;
-    return 0;
-}
 
 const std::nothrow_t std::nothrow;
 

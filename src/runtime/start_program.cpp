@@ -1,11 +1,10 @@
-// A console program's start over msvcrt, and what containers need of a runtime: memory or the end of the process.
+// A console program's start over msvcrt: initialisers and exits, and what containers need of a runtime, memory or the
+// end of the process.
 #include <stdlib.h>
 #include <windows.h>
 
 #include <new>
 #include <string>
-
-#include "runtime/runtime.h"
 
 int main(int argc, char** argv);
 
@@ -31,7 +30,25 @@ void* allocate(size_t size) {
     return block;
 }
 
+using Step = void (*)();
+
+constexpr int kMostExits = 16;
+Step exits[kMostExits];
+int exitCount;
+
 }  // namespace
+
+// The linker sorts what compilers put into .CRT$XC* between these two.
+#pragma section(".CRT$XCA", read)
+#pragma section(".CRT$XCZ", read)
+extern "C" __declspec(allocate(".CRT$XCA")) Step firstInitialiser[1] = {nullptr};
+extern "C" __declspec(allocate(".CRT$XCZ")) Step lastInitialiser[1] = {nullptr};
+
+extern "C" int __cdecl atexit(void(__cdecl* step)(void)) {
+    if (exitCount == kMostExits) return -1;
+    exits[exitCount++] = step;
+    return 0;
+}
 
 void* operator new(size_t size) {
     return allocate(size);
@@ -75,8 +92,9 @@ extern "C" void __cdecl mainCRTStartup() {
     char** environment = nullptr;
     StartInfo info = {0};
     __getmainargs(&argc, &argv, &environment, 0, &info);
-    tamrix::runInitialisers();
+    for (Step* step = firstInitialiser; step != lastInitialiser; ++step)
+        if (*step) (*step)();
     const int status = main(argc, argv);
-    tamrix::runExits();
+    while (exitCount > 0) exits[--exitCount]();
     exit(status);
 }

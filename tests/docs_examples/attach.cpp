@@ -1,5 +1,5 @@
 // Attaches the library before an example's main() begins, as the loader does for a program that links the DLL.
-#include "frame/entry.h"
+#include "entry/entry.h"
 
 extern "C" int __real_main(int argc, char** argv);
 

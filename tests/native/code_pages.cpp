@@ -2,7 +2,7 @@
 
 #include <standin.h>
 
-#include "frame/entry.h"
+#include "strings/lead_bytes.h"
 
 std::vector<UINT> testing_support::codePagesAmong(std::initializer_list<UINT> wanted) {
     return wanted;
@@ -10,6 +10,6 @@ std::vector<UINT> testing_support::codePagesAmong(std::initializer_list<UINT> wa
 
 bool testing_support::useCodePage(UINT ansi) {
     if (!standin::setCodePages(ansi, ansi == 1252 ? 437 : ansi)) return false;
-    tamrix::constructStatics();
+    tamrix::buildLeadByteTable();
     return true;
 }

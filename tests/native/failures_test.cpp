@@ -10,7 +10,7 @@
 #include "code_pages.h"
 #include "dialogs/mapping_changes.h"
 #include "dialogs/template_resource.h"
-#include "frame/entry.h"
+#include "entry/entry.h"
 #include "registry_text.h"
 #include "tamrix32/about.h"
 #include "tamrix32/extmap.h"

@@ -6,7 +6,7 @@
 #include <thread>
 #include <vector>
 
-#include "frame/entry.h"
+#include "entry/entry.h"
 #include "tamrix32/macnames.h"
 #include "tamrix32/registry.h"
 #include "tamrix32/strings.h"

@@ -8,7 +8,7 @@
 #include <sstream>
 
 #include "client/mapping_file.h"
-#include "frame/entry.h"
+#include "entry/entry.h"
 #include "properties/property.h"
 #include "tamrix32/strings.h"
 
@@ -57,7 +57,7 @@ inline bool makesKey(const std::string& extension) {
 inline void property(Input& input) {
     standin::clearRegistry();
     require(standin::setCodePages(input.byte() % 2 ? 932 : 1252, 437), "setCodePages");
-    tamrix::constructStatics();
+    tamrix::loadProcess();
     const std::string text = input.restBytes().substr(0, 300);
     const bool hasMark = text.starts_with("\xEF\xBB\xBF");
     std::istringstream lines(text.substr(hasMark ? 3 : 0));

@@ -6,8 +6,8 @@
 #include <cctype>
 
 #include "code_pages.h"
-#include "frame/entry.h"
-#include "frame/settings.h"
+#include "entry/entry.h"
+#include "macnames/name_settings.h"
 #include "properties/property.h"
 #include "tamrix32/macnames.h"
 
@@ -74,11 +74,10 @@ struct Naming {
 
     /// Makes them those of the process.
     void use() const {
-        std::string chars = set;
-        const auto bytes = reinterpret_cast<unsigned char*>(chars.data());
+        tamrix::QuoteSettings quotes = {{}, open, close};
+        for (const char byte : set) quotes.inSet[static_cast<unsigned char>(byte)] = true;
         tamrix::sbcsTranslator.table = translates ? &tamrix::kCharacterTable : nullptr;
-        tamrix::nameRules = tamrix::makeNameRules({bytes, static_cast<std::int32_t>(set.size()), open, close}, leads,
-                                                  tamrix::sbcsTranslator.table);
+        tamrix::nameRules = tamrix::makeNameRules(quotes, leads, tamrix::sbcsTranslator.table);
     }
     bool inSet(char byte) const { return set.find(byte) != std::string::npos; }
     char onMacintosh(char byte) const {
@@ -220,11 +219,21 @@ void holdTable(const std::string& text, Image image, decltype(&SBCS_AtoI) inPlac
     }
 }
 
-/// The settings of a process that was loaded under the code page: those that apply while none are configured.
+/// The settings of a process that was loaded under the code page: those that apply while none are configured. Loading
+/// asks the platform, so the last ones are kept.
 inline Naming loadedUnder(UINT page) {
-    require(testing_support::useCodePage(page), "useCodePage");
-    tamrix::constructStatics();
-    DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
+    static UINT kept;
+    static tamrix::NameRules rules;
+    static tamrix::SbcsTranslator translator;
+    if (page != kept) {
+        require(testing_support::useCodePage(page), "useCodePage");
+        tamrix::loadProcess();
+        kept = page;
+        rules = tamrix::nameRules;
+        translator = tamrix::sbcsTranslator;
+    }
+    tamrix::nameRules = rules;
+    tamrix::sbcsTranslator = translator;
     return {leadBytesOf(page), page == 1252, defaultSet(leadBytesOf(page).hasLeadBytes != 0)};
 }
 

@@ -1,4 +1,4 @@
-#include "charset/character_table.h"
+#include "macnames/character_table.h"
 
 namespace tamrix {
 

@@ -4,19 +4,20 @@
 
 #include <cstdint>
 
-#include "charset/character_table.h"
+#include "macnames/character_table.h"
 #include "strings/lead_bytes.h"
 
 namespace tamrix {
 
-/// The bytes of an AFP name that are written as a bracketed number, and the brackets, which are never zero once a
-/// process is attached.
+/// The bytes of an AFP name that are written as a bracketed number, and the brackets, which are never zero.
 struct QuoteSettings {
-    unsigned char* chars;
-    std::int32_t count;  // 0 or less: nothing is quoted
+    bool inSet[256];
     unsigned char open;
     unsigned char close;
 };
+
+/// What applies while nothing is configured, by whether the ANSI code page has lead bytes.
+QuoteSettings defaultQuotes(bool hasLeadBytes);
 
 enum class ByteRole : std::uint8_t {
     plain,   // translated

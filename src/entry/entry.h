@@ -1,4 +1,4 @@
-// The library's entry point and its attach counters.
+// The library's entry point, all that happens at load, and the attach counters.
 #pragma once
 
 #include <windows.h>
@@ -13,8 +13,9 @@ struct SharedCounters {
 
 extern SharedCounters sharedCounters;
 
-/// What happens once before the first entry call: the character table is chosen and the lead-byte table built.
-void constructStatics();
+/// Fills in everything that a process has of its own: lead bytes, the rules for names, the dialogs' font. Keeps no
+/// memory and never fails; what can't be read counts as not configured.
+void loadProcess();
 
 }  // namespace tamrix
 

@@ -3,7 +3,7 @@
 
 #include <windows.h>
 
-#include "strings/unique_handle.h"
+#include "base/unique_handle.h"
 
 namespace tamrix {
 

@@ -1,4 +1,4 @@
-#include "charset/name_rules.h"
+#include "macnames/name_rules.h"
 
 namespace tamrix {
 namespace {
@@ -18,9 +18,9 @@ NameRules makeNameRules(const QuoteSettings& quotes, const LeadByteTable& leadBy
     NameRules rules{};
     rules.open = quotes.open;
     rules.close = quotes.close;
-    for (std::int32_t i = 0; i < quotes.count; ++i) rules.inSet[quotes.chars[i]] = true;
     for (int byte = 0; byte < 256; ++byte) {
         const auto same = static_cast<std::uint8_t>(byte);
+        rules.inSet[byte] = quotes.inSet[byte];
         rules.decodes[byte] = rules.inSet[byte] || byte == ' ' || byte == '.';
         const bool lead = leadBytes.isLead[byte] != 0;
         const bool quoted = rules.inSet[byte] && !isNeverQuoted(byte);

@@ -1,0 +1,34 @@
+#include "dialogs/font_settings.h"
+
+#include <windows.h>
+
+#include <algorithm>
+#include <cstring>
+
+#include "base/library.h"
+#include "tamrix32/registry.h"
+
+namespace tamrix {
+
+DialogFontSettings dialogFontSettings;
+
+void configureDialogFont(const char* face, std::uint32_t points) {
+    dialogFontSettings.isConfigured = true;
+    dialogFontSettings.pointSize = points;
+    const std::size_t length = std::min(std::strlen(face), sizeof dialogFontSettings.faceName - 1);
+    std::memcpy(dialogFontSettings.faceName, face, length);
+    dialogFontSettings.faceName[length] = 0;
+}
+
+void loadDialogFontSettings() {
+    dialogFontSettings = {};
+    RegKey key;
+    RegValue face;
+    RegValue size;
+    if (!key.Open(HKEY_LOCAL_MACHINE, kSettingsPath)) return;
+    if (!key.ValueByName("DialogFont", &face) || face.Type() != RegValString || !face.String()) return;
+    if (!key.ValueByName("DialogFontSize", &size) || size.Type() != RegValDword) return;
+    configureDialogFont(face.String(), static_cast<std::uint32_t>(size.Value()));
+}
+
+}  // namespace tamrix

@@ -1,0 +1,17 @@
+#include "dialogs/helper_class.h"
+
+#include <windows.h>
+
+#include <utility>
+
+#include "base/library.h"
+
+namespace tamrix {
+
+bool isHelperClassRegistered;
+
+void unregisterHelperClass() {
+    if (std::exchange(isHelperClassRegistered, false)) UnregisterClassA(kHelperClass, instance);
+}
+
+}  // namespace tamrix
