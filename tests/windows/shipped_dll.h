@@ -44,7 +44,6 @@ struct Storage {
     Field& at(std::size_t offset) {
         return *reinterpret_cast<Field*>(bytes + offset);
     }
-    bool guardIntact() const { return std::count(bytes + size, bytes + sizeof bytes, 0xA5) == 16; }
 };
 
 /// One virtual slot of an object.
