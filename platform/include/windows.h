@@ -16,8 +16,6 @@
 
 #define WINAPI
 #define CALLBACK
-#define APIENTRY
-#define WINADVAPI
 #define __cdecl
 #define __stdcall
 
@@ -25,8 +23,6 @@
 #define TRUE 1
 #define FALSE 0
 #endif
-#define CONST const
-#define MAX_PATH 260
 
 /* Integers, strings and handles. */
 
@@ -34,13 +30,8 @@ typedef uint8_t BYTE;
 typedef uint16_t WORD;
 typedef uint32_t DWORD;
 typedef int32_t LONG;
-typedef int16_t SHORT;
-typedef uint32_t ULONG;
-typedef int INT;
 typedef unsigned int UINT;
 typedef int BOOL;
-typedef char CHAR;
-typedef unsigned char UCHAR;
 typedef char16_t WCHAR;
 typedef intptr_t INT_PTR;
 typedef intptr_t LONG_PTR;
@@ -51,19 +42,12 @@ typedef size_t SIZE_T;
 typedef UINT_PTR WPARAM;
 typedef LONG_PTR LPARAM;
 typedef LONG_PTR LRESULT;
-typedef LONG LSTATUS;
 typedef DWORD LCID;
 typedef DWORD REGSAM;
 
-typedef void* PVOID;
 typedef void* LPVOID;
-typedef const void* LPCVOID;
 typedef BYTE* LPBYTE;
-typedef BYTE* PBYTE;
-typedef WORD* LPWORD;
 typedef DWORD* LPDWORD;
-typedef DWORD* PDWORD;
-typedef LONG* LPLONG;
 typedef LONG* PLONG;
 typedef BOOL* LPBOOL;
 typedef char* LPSTR;
@@ -71,7 +55,6 @@ typedef const char* LPCSTR;
 typedef WCHAR* LPWSTR;
 typedef const WCHAR* LPCWSTR;
 
-typedef void* HANDLE;
 typedef void* HGLOBAL;
 typedef struct HKEY__* HKEY;
 typedef HKEY* PHKEY;
@@ -90,27 +73,26 @@ typedef struct tagRECT {
     LONG top;
     LONG right;
     LONG bottom;
-} RECT, *PRECT, *LPRECT;
+} RECT;
 
 typedef INT_PTR(CALLBACK* DLGPROC)(HWND, UINT, WPARAM, LPARAM);
 
 typedef struct _FILETIME {
     DWORD dwLowDateTime;
     DWORD dwHighDateTime;
-} FILETIME, *PFILETIME, *LPFILETIME;
+} FILETIME, *PFILETIME;
 
 typedef struct _SECURITY_ATTRIBUTES {
     DWORD nLength;
     LPVOID lpSecurityDescriptor;
     BOOL bInheritHandle;
-} SECURITY_ATTRIBUTES, *PSECURITY_ATTRIBUTES, *LPSECURITY_ATTRIBUTES;
+} SECURITY_ATTRIBUTES;
 
 #define LOBYTE(w) ((BYTE)((DWORD_PTR)(w)&0xff))
 #define HIBYTE(w) ((BYTE)(((DWORD_PTR)(w) >> 8) & 0xff))
 #define LOWORD(l) ((WORD)((DWORD_PTR)(l)&0xffff))
 #define HIWORD(l) ((WORD)(((DWORD_PTR)(l) >> 16) & 0xffff))
 #define MAKEWORD(low, high) ((WORD)(((BYTE)(low)) | ((WORD)((BYTE)(high)) << 8)))
-#define MAKELONG(low, high) ((LONG)(((DWORD)(WORD)(low)) | ((DWORD)(WORD)(high) << 16)))
 
 /* Result codes. */
 
@@ -121,7 +103,6 @@ typedef struct _SECURITY_ATTRIBUTES {
 #define ERROR_INVALID_HANDLE 6
 #define ERROR_NOT_ENOUGH_MEMORY 8
 #define ERROR_INVALID_DATA 13
-#define ERROR_OUTOFMEMORY 14
 #define ERROR_INVALID_PARAMETER 87
 #define ERROR_INSUFFICIENT_BUFFER 122
 #define ERROR_BAD_PATHNAME 161
@@ -132,8 +113,6 @@ typedef struct _SECURITY_ATTRIBUTES {
 #define ERROR_BADKEY 1010
 #define ERROR_KEY_DELETED 1018
 #define ERROR_NO_UNICODE_TRANSLATION 1113
-#define ERROR_RESOURCE_DATA_NOT_FOUND 1812
-#define ERROR_RESOURCE_TYPE_NOT_FOUND 1813
 #define ERROR_RESOURCE_NAME_NOT_FOUND 1814
 
 /* Registry. */
@@ -145,8 +124,6 @@ typedef struct _SECURITY_ATTRIBUTES {
 
 #define DELETE 0x00010000
 #define READ_CONTROL 0x00020000
-#define WRITE_DAC 0x00040000
-#define WRITE_OWNER 0x00080000
 #define MAXIMUM_ALLOWED 0x02000000
 #define GENERIC_ALL 0x10000000
 #define GENERIC_WRITE 0x40000000
@@ -157,7 +134,6 @@ typedef struct _SECURITY_ATTRIBUTES {
 #define KEY_CREATE_SUB_KEY 0x0004
 #define KEY_ENUMERATE_SUB_KEYS 0x0008
 #define KEY_NOTIFY 0x0010
-#define KEY_CREATE_LINK 0x0020
 #define KEY_READ (READ_CONTROL | KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | KEY_NOTIFY)
 #define KEY_WRITE (READ_CONTROL | KEY_SET_VALUE | KEY_CREATE_SUB_KEY)
 #define KEY_ALL_ACCESS 0x000F003F
@@ -171,10 +147,7 @@ typedef struct _SECURITY_ATTRIBUTES {
 #define REG_EXPAND_SZ 2
 #define REG_BINARY 3
 #define REG_DWORD 4
-#define REG_DWORD_BIG_ENDIAN 5
-#define REG_LINK 6
 #define REG_MULTI_SZ 7
-#define REG_QWORD 11
 
 #ifdef __cplusplus
 extern "C" {
@@ -204,24 +177,17 @@ LONG WINAPI RegDeleteValueA(HKEY key, LPCSTR name);
 #define CP_OEMCP 1
 #define MB_PRECOMPOSED 0x00000001
 #define MB_ERR_INVALID_CHARS 0x00000008
-#define WC_NO_BEST_FIT_CHARS 0x00000400
 #define LCMAP_LOWERCASE 0x00000100
 #define LCMAP_UPPERCASE 0x00000200
 #define LOCALE_SYSTEM_DEFAULT 0x0800
-#define LOCALE_USER_DEFAULT 0x0400
 
 UINT WINAPI GetACP(void);
 UINT WINAPI GetOEMCP(void);
 BOOL WINAPI IsDBCSLeadByte(BYTE value);
-LPSTR WINAPI CharNextA(LPCSTR position);
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPWSTR wide, int capacity);
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD flags, LPCWSTR wide, int length, LPSTR text, int capacity,
                                LPCSTR defaultCharacter, LPBOOL usedDefault);
 int WINAPI LCMapStringA(LCID locale, DWORD flags, LPCSTR source, int length, LPSTR target, int capacity);
-LPSTR WINAPI lstrcpyA(LPSTR target, LPCSTR source);
-int WINAPI lstrcmpA(LPCSTR left, LPCSTR right);
-int WINAPI lstrlenA(LPCSTR text);
-int WINAPI MulDiv(int number, int numerator, int denominator);
 
 /* Modules, resources and global memory. */
 
@@ -232,17 +198,11 @@ int WINAPI MulDiv(int number, int numerator, int denominator);
 
 #define MAKEINTRESOURCEA(id) ((LPSTR)(ULONG_PTR)(WORD)(id))
 #define IS_INTRESOURCE(name) (((ULONG_PTR)(name) >> 16) == 0)
-#define RT_BITMAP MAKEINTRESOURCEA(2)
-#define RT_ICON MAKEINTRESOURCEA(3)
 #define RT_DIALOG MAKEINTRESOURCEA(5)
-#define RT_STRING MAKEINTRESOURCEA(6)
-#define RT_RCDATA MAKEINTRESOURCEA(10)
 
 #define GMEM_FIXED 0x0000
 #define GMEM_MOVEABLE 0x0002
 #define GMEM_ZEROINIT 0x0040
-#define GHND (GMEM_MOVEABLE | GMEM_ZEROINIT)
-#define GPTR (GMEM_FIXED | GMEM_ZEROINIT)
 
 HMODULE WINAPI GetModuleHandleA(LPCSTR name);
 HRSRC WINAPI FindResourceA(HMODULE module, LPCSTR name, LPCSTR type);
@@ -252,7 +212,6 @@ LPVOID WINAPI LockResource(HGLOBAL data);
 BOOL WINAPI FreeResource(HGLOBAL data);
 
 HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size);
-HGLOBAL WINAPI GlobalReAlloc(HGLOBAL block, SIZE_T size, UINT flags);
 LPVOID WINAPI GlobalLock(HGLOBAL block);
 BOOL WINAPI GlobalUnlock(HGLOBAL block);
 SIZE_T WINAPI GlobalSize(HGLOBAL block);
@@ -261,17 +220,8 @@ HGLOBAL WINAPI GlobalFree(HGLOBAL block);
 /* Message boxes and the rest. */
 
 #define MB_OK 0x00000000
-#define MB_OKCANCEL 0x00000001
-#define MB_YESNO 0x00000004
-#define MB_ICONERROR 0x00000010
-#define MB_ICONQUESTION 0x00000020
-#define MB_ICONWARNING 0x00000030
-#define MB_ICONINFORMATION 0x00000040
 #define MB_SETFOREGROUND 0x00010000
 #define IDOK 1
-#define IDCANCEL 2
-#define IDYES 6
-#define IDNO 7
 
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style);
 BOOL WINAPI UnregisterClassA(LPCSTR name, HINSTANCE module);

@@ -104,11 +104,6 @@ BOOL WINAPI IsDBCSLeadByte(BYTE value) {
     return ansiCodePage().isLead(value);
 }
 
-LPSTR WINAPI CharNextA(LPCSTR position) {
-    const bool isDouble = IsDBCSLeadByte(static_cast<BYTE>(position[0])) && position[1];
-    return const_cast<LPSTR>(position + (*position ? 1 : 0) + (isDouble ? 1 : 0));
-}
-
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPWSTR wide, int capacity) {
     if (faultDue(Kind::conversion)) return failed(ERROR_NOT_ENOUGH_MEMORY);
     const CodePage* page = codePageOf(codePage);
@@ -154,28 +149,4 @@ int WINAPI LCMapStringA(LCID, DWORD flags, LPCSTR source, int length, LPSTR targ
         putCharacter(output, flags == LCMAP_UPPERCASE ? page.upper(character) : page.lower(character));
     }
     return output.result();
-}
-
-LPSTR WINAPI lstrcpyA(LPSTR target, LPCSTR source) {
-    if (!target || !source) return nullptr;
-    return std::strcpy(target, source);
-}
-
-int WINAPI lstrcmpA(LPCSTR left, LPCSTR right) {
-    if (!left || !right) return left ? 1 : right ? -1 : 0;
-    return std::strcmp(left, right);
-}
-
-int WINAPI lstrlenA(LPCSTR text) {
-    return text ? static_cast<int>(std::strlen(text)) : 0;
-}
-
-int WINAPI MulDiv(int number, int numerator, int denominator) {
-    if (denominator == 0) return -1;
-    const std::int64_t product = std::int64_t{number} * numerator;
-    const std::int64_t magnitude = product < 0 ? -product : product;
-    const std::int64_t divisor = denominator < 0 ? -std::int64_t{denominator} : denominator;
-    const std::int64_t rounded = (magnitude + divisor / 2) / divisor;
-    if (rounded > INT32_MAX) return -1;
-    return static_cast<int>((product < 0) != (denominator < 0) ? -rounded : rounded);
 }

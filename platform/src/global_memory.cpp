@@ -74,26 +74,6 @@ HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size) {
     return handle;
 }
 
-HGLOBAL WINAPI GlobalReAlloc(HGLOBAL handle, SIZE_T size, UINT flags) {
-    if (faultDue(Kind::globalMemory)) return failed<HGLOBAL>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
-    const std::scoped_lock lock(blocks().guard);
-    Block* block = find(handle);
-    if (!block) return failed<HGLOBAL>(ERROR_INVALID_HANDLE, nullptr);
-    // What may not move is not resized at all: a fixed or locked block moves only when the caller allows it.
-    const bool mayMove = (block->moveable && block->locks == 0) || (flags & GMEM_MOVEABLE);
-    if (!mayMove) return failed<HGLOBAL>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
-    auto bytes = resized(*block, size, (flags & GMEM_ZEROINIT) != 0);
-    if (!bytes && size) return failed<HGLOBAL>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
-    block->bytes = std::move(bytes);
-    block->size = size;
-    if (block->moveable) return handle;
-    auto entry = blocks().live.extract(handle);
-    entry.key() = entry.mapped().bytes.get();
-    const HGLOBAL moved = entry.key();
-    blocks().live.insert(std::move(entry));
-    return moved;
-}
-
 LPVOID WINAPI GlobalLock(HGLOBAL handle) {
     if (faultDue(Kind::globalMemory)) return failed<LPVOID>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
     const std::scoped_lock lock(blocks().guard);

@@ -78,7 +78,7 @@ public:
         }
         text_ += kLineEnd;
         for (const SubkeyEntry& entry : key.children()) {
-            const Key& child = entry.key();
+            const Key& child = *entry.key();
             names_.push_back(child.name());
             if (!put(child, rootName, path.empty() ? child.name() : path + "\\" + child.name())) return false;
             names_.pop_back();

@@ -36,14 +36,14 @@ LONG openAs(std::shared_ptr<Key> key, REGSAM access, PHKEY result) {
 LONG enumerate(RegistryCall& call, HKEY handle, DWORD index, LPSTR name, LPDWORD nameSize, PFILETIME lastWrite) {
     const auto key = call.key(handle, KEY_ENUMERATE_SUB_KEYS);
     if (!key) return call.result();
-    if (index >= key->children().size()) return ERROR_NO_MORE_ITEMS;
-    const SubkeyEntry& child = key->children()[index];
-    const std::string_view childName = child.name();
+    const SubkeyEntry* const child = key->enumerated(index);
+    if (!child) return ERROR_NO_MORE_ITEMS;
+    const std::string_view childName = child->name();
     if (childName.size() >= *nameSize) return ERROR_MORE_DATA;
     std::memcpy(name, childName.data(), childName.size());
     name[childName.size()] = 0;
     *nameSize = static_cast<DWORD>(childName.size());
-    if (lastWrite) *lastWrite = child.key().lastWrite;
+    if (lastWrite) *lastWrite = child->key()->lastWrite;
     return ERROR_SUCCESS;
 }
 

@@ -50,13 +50,6 @@ int compareNames(std::string_view left, std::string_view right) {
     }
 }
 
-std::uint32_t hashName(std::string_view name) {
-    FoldedUnits units(name);
-    std::uint32_t hash = 2166136261u;
-    for (int unit; (unit = units.next()) >= 0;) hash = (hash ^ static_cast<std::uint32_t>(unit)) * 16777619u;
-    return hash ^ hash >> 15;
-}
-
 std::vector<std::string_view> pathComponents(std::string_view path) {
     std::vector<std::string_view> components;
     const CodePage& page = ansiCodePage();

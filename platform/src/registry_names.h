@@ -3,7 +3,6 @@
 #ifndef TAMRIX_PLATFORM_REGISTRY_NAMES_H
 #define TAMRIX_PLATFORM_REGISTRY_NAMES_H
 
-#include <cstdint>
 #include <string_view>
 #include <vector>
 
@@ -11,9 +10,6 @@ namespace standin {
 
 /// Below, at or above 0 as `left` comes before, is the same name as, or comes after `right`.
 int compareNames(std::string_view left, std::string_view right);
-
-/// The same number for all spellings of a name.
-std::uint32_t hashName(std::string_view name);
 
 /// A path's components, split at backslashes that are no trail bytes; empty components are dropped.
 std::vector<std::string_view> pathComponents(std::string_view path);

@@ -15,8 +15,9 @@ std::shared_ptr<Key> findKey(const std::shared_ptr<Key>& from, std::string_view 
     return key;
 }
 
-SubkeyEntry::SubkeyEntry(Key& key) : key_(&key), size_(static_cast<BYTE>(key.name().size())), shortName_{} {
-    if (size_ <= sizeof shortName_) key.name().copy(shortName_, size_);
+SubkeyEntry::SubkeyEntry(std::shared_ptr<Key> key)
+    : key_(std::move(key)), size_(static_cast<BYTE>(key_->name().size())), shortName_{} {
+    if (size_ <= sizeof shortName_) key_->name().copy(shortName_, size_);
 }
 
 std::string_view SubkeyEntry::name() const {
@@ -25,71 +26,39 @@ std::string_view SubkeyEntry::name() const {
 
 namespace {
 
-bool comesBefore(const SubkeyEntry& left, const SubkeyEntry& right) {
-    return compareNames(left.name(), right.name()) < 0;
+/// Where a name is among the children, or would be.
+auto placeOf(std::string_view name, const std::vector<SubkeyEntry>& children) {
+    return std::ranges::partition_point(
+        children, [name](const SubkeyEntry& entry) { return compareNames(entry.name(), name) < 0; });
 }
 
 }  // namespace
 
-/// Where the name lies, or the free place where it would.
-std::size_t Subkeys::placeOf(std::string_view name, std::uint32_t hash) const {
-    std::size_t place = hash & (places_.size() - 1);
-    while (places_[place].key && (places_[place].hash != hash || compareNames(places_[place].key->name(), name) != 0))
-        place = after(place);
-    return place;
+std::shared_ptr<Key> Key::child(std::string_view name) const {
+    // Passes open what they were just given; found there, it takes the same time whatever the number of children.
+    if (lastEnumerated_ < children_.size() && children_[lastEnumerated_].name() == name)
+        return children_[lastEnumerated_].key();
+    const auto place = placeOf(name, children_);
+    return place != children_.end() && compareNames(place->name(), name) == 0 ? place->key() : nullptr;
 }
 
-std::shared_ptr<Key> Subkeys::find(std::string_view name) const {
-    return places_.empty() ? nullptr : places_[placeOf(name, hashName(name))].key;
-}
-
-void Subkeys::grow() {
-    std::vector<Place> former =
-        std::exchange(places_, std::vector<Place>(std::max<std::size_t>(8, places_.size() * 2)));
-    for (Place& place : former)
-        if (place.key) std::swap(places_[placeOf(place.key->name(), place.hash)], place);
-}
-
-void Subkeys::add(std::shared_ptr<Key> key) {
-    if (places_.size() < 2 * (ordered_.size() + 1)) grow();
-    const SubkeyEntry entry(*key);
-    ordered_.insert(std::upper_bound(ordered_.begin(), ordered_.end(), entry, comesBefore), entry);
-    const std::uint32_t hash = hashName(key->name());
-    const std::size_t place = placeOf(key->name(), hash);
-    places_[place] = {std::move(key), hash};
-}
-
-void Subkeys::remove(const Key& key) {
-    std::size_t free = placeOf(key.name(), hashName(key.name()));
-    const auto at = [&key](const SubkeyEntry& entry) { return &entry.key() == &key; };
-    ordered_.erase(std::ranges::find_if(ordered_, at));
-    const std::shared_ptr<Key> removed = std::move(places_[free].key);
-    // Whoever was put behind the free place because it was taken moves up, so that a search still comes by.
-    const std::size_t mask = places_.size() - 1;
-    for (std::size_t next = after(free); places_[next].key; next = after(next)) {
-        const std::size_t wanted = places_[next].hash & mask;
-        if (((next - wanted) & mask) < ((next - free) & mask)) continue;
-        places_[free] = std::move(places_[next]);
-        free = next;
-    }
-}
-
-void Subkeys::clear() {
-    ordered_.clear();
-    places_.clear();
+const SubkeyEntry* Key::enumerated(std::size_t index) const {
+    if (index >= children_.size()) return nullptr;
+    lastEnumerated_ = index;
+    return &children_[index];
 }
 
 std::shared_ptr<Key> Key::addChild(std::string_view name) {
     auto child = std::make_shared<Key>(name);
     child->parent = this;
-    children_.add(child);
+    children_.emplace(placeOf(name, children_), child);
     touch();
     return child;
 }
 
 void Key::removeChild(Key& child) {
     child.markDeleted();
-    children_.remove(child);
+    children_.erase(placeOf(child.name(), children_));
     touch();
 }
 
@@ -114,7 +83,7 @@ bool Key::removeValue(std::string_view name) {
 }
 
 void Key::clear() {
-    for (const SubkeyEntry& child : children()) child.key().markDeleted();
+    for (const SubkeyEntry& child : children()) child.key()->markDeleted();
     children_.clear();
     values_.clear();
     denied = false;
@@ -123,7 +92,7 @@ void Key::clear() {
 void Key::markDeleted() {
     deleted = true;
     parent = nullptr;
-    for (const SubkeyEntry& child : children()) child.key().markDeleted();
+    for (const SubkeyEntry& child : children()) child.key()->markDeleted();
 }
 
 void Key::touch() {

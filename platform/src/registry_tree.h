@@ -29,43 +29,19 @@ struct Value {
 
 class Key;
 
-/// A subkey's place in the order of its siblings. Short names lie in it, so that enumerating walks through one block
-/// of memory and doesn't look at the keys.
+/// A subkey in the order of its siblings. Short names lie in it, so that enumerating and searching walk through one
+/// block of memory and don't look at the keys.
 class SubkeyEntry {
 public:
-    explicit SubkeyEntry(Key& key);
+    explicit SubkeyEntry(std::shared_ptr<Key> key);
 
-    Key& key() const { return *key_; }
+    const std::shared_ptr<Key>& key() const { return key_; }
     std::string_view name() const;
 
 private:
-    Key* key_;
+    std::shared_ptr<Key> key_;
     BYTE size_;
     char shortName_[23];
-};
-
-/// The subkeys of a key, by name and in order, so that both opening one and fetching the nth take a time that doesn't
-/// depend on how many there are. Who looks a name up reads one place of the table and the key.
-class Subkeys {
-public:
-    const std::vector<SubkeyEntry>& ordered() const { return ordered_; }
-    std::shared_ptr<Key> find(std::string_view name) const;
-    void add(std::shared_ptr<Key> key);
-    void remove(const Key& key);
-    void clear();
-
-private:
-    struct Place {
-        std::shared_ptr<Key> key;  // none: free, and the end of a run of places that a name may lie in
-        std::uint32_t hash = 0;
-    };
-
-    std::size_t placeOf(std::string_view name, std::uint32_t hash) const;
-    std::size_t after(std::size_t place) const { return (place + 1) & (places_.size() - 1); }
-    void grow();
-
-    std::vector<Place> places_;  // a power of two of them, at most half taken
-    std::vector<SubkeyEntry> ordered_;
 };
 
 /// A key and all below it.
@@ -75,11 +51,14 @@ public:
 
     const std::string& name() const { return name_; }
 
-    std::shared_ptr<Key> child(std::string_view name) const { return children_.find(name); }
+    std::shared_ptr<Key> child(std::string_view name) const;
     std::shared_ptr<Key> addChild(std::string_view name);
     /// Takes a child out, with all below it; handles that are open on them find them deleted.
     void removeChild(Key& child);
-    const std::vector<SubkeyEntry>& children() const { return children_.ordered(); }
+    /// Sorted by name.
+    const std::vector<SubkeyEntry>& children() const { return children_; }
+    /// The nth child, which is the one that a pass looks for next by its name; null past the end.
+    const SubkeyEntry* enumerated(std::size_t index) const;
 
     Value* value(std::string_view name);
     Value& addValue(std::string_view name);
@@ -101,7 +80,8 @@ private:
     // What opening a key and reading its values needs lies together, here and above; the subkeys come last.
     std::vector<Value> values_;
     std::string name_;
-    Subkeys children_;
+    std::vector<SubkeyEntry> children_;
+    mutable std::size_t lastEnumerated_ = 0;
 };
 
 struct OpenKey {
