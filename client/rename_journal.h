@@ -22,7 +22,7 @@
 
 namespace tamrix::client {
 
-constexpr std::size_t kMostAnnounced = 256;
+constexpr std::size_t kMostAnnounced = 4096;
 constexpr char kJournalEnding[] = ".tamrix-journal";
 
 struct JournalStep {
