@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 #include <standin.h>
 
+#include <algorithm>
 #include <set>
 
 #include "dialogs/font_settings.h"
