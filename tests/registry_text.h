@@ -18,6 +18,10 @@ using RegistryText = std::map<std::string, std::string>;
 /// are from the first call on keys that no other process sees; the process's own registry is not touched.
 void emptyRegistry();
 
+/// The bytes as a string value that the registry gives back unchanged. The real one keeps characters: of bytes that are
+/// none in the active code page, those from 0x80 on become a letter.
+std::string storable(std::string bytes);
+
 /// Stores bytes as they are, in a key that is made where it is missing. What follows them in memory is no zero, which
 /// newer systems would add to a string.
 inline bool givenValue(HKEY root, const std::string& path, const char* name, DWORD type, std::string_view bytes) {

@@ -84,7 +84,8 @@ private:
         const char* const texts[] = {"yes", "True", "1", "on", "oN", "o", "no", "off", "", " yes", "t", "Y"};
         const std::uint8_t choice = input_.byte() % 8;
         if (choice < 4) return std::string(input_.oneOf(texts)) + std::string(choice % 2, '\0');
-        return input_.bytes(9) + std::string(choice < 7 ? 0 : 124 + input_.byte() % 8, 'x');
+        const std::string bytes = input_.bytes(9);
+        return testing_support::storable(bytes + std::string(choice < 7 ? 0 : 124 + input_.byte() % 8, 'x'));
     }
     DWORD drawnType() {
         const DWORD types[] = {REG_SZ, REG_SZ, REG_BINARY, REG_DWORD, REG_EXPAND_SZ};

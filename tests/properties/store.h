@@ -118,6 +118,7 @@ private:
         std::string text = drawn ? drawn : "";
         const char* const letter = GetACP() == 932   ? "\x83\x5C"
                                    : GetACP() == 936 ? "\x81\x5C"
+                                   : GetACP() == 949 ? "\xB0\xA1"
                                    : GetACP() == 950 ? "\xA5\x5C"
                                                      : "\xB0";
         if (const auto at = text.find('@'); at != text.npos) text.replace(at, 1, letter);

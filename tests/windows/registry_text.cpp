@@ -1,5 +1,6 @@
 #include "registry_text.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
@@ -51,6 +52,18 @@ struct OwnRoots {
 };
 
 }  // namespace
+
+std::string testing_support::storable(std::string bytes) {
+    wchar_t wide[512];
+    char back[512];
+    const int size = static_cast<int>(bytes.size());
+    const int units = MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, wide, 512);
+    const int backSize = WideCharToMultiByte(CP_ACP, 0, wide, units, back, 512, nullptr, nullptr);
+    if (bytes != std::string(back, static_cast<std::size_t>(backSize)))
+        std::replace_if(
+            bytes.begin(), bytes.end(), [](char value) { return value < 0; }, 'x');
+    return bytes;
+}
 
 void testing_support::emptyRegistry() {
     static const OwnRoots roots;
