@@ -107,7 +107,7 @@ inline void holdSplit(const tamrix::LeadByteTable& leads, const std::string& pat
 }
 
 inline void property(Input& input) {
-    static const std::vector<UINT> pages = testing_support::codePagesAmong({1252, 932, 936, 949, 950});
+    static const std::vector<UINT> pages = testing_support::codePagesAmong({1252, 932, 936, 949, 950, 1251});
     static unsigned active = 0;
     const unsigned page = pages[input.byte() % pages.size()];
     if (page != active) require(testing_support::useCodePage(active = page), "useCodePage");
