@@ -98,7 +98,8 @@ private:
         const std::uint8_t choice = input_.byte() % 8;
         if (choice == 0)
             testing_support::givenValue(HKEY_CURRENT_USER, "home\\" + name, "", REG_SZ, "");
-        else if (choice == 1)
+        else if (choice == 1 &&
+                 open_ != (name.empty() ? "USER\\home" : "USER\\home\\" + name))  // not under the open key
             RegDeleteKeyA(HKEY_CURRENT_USER, ("home\\" + name).c_str());
         else
             testing_support::givenValue(HKEY_CURRENT_USER, "home", name.c_str(), drawnType(), drawnData());
