@@ -151,6 +151,9 @@ std::string complete(Mapping& mapping) {
     if (extension.size() == 1) return "the extension is empty";
     if (extension.size() > 1 + kMostExtension) return "the extension has more than 15 bytes";
     if (dbcs_strchr(extension.c_str(), '\\')) return "the extension holds a backslash";
+    // The registry keeps characters: half of one would come back as another.
+    const int size = static_cast<int>(extension.size());
+    if (dbcs_trunc(extension.c_str(), size, 0) != size) return "the extension ends within a character";
     std::string wrong = checkCode(mapping.type, "type");
     return wrong.empty() ? checkCode(mapping.creator, "creator") : wrong;
 }

@@ -29,6 +29,12 @@ inline std::string unquoted(const std::string& field) {
     return bytes;
 }
 
+inline bool endsWithinCharacter(const std::string& text) {
+    std::size_t end = 0;
+    while (end < text.size()) end += isdbchar(text[end]) ? 2 : 1;
+    return end > text.size();
+}
+
 /// The mapping of one line; without an extension where the line is bad.
 inline Mapping mappingOf(const std::string& line) {
     const std::string field = R"-(("(?:[^"\\]|\\[\\"tnr]|\\x[0-9A-Fa-f][0-9A-Fa-f])*"|[^"\t][^\t]*|))-";
@@ -41,7 +47,7 @@ inline Mapping mappingOf(const std::string& line) {
     const std::string all = mapping.extension + mapping.type + mapping.creator + mapping.comment.value_or("");
     const bool isGood = all.find('\0') == std::string::npos && mapping.type.size() == 4 &&
                         mapping.creator.size() == 4 && mapping.extension.size() > 1 && mapping.extension.size() <= 16 &&
-                        !dbcs_strchr(mapping.extension.c_str(), '\\');
+                        !dbcs_strchr(mapping.extension.c_str(), '\\') && !endsWithinCharacter(mapping.extension);
     return isGood ? mapping : Mapping{};
 }
 
@@ -52,13 +58,6 @@ inline bool makesKey(const std::string& extension) {
     RegCreateKeyExA(HKEY_CLASSES_ROOT, extension.c_str(), 0, nullptr, 0, KEY_READ, nullptr, &key, &result);
     RegCloseKey(key);
     return result == REG_CREATED_NEW_KEY;
-}
-
-/// Registries keep characters; which one half a character becomes is their own affair.
-inline bool endsWithinCharacter(const std::string& text) {
-    std::size_t end = 0;
-    while (end < text.size()) end += isdbchar(text[end]) ? 2 : 1;
-    return end > text.size();
 }
 
 inline void property(Input& input) {
@@ -75,7 +74,6 @@ inline void property(Input& input) {
         if (line.empty() || line[0] == '#') continue;
         const bool isOdd = hasMark && std::regex_search(line, std::regex("[^\\x01-\\x7F]"));
         mappings.push_back(isOdd ? Mapping{} : mappingOf(line));
-        if (endsWithinCharacter(mappings.back().extension)) return;
         if (mappings.back().extension.empty()) bad = number;
         if (!bad && !makesKey(mappings.back().extension) && !repeated) repeated = number;
     }
