@@ -1,29 +1,30 @@
-# Thin targets over CMake presets and scripts/. See README.md.
+# Shortcuts for CMake presets and scripts/. See README.md.
 .PHONY: help demo test test-native check bench fuzz build-fuzz dist reference clean threads native native-clang \
-    native-release wine release fuzz-coverage native-tamrix show_dialog about_frames
+    native-release wine release fuzz-coverage native-tamrix press_button about_frames
 
 JOBS ?= $(shell nproc)
 
 help:
-	@echo 'make demo         set up what is missing, build, and tour the library on real input'
-	@echo 'make test         set up what is missing, build, and run every suite'
-	@echo 'make test-native  the native suites; installs nothing'
-	@echo 'make check        layout, lint, architecture, the share of tests, the shipped binaries, the package'
-	@echo 'make dist         the package in dist/, tried with both compilers'
-	@echo 'make bench        benchmarks         make fuzz   each fuzz target for a minute'
-	@echo 'make reference    every function and class, from the headers'
+	@echo 'make demo         installs missing packages, builds, and shows the library at work on sample data'
+	@echo 'make test         installs missing packages, builds, and runs every test suite'
+	@echo 'make test-native  runs the native test suites; installs nothing'
+	@echo 'make check        checks formatting, lint, architecture, share of tests, shipped binaries and package'
+	@echo 'make dist         builds the package in dist/ and tests it with both compilers'
+	@echo 'make bench        runs the benchmarks'
+	@echo 'make fuzz         runs each fuzz target for a minute'
+	@echo 'make reference    generates the reference of all functions and classes from the headers'
 	@echo 'make native | native-clang | native-release | wine | release   builds one preset'
 	@echo 'make clean        removes build/ and dist/'
 
 demo:
 	scripts/demo
 
-# Every suite: natively under sanitizers, under Wine on the real platform, and the shipped DLL.
+# Every suite: native ones with sanitizers, Windows suites and the shipped DLL under Wine.
 test:
 	scripts/run-tests
 
 test-native: native
-	ctest --test-dir build/native --output-on-failure --timeout 300
+	ctest --preset native
 
 check:
 	scripts/check
@@ -37,7 +38,7 @@ fuzz:
 dist:
 	scripts/dist
 
-# From the headers, by doxygen; fails where something public has no comment.
+# Generated from the headers by doxygen; fails if a public declaration has no comment.
 reference:
 	@mkdir -p build/reference
 	doxygen docs/Doxyfile
@@ -45,16 +46,16 @@ reference:
 build-fuzz:
 	@mkdir -p build
 	@cmake --preset fuzz >build/fuzz.log 2>&1 || { cat build/fuzz.log; exit 1; }
-	@cmake --build build/fuzz -j $(JOBS)
+	@cmake --build --preset fuzz -j $(JOBS)
 
 native native-clang native-release wine release fuzz-coverage:
 	@mkdir -p build
 	@cmake --preset $@ >build/$@.log 2>&1 || { cat build/$@.log; exit 1; }
-	@cmake --build build/$@ -j $(JOBS)
+	@cmake --build --preset $@ -j $(JOBS)
 
-# One program of a preset.
+# Builds one program of a preset.
 one = cmake --preset $(1) >build/$(1).log 2>&1 || { cat build/$(1).log; exit 1; }; \
-    cmake --build build/$(1) -j $(JOBS) --target $(2)
+    cmake --build --preset $(1) -j $(JOBS) --target $(2)
 
 threads:
 	@mkdir -p build
@@ -64,7 +65,7 @@ native-tamrix:
 	@mkdir -p build
 	@$(call one,native,tamrix)
 
-show_dialog about_frames:
+press_button about_frames:
 	@mkdir -p build
 	@$(call one,wine,$@)
 

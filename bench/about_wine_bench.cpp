@@ -1,5 +1,5 @@
-// A frame of the shipped DLL's about box against the same drawing calls made bare, on the box's own bitmaps, fonts and
-// text; and what of a core an open box takes: about_wine_bench DLL.
+// about_wine_bench DLL: compares a frame of the shipped DLL's about box with the same drawing calls alone, with the
+// box's bitmaps, fonts and text, and measures the processor time of an open box.
 #include <windows.h>
 
 #include <algorithm>
@@ -22,7 +22,7 @@ struct Line {
     LONG length;
 };
 
-/// The box as its clients know it, by the offsets of its fields.
+/// The layout of the box, by field offsets, as its clients know it.
 struct Box {
     void** slots;
     int before[8];
@@ -45,7 +45,7 @@ using Method = void(__attribute__((thiscall)) *)(Box*);
 using Invoke = void(__attribute__((thiscall)) *)(Box*, int);
 constexpr int kAnimateSlot = 3;
 
-/// What a frame needs of the platform and no more, without any check.
+/// Only the platform calls that a frame needs, without any check.
 class BareFrame {
 public:
     BareFrame(const Box& box, HMODULE library) : box_(box) {
@@ -126,7 +126,7 @@ private:
     int top_ = 0;
 };
 
-/// Milliseconds a frame over one cycle of the credits.
+/// Milliseconds per frame, over one cycle of the credits.
 template <typename Draw>
 double milliseconds(int frames, Draw draw) {
     LARGE_INTEGER frequency, begin, end;
@@ -143,7 +143,7 @@ double median(std::vector<double> values) {
     return values[values.size() / 2];
 }
 
-/// The processor time of this process so far, in nanoseconds; the X server's and the platform's server's are not in it.
+/// The processor time of this process so far, in nanoseconds, without that of the X server and the Wine server.
 double processorTime() {
     FILETIME created, ended, kernel, user;
     GetProcessTimes(GetCurrentProcess(), &created, &ended, &kernel, &user);
@@ -151,13 +151,13 @@ double processorTime() {
     return 100 * (units(kernel) + units(user));
 }
 
-/// Keeps a modeless box open; the processor time it takes a second, negative when it did not stay open.
+/// Keeps a modeless box open. Returns its processor time per second, or a negative number if it did not stay open.
 double openBox(Construct construct, HMODULE library) {
     const auto invoke = reinterpret_cast<Invoke>(
         reinterpret_cast<void*>(GetProcAddress(library, "?invoke@CAboutQuillonAppleTalk@@UAEXH@Z")));
     const auto revoke = reinterpret_cast<Method>(
         reinterpret_cast<void*>(GetProcAddress(library, "?revoke@CAboutQuillonAppleTalk@@UAEXXZ")));
-    const auto box = static_cast<Box*>(std::malloc(sizeof(Box)));  // deletes itself, by the same heap
+    const auto box = static_cast<Box*>(std::malloc(sizeof(Box)));  // deletes itself from the same heap
     construct(box, 0, nullptr);
     invoke(box, 0);
     int frames = 0;
@@ -197,12 +197,12 @@ int main(int argc, char** argv) {
     for (int round = 0; round <= kRounds; ++round) {
         const double ours = milliseconds(cycle, [&] { animate(&box); });
         const double theirs = milliseconds(cycle, [&] { bare.draw(); });
-        if (round == 0) continue;  // glyphs are rendered for the first time
+        if (round == 0) continue;  // in this round glyphs are rendered for the first time
         library_.push_back(ours);
         bare_.push_back(theirs);
         ratios.push_back(ours / theirs);
     }
-    // The median of the rounds' ratios: what else the machine did fell on both halves of a round alike.
+    // The median of the rounds' ratios, because other load on the machine affects both halves of a round equally.
     const double bareFrame = median(bare_) * 1e6;
     const bool fast = printRow({"animate", median(ratios) * bareFrame, 0, "bare drawing calls", bareFrame, kLimit});
     const double taken = openBox(construct, library);

@@ -12,7 +12,7 @@ unsigned char byteAt(const char* s) {
     return static_cast<unsigned char>(*s);
 }
 
-/// The number of the quote at `name`, 256 when there is none that decodes.
+/// The number in the quote at `name`; 256 if there is none that decodes.
 unsigned quoteAt(const Tables& tables, const char* name) {
     const auto digit = [name](int i) { return static_cast<unsigned>(name[i] - '0'); };
     if (*name != '[' || digit(1) > 9 || digit(2) > 9 || digit(3) > 9 || name[4] != ']') return 256;

@@ -1,6 +1,6 @@
-// The least that translating names can cost: a table look-up and quoting a byte, into a buffer that is large enough. No
-// capacities, no double-byte characters, no trailing characters. Beside it, string functions of C alone. In a file of
-// its own, so that nothing of it is elided.
+// Minimal implementations of name conversion: a table lookup and quoting, into a buffer that is large enough, without
+// capacity checks, double-byte characters or special cases at the end; and string functions that use only C. They are
+// in their own source file, so that the compiler does not optimise them away.
 #pragma once
 
 namespace bare {
@@ -15,19 +15,19 @@ struct Tables {
 int toWindows(const Tables& tables, char* dst, const char* name);
 int toMac(const Tables& tables, char* dst, const char* name);
 
-/// The bytes that the two write, with the terminator.
+/// The number of bytes that the two functions write, including the terminator.
 int windowsLength(const Tables& tables, const char* name);
 int macLength(const Tables& tables, const char* name);
 
-/// One of the two by way of a block of `size` bytes, as a name that grows needs it.
+/// One of the two through a temporary block of `size` bytes, which a growing name needs.
 int inPlace(int (*loop)(const Tables&, char*, const char*), const Tables& tables, char* name, unsigned size);
 
-/// Bytes through a table alone: in place, copied, and copied as strncpy does. Each gives the bytes translated.
+/// Conversion by a table only: in place, copied, and copied like strncpy. Each returns the number of bytes converted.
 int translate(const unsigned char* table, char* s);
 int copy(const unsigned char* table, char* dst, const char* src);
 int copyFilled(const unsigned char* table, char* dst, const char* src, int size);
 
-/// As a program in C alone does without regard to double-byte characters.
+/// Functions as in a C program that ignores double-byte characters.
 int length(const char* s);
 int compareByTolower(const char* a, const char* b);
 char* upper(char* s);

@@ -1,5 +1,5 @@
-// How string functions are called to be timed: with a function of the library or its namesake in C, a buffer and a
-// text.
+// Calls of string functions for measuring: each takes a function of the library or the C function of the same name, a
+// buffer and a text.
 #pragma once
 
 #include <cstring>
@@ -37,7 +37,7 @@ inline constexpr auto ofEachByte = [](auto f, char*, const Text& text) {
     return sum;
 };
 
-/// A copy of the text that may be written to.
+/// A writable copy of the text.
 inline char* fresh(char* dst, const Text& text) {
     std::memcpy(dst, text.name.c_str(), text.name.size() + 1);
     return dst;

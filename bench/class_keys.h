@@ -1,11 +1,9 @@
-// A class root as large systems have it, and the least that a pass over its mappings can cost: the same registry calls
-// without anything between them. Of ten keys one is a mapping, one another extension, one an extension with a long name
-// and seven are file classes.
+// A class root like that of a large system, and a minimal enumeration of its mappings, which makes only the registry
+// calls. Of every ten keys, one is a mapping, one another extension, one an extension with a long name, and seven are
+// file classes.
 #pragma once
 
 #include <windows.h>
-
-#include <cstdio>
 
 namespace class_keys {
 
@@ -48,7 +46,7 @@ inline void clear(int count) {
     for (int number = 0; number < count; ++number) RegDeleteKeyA(HKEY_CLASSES_ROOT, nameOf(name, number));
 }
 
-/// Reads type, creator and comment of every extension with a short name; the number of types and creators read.
+/// Reads type, creator and comment of every extension with a short name. Returns the number of types and creators read.
 inline int barePass() {
     char name[17];
     char code[5];
@@ -71,7 +69,7 @@ inline int barePass() {
     }
 }
 
-/// A whole enumeration with all buffers; the number of mappings.
+/// A complete enumeration with all buffers. Returns the number of mappings.
 template <typename Record, typename Enumerate>
 int mappingPass(Enumerate enumerate) {
     char extension[16];

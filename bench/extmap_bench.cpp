@@ -1,5 +1,5 @@
-// A whole pass over the extension mappings against a bare loop of the same registry calls, and its time a key in a
-// small and a large class root, on the stand-in's registry.
+// Compares a complete enumeration of the extension mappings with the registry calls alone, and its time per key in a
+// small and a large class root, with the stand-in's registry.
 #include <benchmark/benchmark.h>
 #include <standin.h>
 
@@ -29,7 +29,8 @@ int enumerateAll() {
     return class_keys::mappingPass<SExtensionMap>(EnumExtMap);
 }
 
-/// Times as many passes as visit 20,000 keys in a class root of `count`; an item is `keys` of these.
+/// Measures as many enumerations of a class root with `count` keys as are needed to read 20,000 keys. An item is `keys`
+/// of these keys.
 void measure(const std::string& label, int keys, int count, int expected, int (*pass)()) {
     benchmark::RegisterBenchmark(label.c_str(), [=](benchmark::State& state) {
         givenClassKeys(count);

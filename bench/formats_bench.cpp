@@ -1,5 +1,5 @@
-// Dialog templates read and rewritten beside a copy of their bytes, and the credits beside loops that know no
-// double-byte characters.
+// Compares reading and rewriting dialog templates with copying their bytes, and the credits functions with loops that
+// ignore double-byte characters.
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -15,7 +15,7 @@ namespace {
 
 using Bytes = std::vector<std::uint8_t>;
 
-/// A string as templates hold it.
+/// A string in the form used in templates.
 Bytes unitsOf(std::u16string_view text) {
     Bytes bytes;
     for (const char16_t unit : text)
@@ -28,7 +28,7 @@ void append(Bytes& bytes, const Bytes& more) {
     bytes.insert(bytes.end(), more.begin(), more.end());
 }
 
-/// A dialog of so many controls, of the classes and texts that dialogs have.
+/// A dialog with this number of controls, with typical classes and texts.
 Bytes dialogOf(bool extended, unsigned controls) {
     Bytes names(4);  // no menu, the default class
     append(names, unitsOf(u"File Type Mappings"));
@@ -82,7 +82,7 @@ void registerFormat(const std::string& name, const Inputs<Bytes>& inputs) {
         "memcpy, " + name.substr(1), copyBytes);
 }
 
-/// The credits' text, one line of it marked and one with a placeholder for each that is plain.
+/// The text of the credits. For each plain line there is one with a marker and one with a placeholder.
 std::string creditsOf(unsigned groups) {
     std::string text;
     for (unsigned i = 0; i < groups; ++i) text += "*Orvedi v%v\r\nDana Example\r\n\r\n/Example Partner, %y\r\n";

@@ -1,12 +1,12 @@
-// Single mappings and registry values, written, read and removed, beside the registry calls alone that each needs, in a
-// class root of 20,000 keys of the stand-in's registry.
+// Compares writing, reading and removing single mappings and registry values with only the registry calls that each
+// needs, in a class root of 20,000 keys in the stand-in's registry.
 #include <standin.h>
 
 #include <cstdlib>
 #include <cstring>
 #include <string>
 
-#include "base/library.h"
+#include "base/settings_key.h"
 #include "class_keys.h"
 #include "entry/entry.h"
 #include "measure.h"
@@ -85,7 +85,7 @@ int bareAdd(char*, const std::string& name) {
     return closed(key, 1);
 }
 
-/// What tells that a key is left empty is of the work.
+/// The check whether a key is empty is part of the work.
 int bareRemove(char* dst, const std::string& name) {
     const HKEY key = opened(HKEY_CLASSES_ROOT, name.c_str());
     for (const char* value : {"Mac Type", "Mac Creator", "Mac Comment"}) RegDeleteValueA(key, value);
@@ -120,7 +120,7 @@ int bareCreate(char*, const std::string& name) {
     return closed(key, 1);
 }
 
-/// A benchmark of refusals would say nothing.
+/// Aborts on failure, because measuring failing calls would be meaningless.
 int required(int result) {
     if (!result) std::abort();
     return result;
@@ -171,7 +171,7 @@ int create(char*, const std::string& name) {
 
 using Work = int (*)(char*, const std::string&);
 
-/// Times removals; what is removed is added again in between, untimed.
+/// Measures removals. Removed mappings are added again in between, which is not measured.
 void measureRemovals(const std::string& label, const Inputs<std::string>& inputs, Work work) {
     benchmark::RegisterBenchmark(label.c_str(), [=, &inputs](benchmark::State& state) {
         char buffer[512];

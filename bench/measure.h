@@ -1,5 +1,5 @@
-// Benchmarks of ways of doing the same, on the same inputs: each way on every input in turn, and an operation of the
-// library also on one input that is a thousand times the work, for its growth.
+// Benchmarks of several implementations with the same inputs. Each implementation processes every input in turn; an
+// operation of the library also processes one input of 1,000 times the work, to measure its growth.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -9,25 +9,25 @@
 
 #include "table_reporter.h"
 
-/// Bytes of the buffer that each piece of work gets.
+/// Size in bytes of the buffer that each call gets.
 constexpr unsigned kRoom = 1 << 18;
 
-/// Inputs one by one, and one of a thousand times their average work; none of these where that makes no sense. Texts
-/// have the same shape.
+/// The single inputs, and one with 1,000 times their average work, or none if that makes no sense. Texts has the same
+/// members.
 template <typename Input>
 struct Inputs {
     std::vector<Input> each;
     std::vector<Input> joined;
 };
 
-/// The rows to print, in the order in which they were asked for.
+/// The rows to print, in the order in which they were added.
 inline std::vector<Comparison>& rows() {
     static std::vector<Comparison> asked;
     return asked;
 }
 
-/// Times `work` on each input in turn; the work gets a buffer and the input and gives a number that depends on what it
-/// did. The inputs are there until the end.
+/// Measures `work` with each input in turn. The function gets a buffer and the input, and returns a number that depends
+/// on its result. The inputs must exist until the end of the program.
 template <typename Input, typename Work>
 void measureEach(const std::string& label, const std::vector<Input>& inputs, Work work) {
     benchmark::RegisterBenchmark(label.c_str(), [&inputs, work](benchmark::State& state) {
@@ -48,7 +48,7 @@ void measure(const std::string& label, const Collection& inputs, Work work) {
     if (!inputs.joined.empty()) measureEach(thousandTimesTheWork(label), inputs.joined, work);
 }
 
-/// A row: an operation beside another way of doing the same.
+/// Adds a row that compares an operation with another implementation.
 template <typename Collection, typename Work, typename Other>
 void compare(const std::string& operation, const Collection& inputs, Work work, const std::string& reference,
              Other other, double limit = kNoLimit) {
@@ -57,7 +57,8 @@ void compare(const std::string& operation, const Collection& inputs, Work work, 
     rows().push_back({operation, reference, limit});
 }
 
-/// Kept from the compiler, so that the library's functions and C's are called alike and none is inlined.
+/// Hides a function from the compiler, so that functions of the library and of C are called in the same way and none is
+/// inlined.
 template <typename Function>
 Function* called(Function* function) {
     Function* volatile kept = function;

@@ -1,11 +1,11 @@
-// Names as they are translated in earnest: 8 to 40 bytes, of 100 bytes 15 above 0x7F and 3 that are quoted.
+// Realistic names: 8 to 40 bytes, 15 % of the bytes above 0x7F and 3 % quoted.
 #pragma once
 
 #include <random>
 #include <string>
 #include <vector>
 
-/// Seeded. `high` holds the bytes to take above 0x7F.
+/// Generates names with a fixed seed. `high` contains the bytes above 0x7F to use.
 inline std::vector<std::string> sampleNames(std::size_t count, const std::string& high) {
     static const std::string plain = "abcdefghijklmnopqrstuvwxyzABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789 -_.";
     static const std::string quoted = "/:?*\"<>|\\\r";
@@ -25,11 +25,11 @@ inline std::vector<std::string> sampleNames(std::size_t count, const std::string
 
 struct Text {
     std::string name;
-    std::string same;       // elsewhere in memory
+    std::string same;       // at another address
     std::string otherCase;  // every other letter in the other case
 };
 
-/// Names one by one, and all of them as one.
+/// The single names, and all of them joined to one.
 struct Texts {
     std::vector<Text> each;
     std::vector<Text> joined = std::vector<Text>(1);

@@ -1,5 +1,5 @@
-// Name translation against a bare loop, iconv and ICU, and string functions against C's, on the same names; and all on
-// a thousand names joined to one.
+// Compares name conversion with a minimal loop, iconv and ICU, and string functions with C's, on the same names and on
+// 1,000 names joined to one.
 #include <benchmark/benchmark.h>
 #include <iconv.h>
 #ifdef TAMRIX_BENCH_ICU
@@ -21,7 +21,7 @@ namespace {
 
 constexpr std::size_t kNames = 1000;
 
-/// One way through iconv; bytes that it can't translate would end a call early, so names hold none of them.
+/// Conversion by iconv in one direction. Bytes that it cannot convert would end a call early, so names contain none.
 class Converter {
 public:
     Converter(const char* to, const char* from) : handle(iconv_open(to, from)) {}
@@ -38,7 +38,7 @@ private:
     iconv_t handle;
 };
 
-/// The bytes above 0x7F that iconv knows on both sides and that are not quoted.
+/// The bytes above 0x7F that iconv can convert in both directions and that are not quoted.
 std::string convertibleBytes() {
     Converter converter("CP1252", "MACINTOSH");
     std::string bytes;
@@ -53,7 +53,7 @@ std::string convertibleBytes() {
 struct Sample {
     Texts mac;
     Texts windows;
-    Texts converted;  // the Macintosh names by iconv
+    Texts converted;  // the Macintosh names, converted by iconv
     bare::Tables tables{};
 };
 
@@ -129,7 +129,7 @@ void registerTranslation() {
 #endif
 }
 
-/// A length beside the loop that counts, and a translation in place beside the loop by way of a block of its own.
+/// Compares the length function with a counting loop, and conversion in place with a loop that uses a temporary block.
 template <typename Length, typename Loop>
 void compareForms(const Texts& texts, const char* direction, const char* length, int (*ours)(const char*), Length bare,
                   const char* inPlace, int (*translate)(char*, unsigned), Loop loop) {
@@ -138,7 +138,7 @@ void compareForms(const Texts& texts, const char* direction, const char* length,
         length, texts, [ours](char*, const Text& text) { return ours(text.name.c_str()); },
         std::string("bare length to ") + direction,
         [=, &tables](char*, const Text& text) { return bare(tables, text.name.c_str()); }, 1.25);
-    // What quoting may need at most.
+    // The maximum that quoting may need.
     const auto room = [](const Text& text) { return static_cast<unsigned>(5 * text.name.size() + 1); };
     compare(
         inPlace, texts, [=](char* dst, const Text& text) { return translate(calls::fresh(dst, text), room(text)); },
@@ -149,7 +149,7 @@ void compareForms(const Texts& texts, const char* direction, const char* length,
         1.25);
 }
 
-/// Translation through the character table alone beside the same loop without a choice of tables.
+/// Compares conversion by the character table with the same loop with a fixed table.
 template <typename Ours, typename Bare, typename Call>
 void compareTable(const char* label, Ours* ours, const char* reference, Bare* loop, const unsigned char* table,
                   Call call) {
@@ -181,7 +181,7 @@ void registerOtherForms() {
                  calls::copyBounded);
 }
 
-/// Two functions called in the same way; `call` gets the function, a buffer and a text.
+/// Compares two functions that are called in the same way; `call` gets the function, a buffer and a text.
 template <typename Ours, typename Theirs, typename Call>
 void comparePair(const char* label, Ours* ours, const char* reference, Theirs* theirs, Call call, double limit = 1.3) {
     compare(
@@ -192,7 +192,7 @@ void comparePair(const char* label, Ours* ours, const char* reference, Theirs* t
 void registerStrings() {
     using namespace calls;
     using Find = const char*(const char*, int);
-    // It gives an int by contract, for which strlen's result has to be converted; strlen itself is there to be seen.
+    // It must return an int, so strlen's result must be converted; the row for strlen itself is for information.
     comparePair("dbcs_strlen", dbcs_strlen, "strlen as an int", bare::length, length);
     measureEach("strlen", sample().windows.each,
                 [=, f = called(std::strlen)](char* dst, const Text& text) { return length(f, dst, text); });
@@ -203,8 +203,8 @@ void registerStrings() {
     comparePair<char*(const char*, int), Find>("dbcs_strchr", dbcs_strchr, "strchr", std::strchr, find);
     comparePair<char*(const char*, int), Find>("dbcs_strrchr", dbcs_strrchr, "strrchr", std::strrchr, find);
     comparePair("dbcs_strcmp", dbcs_strcmp, "strcmp", std::strcmp, calls::compare);
-    // C itself has no comparison without case. The vendor's, written for vector units, reads past terminators, which is
-    // the vendor's privilege; it is there to be seen.
+    // Standard C has no case-insensitive comparison. The vendor's uses vector instructions and reads past terminators,
+    // which only the vendor may do; its row is for information.
     const auto loopBeside = [](const char* label, const char* reference, auto call) {
         measureEach(reference, sample().windows.each,
                     [=](char* dst, const Text& text) { return call(bare::compareByTolower, dst, text); });

@@ -1,5 +1,5 @@
-// The shipped DLL's name translation against the platform's own conversions, and its string functions against those of
-// the platform's C library, on the same names: names_wine_bench DLL.
+// names_wine_bench DLL: compares the shipped DLL's name conversion with the platform's conversion functions, and its
+// string functions with those of the platform's C library, on the same names.
 #include <windows.h>
 
 #include <algorithm>
@@ -18,7 +18,7 @@ constexpr unsigned kRoom = 1 << 18;
 
 char buffer[kRoom];
 
-/// Through UTF-16, as a program without the library would do it.
+/// Converts through UTF-16, as a program without the library would.
 int convert(UINT from, UINT to, char* dst, const char* name) {
     WCHAR wide[256];
     const int units = MultiByteToWideChar(from, 0, name, -1, wide, 256);
@@ -31,7 +31,7 @@ int walkWithCharNext(const char* text) {
     return static_cast<int>(p - text);
 }
 
-/// The best of several rounds, in nanoseconds a text.
+/// The best of several rounds, in nanoseconds per text.
 template <typename Work>
 double nanoseconds(const std::vector<Text>& texts, Work work) {
     LARGE_INTEGER frequency;
@@ -54,8 +54,8 @@ double nanoseconds(const std::vector<Text>& texts, Work work) {
     return *std::min_element(rounds.begin(), rounds.end());
 }
 
-/// Times what the library does with each text, and with all joined, and what else there is; whether the row is within
-/// its limits.
+/// Measures the library's function with each text and with all texts joined, and the other implementation. Returns
+/// whether the row is within its limits.
 template <typename Ours, typename Theirs>
 bool compare(const char* operation, const Texts& texts, Ours ours, const char* reference, Theirs theirs, double limit) {
     const double once = nanoseconds(texts.each, ours);
@@ -68,7 +68,7 @@ Function* entry(HMODULE module, const char* name) {
     return reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(module, name)));
 }
 
-/// The library's function beside the platform's C library's, both called as `call` does.
+/// Compares the library's function with that of the platform's C library; `call` calls both.
 template <typename Function, typename Call>
 bool compareWithC(HMODULE library, const char* ours, const char* theirs, const Texts& texts, Call call,
                   const char* operation = nullptr) {

@@ -1,25 +1,25 @@
-// One row of the table that the benchmarks print together: what an operation takes, how that grows with its work, and
-// beside which other way of doing it.
+// A row of the table that the benchmarks print: the time of an operation, its growth with the amount of work, and the
+// implementation that it is compared with.
 #pragma once
 
 #include <cstdio>
 
-/// No limit: the other way is there to be seen.
+/// No limit: the comparison is for information.
 constexpr double kNoLimit = 0;
 
-/// What a thousand times the work may take at most, in thousands of once the work.
+/// The maximum time for 1,000 times the work, divided by 1,000 times the time for the work once.
 constexpr double kGrowthLimit = 1.2;
 
 struct Row {
     const char* operation;
     double nanoseconds;
-    double growth;  // the time of a thousand times the work, in thousands of the time of once; 0: not measured
+    double growth;  // time for 1,000 times the work / 1,000 times the time for once; 0: not measured
     const char* reference;
     double referenceNanoseconds;
-    double limit;  // of the ratio of both times; below 1 the operation has to be faster
+    double limit;  // limit of the ratio of both times; less than 1 if the operation must be faster
 };
 
-/// A time in the unit that suits it, 13 characters wide.
+/// A time in a suitable unit, 13 characters wide.
 struct TimeText {
     char text[32];
 
@@ -36,7 +36,7 @@ struct TimeText {
     }
 };
 
-/// Prints a row; whether it is within its limits.
+/// Prints a row. Returns whether it is within its limits.
 inline bool printRow(const Row& row) {
     const double ratio = row.nanoseconds / row.referenceNanoseconds;
     const bool fits = (row.limit == kNoLimit || ratio <= row.limit) && row.growth <= kGrowthLimit;

@@ -1,5 +1,5 @@
-// Runs the registered benchmarks in turns and prints their best times as rows of the common table. What else the
-// machine does only adds to a time, so the best of several says most about the code.
+// Runs the registered benchmarks alternately and prints their best times as rows of the common table. Other load on the
+// machine can only increase a time, so the best of several is the most accurate.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -11,14 +11,15 @@
 
 #include "table.h"
 
-/// A row to print: times are those of the benchmarks with these names.
+/// A row to print, with the times of the benchmarks that have these names.
 struct Comparison {
     std::string operation;
     std::string reference;
     double limit;
 };
 
-/// The benchmark of an operation's growth is named for it; one item of it is a thousand times the operation's work.
+/// The name of the benchmark for an operation's growth, derived from the operation; an item is 1,000 times the
+/// operation's work.
 inline std::string thousandTimesTheWork(const std::string& operation) {
     return operation + " x1000";
 }
@@ -27,7 +28,7 @@ class TableReporter : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context&) override { return true; }
 
-    /// Keeps the best time an item.
+    /// Stores the best time per item.
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
             if (run.run_type != Run::RT_Iteration) continue;
@@ -53,7 +54,8 @@ private:
     std::map<std::string, double> times;
 };
 
-/// In turns, so that what else the machine does falls on all alike. The exit status.
+/// Runs the benchmarks alternately, so that other load on the machine affects all of them equally. Returns the exit
+/// status.
 inline int runAndPrint(int argc, char** argv, const std::vector<Comparison>& comparisons) {
     std::string options[] = {"--benchmark_repetitions=25", "--benchmark_enable_random_interleaving=true",
                              "--benchmark_min_time=0.01"};

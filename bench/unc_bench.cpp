@@ -1,5 +1,5 @@
-// UNC paths split, joined and measured, beside loops that know that a path is whole, on names as they are used and on
-// one of a thousand times their length.
+// Compares splitting, joining and measuring UNC paths with loops that assume a complete path, on realistic names and on
+// one of 1,000 times their length.
 #include <cstdlib>
 #include <cstring>
 #include <string>
@@ -32,7 +32,7 @@ Path pathOf(const Kind& kind, const std::string& name) {
     return {name, std::string("\\\\") + kZone + kind.delimiter + name + '\\' + kShare};
 }
 
-/// The parts of a path lie behind one another in a buffer.
+/// The parts of a path are stored one after the other in a buffer.
 constexpr std::size_t kPartRoom = kRoom / 4;
 
 int splitByLibrary(char* dst, const Path& path) {
@@ -62,7 +62,7 @@ int joinBare(const Kind& kind, char* dst, const Path& path) {
     return 1;
 }
 
-/// Kept from the compiler, which would measure what it knows.
+/// Hides a value from the compiler, which could otherwise compute its length at compile time.
 const char* volatile zone = kZone;
 const char* volatile share = kShare;
 
@@ -78,7 +78,7 @@ int joinByLibrary(int kind, char* dst, const Path& path) {
     return StringsToUNC(kind, dst, kPathRoom, zone, path.name.c_str(), share);
 }
 
-/// A benchmark of refusals would say nothing.
+/// Aborts on failure, because measuring failing calls would be meaningless.
 void requireWork(const Kind& kind, const Path& path) {
     std::string buffer(kRoom, 0);
     if (splitByLibrary(buffer.data(), path) != kind.number || path.name != buffer.data() + kPartRoom) std::abort();

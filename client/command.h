@@ -1,10 +1,9 @@
-// What the program can do: one record a command, and the tables that the files of the command groups declare.
+// The commands: one record per command. Each command group's file defines a table of them.
 //
-// Exit statuses: 0 done; 1 some name failed or was not found; 2 the command line or the environment is at fault.
+// Exit statuses: 0 success; 1 a name failed or was not found; 2 error in the command line, a file or the environment.
 #pragma once
 
 #include <span>
-#include <string>
 
 #include "client/options.h"
 
@@ -16,15 +15,15 @@ constexpr int kUsageError = 2;
 
 struct Command {
     const char* name;      // one or two words
-    const char* operands;  // as the help shows them
+    const char* operands;  // as shown in the help
     const char* summary;   // one line
-    const char* details;   // paragraphs of the help, each line ending in a newline
+    const char* details;   // lines of the help, each with a newline at its end
     std::span<const Option> options;
-    int fewest;  // operands
-    int most;    // operands; -1: any number
+    int minOperands;
+    int maxOperands;  // -1: any number
     int (*run)(const Arguments& arguments);
     bool changesMappings = false;
-    const char* example = "";  // a line that works, without the program's name
+    const char* example = "";  // a valid command line without the program's name
 };
 
 std::span<const Command> nameCommands();
@@ -35,6 +34,6 @@ std::span<const Command> transferCommands();
 std::span<const Command> infoCommands();
 std::span<const Command> dialogCommands();
 
-constexpr Option kJsonOption = {"--json", nullptr, "print one JSON document"};
+constexpr Option kJsonOption = {.name = "--json", .help = "print one JSON document"};
 
 }  // namespace tamrix::client

@@ -1,5 +1,8 @@
 #include "client/json.h"
 
+#include "client/output.h"
+#include "client/unicode.h"
+
 namespace tamrix::client {
 namespace {
 
@@ -14,8 +17,8 @@ void appendUnit(unsigned unit, std::string& json) {
     json += "\\u" + hex({bytes, 2});
 }
 
-/// A JSON string in ASCII, which holds whatever form output has; null where the text is none. With --bytes each byte is
-/// the character of its value.
+/// A JSON string in ASCII, so that it is the same in every output encoding; null if the text is not valid UTF-8. With
+/// --bytes each byte becomes the character with its value.
 std::string quoted(std::string_view text) {
     std::string result = "\"";
     WideString wide;
@@ -45,7 +48,7 @@ void Json::open(const char* name, char bracket) {
 void Json::close(char bracket) {
     print({&bracket, 1});
     first_ = false;
-    --depth_;
+    if (--depth_ == 0) print("\n");
 }
 
 void Json::number(const char* name, long value) {

@@ -4,50 +4,43 @@
 #include <string>
 #include <string_view>
 
-#include "client/output.h"
 #include "client/text.h"
 
 namespace tamrix::client {
 
-/// One JSON document, printed as it comes, which is also why no library writes it: nothing has to be built up or
-/// parsed, and the shipped program has no vendor runtime to link one with. Names and ASCII texts are the program's own.
+/// Prints one JSON document piece by piece. No JSON library is used: nothing is stored or parsed, and the shipped
+/// program links no C++ runtime that such a library would need. Member names, and the texts passed to ascii(), are
+/// ASCII.
 ///
-/// A string of bytes becomes two members: NAME, the text, and NAMEHex, the bytes. The text is null where the bytes have
-/// none; with --bytes each byte is the character of its value, \u0000 to \u00FF.
+/// A byte string becomes two members: NAME, the text, and NAMEHex, the bytes. The text is null if the bytes cannot be
+/// converted; with --bytes each byte becomes the character with its value, \u0000 to \u00FF.
 class Json {
 public:
-    void beginObject(const char* name = nullptr) { open(name, '{'); }
-    void endObject() { close('}'); }
-    void beginArray(const char* name = nullptr) { open(name, '['); }
-    void endArray() { close(']'); }
-    bool isOpen() const { return depth_ > 0; }
     void number(const char* name, long value);
     void boolean(const char* name, bool value);
     void ascii(const char* name, std::string_view text);
     void bytes(const char* name, Side side, const std::string& value);
-    /// As bytes(), for what is text already; its bytes are those of the text.
+    /// Like bytes(), for text; NAMEHex contains its UTF-8 bytes, or the raw bytes with --bytes.
     void text(const char* name, const std::string& value);
-    /// Ends the document.
-    void finish() { print("\n"); }
 
 private:
+    friend class JsonObject;
+    friend class JsonArray;
+
     void member(const char* name);
     void open(const char* name, char bracket);
+    /// Closing the outermost bracket also ends the document's line.
     void close(char bracket);
 
     bool first_ = true;
     int depth_ = 0;
 };
 
-/// An object, or the outermost array, that ends with its block, and the document with it. An array that is not wanted
-/// prints nothing.
+/// Opens an object and closes it when it is destroyed: the document, an array's element or, with a name, a member.
 class JsonObject {
 public:
-    explicit JsonObject(Json& json, const char* name = nullptr) : json_(json) { json_.beginObject(name); }
-    ~JsonObject() {
-        json_.endObject();
-        if (!json_.isOpen()) json_.finish();
-    }
+    explicit JsonObject(Json& json, const char* name = nullptr) : json_(json) { json_.open(name, '{'); }
+    ~JsonObject() { json_.close('}'); }
     JsonObject(const JsonObject&) = delete;
     JsonObject& operator=(const JsonObject&) = delete;
 
@@ -55,20 +48,23 @@ private:
     Json& json_;
 };
 
+/// Opens an array and closes it when it is destroyed: a member or the document.
 class JsonArray {
 public:
-    JsonArray(Json& json, bool isWanted, const char* name = nullptr) : json_(json), isWanted_(isWanted) {
-        if (isWanted_) json_.beginArray(name);
-    }
+    JsonArray(Json& json, const char* name) : JsonArray(json, name, true) {}
+    /// The document; prints nothing unless `isWanted`.
+    JsonArray(Json& json, bool isWanted) : JsonArray(json, nullptr, isWanted) {}
     ~JsonArray() {
-        if (!isWanted_) return;
-        json_.endArray();
-        if (!json_.isOpen()) json_.finish();
+        if (isWanted_) json_.close(']');
     }
     JsonArray(const JsonArray&) = delete;
     JsonArray& operator=(const JsonArray&) = delete;
 
 private:
+    JsonArray(Json& json, const char* name, bool isWanted) : json_(json), isWanted_(isWanted) {
+        if (isWanted_) json_.open(name, '[');
+    }
+
     Json& json_;
     bool isWanted_;
 };

@@ -13,7 +13,7 @@ void askAbout(int value, ByteRules& rules) {
     rules.decodes[byte] = OStoAFPLen(bracketed(rules, value).c_str()) == 2;
     rules.isLead[byte] = isdbchar(static_cast<char>(byte)) != 0;
     if (rules.isLead[byte] || value == 0) return;
-    // A letter after it keeps the rule of the last character out.
+    // The letter after the byte keeps the rules for a final character from applying.
     const std::string inside = windowsNameOf({static_cast<char>(byte), 'a'});
     rules.isQuoted[byte] = inside.size() == kQuoteSize + 1;
     rules.windows[byte] = static_cast<unsigned char>(inside[0]);
@@ -46,7 +46,7 @@ std::string bracketed(const ByteRules& rules, int value) {
 
 ByteRules askLibrary() {
     ByteRules rules;
-    // A final space is quoted whatever the settings are, which shows the brackets.
+    // A final space is quoted with any settings, so the result contains the brackets.
     const std::string space = windowsNameOf("a ");
     rules.open = static_cast<unsigned char>(space[1]);
     rules.close = static_cast<unsigned char>(space[kQuoteSize]);

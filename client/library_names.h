@@ -1,4 +1,4 @@
-// The library's name functions over strings, and what the library does with each byte, found by asking it.
+// The library's name conversions for std::string, and its rules for each byte, found by calling it.
 #pragma once
 
 #include <string>
@@ -9,20 +9,20 @@ std::string windowsNameOf(const std::string& macName);
 /// The Macintosh form of a Windows name or path; each separator becomes a zero byte.
 std::string macNameOf(const std::string& windowsName);
 
-/// The settings of name translation as they show in what the library answers. Lead bytes pass with the byte after them.
+/// The settings of name conversion, derived from the library's results. Lead bytes are copied with the byte after them.
 struct ByteRules {
     bool tableIsOn = false;
     unsigned char open = 0;
     unsigned char close = 0;
     bool isLead[256] = {};
-    bool isQuoted[256] = {};          // of a single byte inside a Macintosh name
-    bool decodes[256] = {};           // a bracketed number with this value is read back as its byte
-    unsigned char windows[256] = {};  // a byte that is not quoted, as Windows sees it
+    bool isQuoted[256] = {};          // a single byte that is quoted inside a Macintosh name
+    bool decodes[256] = {};           // a bracketed number with this value converts back to its byte
+    unsigned char windows[256] = {};  // the Windows form of a byte that is not quoted
 };
 
 ByteRules askLibrary();
 
-/// The three digits of `value` between the brackets.
+/// `value` as three digits in brackets.
 std::string bracketed(const ByteRules& rules, int value);
 
 }  // namespace tamrix::client

@@ -1,4 +1,4 @@
-// The tamrix command: finds the command in the tables, reads its line, starts the library and runs it.
+// The tamrix program: finds the command in the tables, parses its arguments, starts the library and runs the command.
 #include "client/command.h"
 #include "client/output.h"
 #include "client/system/encodings.h"
@@ -13,22 +13,25 @@ namespace {
 constexpr char kVersion[] = "tamrix " TAMRIX32_VERSION "\n";
 
 constexpr Option kCommonOptions[] = {
-    {"--text", "utf-8", "text in pipes and files is UTF-8 on Windows, too, not of the ANSI code page"},
-    {"--bytes", nullptr, "names are raw bytes, for scripts; without it they are text"},
-    {"--help", nullptr, "print this help"},
-    {"--version", nullptr, "print the version"},
+    {.name = "--text",
+     .value = "utf-8",
+     .help = "on Windows, read and write pipes and files in UTF-8 instead of the ANSI code page"},
+    {.name = "--bytes", .help = "treat names as raw bytes instead of text, for scripts"},
+    {.name = "--help", .help = "print this help"},
+    {.name = "--version", .help = "print the version"},
 };
 
-/// Known to every command, so that those without JSON refuse it in the same words.
+/// Accepted by the parser for every command, so that commands without JSON reject it with one message.
 constexpr Option kJsonAnywhere[] = {kJsonOption};
 
 constexpr char kIntroduction[] =
     "usage: tamrix COMMAND [OPTION...] [ARGUMENT...]\n\n"
-    "Names of Macintosh file servers and their Windows forms, paths of AppleTalk servers and printers, and the map\n"
-    "from file-name extensions to Macintosh types and creators.\n\n";
+    "Converts file names between Macintosh and Windows, builds and splits paths of AppleTalk servers and printers,\n"
+    "and maps file-name extensions to Macintosh types and creators.\n\n";
 
 constexpr char kStatuses[] =
-    "\nStatus: 0 done; 1 a name failed or was not found; 2 the command line or the environment is at fault.\n";
+    "\nExit status: 0 success; 1 a name failed or was not found;\n"
+    "2 error in the command line, a file or the environment.\n";
 
 using Group = std::span<const Command> (*)();
 constexpr Group kGroups[] = {nameCommands,     renameCommands, uncCommands,   extmapCommands,
@@ -74,7 +77,7 @@ void printHelp(const Command& command) {
     print(kStatuses);
 }
 
-/// The command that the words at `at` name, which moves past them; null when there is none.
+/// Finds the command named by the one or two words at `at` and advances `at`; null if there is none.
 const Command* findCommand(std::span<char* const> words, std::size_t& at) {
     const std::string one = words[at];
     const std::string two = at + 1 < words.size() ? one + " " + words[at + 1] : one;
@@ -94,7 +97,7 @@ bool isGroup(const std::string& word) {
     return false;
 }
 
-/// The line names no command: help was asked for, or something is wrong with it.
+/// Handles a command line without a command: prints help or an error message.
 int runWithoutCommand(const Arguments& arguments, std::span<char* const> words, std::size_t at) {
     const std::string word = at < words.size() ? words[at] : "";
     const bool asksHelp =
@@ -108,12 +111,12 @@ int runWithoutCommand(const Arguments& arguments, std::span<char* const> words, 
         printOverview(word.empty() ? word : word + " ");
         return kDone;
     } else if (word.empty()) {
-        complain("", "a command is missing (tamrix --help lists them)");
+        complain("", "missing command (tamrix --help lists them)");
     } else if (isGroup(word)) {
         const bool hasSecond = at + 1 < words.size();
         complain(
             hasSecond ? word + " " + words[at + 1] : word,
-            (hasSecond ? "no such command (tamrix " : "needs one more word (tamrix ") + word + " --help lists them)");
+            (hasSecond ? "no such command (tamrix " : "missing subcommand (tamrix ") + word + " --help lists them)");
     } else {
         complain(word, "no such command (tamrix --help lists them)");
     }
@@ -126,23 +129,26 @@ bool hasOption(const Command& command, std::string_view name) {
     return false;
 }
 
-/// What is wrong with the line of a command; empty when nothing is.
+/// The error message for a command's arguments; empty if they are correct.
 std::string complaintAbout(const Command& command, const Arguments& arguments) {
     const int count = static_cast<int>(arguments.operands().size());
     const char* text = arguments.value("--text");
     if (!arguments.isGood()) return arguments.complaint();
-    if (arguments.has("--json") && !hasOption(command, "--json")) return "--json: this command prints no data as JSON";
-    if (text && std::string_view(text) != "utf-8") return "--text takes utf-8 only: " + std::string(text);
-    if (text && arguments.has("--bytes")) return "give one of --text and --bytes";
-    if (count < command.fewest) return "an argument is missing: " + std::string(command.operands);
-    if (command.most >= 0 && count > command.most)
-        return "one argument too many: " + arguments.operands()[static_cast<std::size_t>(command.most)];
+    if (arguments.has("--json") && !hasOption(command, "--json")) return "--json: this command has no JSON output";
+    if (text && std::string_view(text) != "utf-8") return "--text supports only utf-8: " + std::string(text);
+    if (text && arguments.has("--bytes")) return "use either --text or --bytes";
+    if (count < command.minOperands) return "missing argument: " + std::string(command.operands);
+    if (command.maxOperands >= 0 && count > command.maxOperands)
+        return "unexpected argument: " + arguments.operands()[static_cast<std::size_t>(command.maxOperands)];
     return {};
 }
 
 int run(const Command& command, const Arguments& arguments) {
     if (arguments.has("--help") || arguments.has("--version")) {
-        arguments.has("--help") ? printHelp(command) : print(kVersion);
+        if (arguments.has("--help"))
+            printHelp(command);
+        else
+            print(kVersion);
         return kDone;
     }
     std::string reason = complaintAbout(command, arguments);
@@ -153,10 +159,10 @@ int run(const Command& command, const Arguments& arguments) {
     return kUsageError;
 }
 
-/// The command that the words name, null without one, and its line.
+/// A parsed command line: the command, null if there is none, and its arguments.
 struct Line {
     std::vector<char*> words;
-    std::size_t at = 1;  // the first word that is neither an option before the command nor its name
+    std::size_t at = 1;  // the first word after the leading options and the command's name
     Arguments arguments;
     const Command* command = nullptr;
 
@@ -181,7 +187,7 @@ int runLine(std::vector<std::string> words) {
     if (namesAreText) return run(*asText.command, asText.arguments);
     std::string refused;
     if (!wordsToBytes(words, refused)) {
-        complain(refused, "not text of this code page");
+        complain(refused, "cannot be represented in the ANSI code page");
         return kUsageError;
     }
     const Line asBytes(words);
@@ -196,6 +202,6 @@ int main(int argc, char** argv) {
     makeStreamsBinary();
     const int status = runLine(commandLine(argc, argv));
     if (finishOutput()) return status;
-    complain("", "standard output could not be written");
+    complain("", "cannot write standard output");
     return kUsageError;
 }

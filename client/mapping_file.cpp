@@ -10,9 +10,8 @@
 namespace tamrix::client {
 namespace {
 
-constexpr std::size_t kMostFields = 4;
+constexpr std::size_t kMaxFields = 4;
 constexpr std::size_t kCodeLength = 4;
-constexpr std::size_t kMostExtension = 15;
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kHexDigits = "0123456789ABCDEF";
 
@@ -62,23 +61,23 @@ std::optional<unsigned> hexDigit(char digit) {
     return value == std::string_view::npos ? std::nullopt : std::optional(static_cast<unsigned>(value));
 }
 
-/// Reads the fields of one line from left to right. Each step gives what is wrong, or an empty text.
+/// Parses one line from left to right. Each function returns an error message, or an empty string on success.
 class LineReader {
 public:
     explicit LineReader(std::string_view line) : rest_(line) {}
 
     std::string read(Mapping& mapping) {
-        std::array<std::string, kMostFields> fields;
+        std::array<std::string, kMaxFields> fields;
         std::size_t count = 0;
         for (bool more = true; more; ++count) {
-            if (count == kMostFields) return "more than four fields";
+            if (count == kMaxFields) return "more than four fields";
             if (std::string wrong = readField(fields[count]); !wrong.empty()) return wrong;
             more = takeTab();
         }
         if (!rest_.empty()) return "text after the closing quote";
-        if (count < kMostFields - 1) return "an extension, a type and a creator are needed, separated by tabs";
+        if (count < kMaxFields - 1) return "expected extension, type and creator, separated by tabs";
         mapping = {std::move(fields[0]), std::move(fields[1]), std::move(fields[2]), std::nullopt};
-        if (count == kMostFields) mapping.comment = std::move(fields[3]);
+        if (count == kMaxFields) mapping.comment = std::move(fields[3]);
         return "";
     }
 
@@ -99,21 +98,21 @@ private:
         if (!rest_.empty() && rest_[0] == '"') return readQuoted(field);
         field = rest_.substr(0, rest_.find('\t'));
         rest_.remove_prefix(field.size());
-        return field.find('\0') == std::string::npos ? "" : "a zero byte";
+        return field.find('\0') == std::string::npos ? "" : "contains a zero byte";
     }
 
     std::string readQuoted(std::string& field) {
         take();
         while (!rest_.empty()) {
             const char byte = take();
-            if (byte == '"') return field.find('\0') == std::string::npos ? "" : "a zero byte";
+            if (byte == '"') return field.find('\0') == std::string::npos ? "" : "contains a zero byte";
             if (byte != '\\') {
                 field += byte;
             } else if (!readEscape(field)) {
-                return "an escape that is none of \\\\ \\\" \\t \\n \\r \\xHH";
+                return "unknown escape (allowed: \\\\ \\\" \\t \\n \\r \\xHH)";
             }
         }
-        return "a quote that is never closed";
+        return "missing closing quote";
     }
 
     bool readEscape(std::string& field) {
@@ -141,24 +140,25 @@ private:
 
 std::string checkCode(std::string_view code, std::string_view what) {
     if (code.size() == kCodeLength) return "";
-    return std::string("the ").append(what) + " has " + std::to_string(code.size()) + " bytes instead of 4";
+    return std::string("the ").append(what) + " must have 4 bytes, not " + std::to_string(code.size());
 }
 
-/// Gives the extension its dot, and says why the mapping could not be stored.
+/// Adds the extension's dot if it is missing. Returns why the mapping cannot be stored, or an empty string.
 std::string complete(Mapping& mapping) {
     std::string& extension = mapping.extension;
-    if (!extension.starts_with('.')) extension.insert(extension.begin(), '.');
+    addDot(extension);
     if (extension.size() == 1) return "the extension is empty";
-    if (extension.size() > 1 + kMostExtension) return "the extension has more than 15 bytes";
-    if (dbcs_strchr(extension.c_str(), '\\')) return "the extension holds a backslash";
-    // The registry keeps characters: half of one would come back as another.
-    const int size = static_cast<int>(extension.size());
-    if (dbcs_trunc(extension.c_str(), size, 0) != size) return "the extension ends within a character";
+    if (extension.size() > 1 + kMaxExtensionSize) return "the extension is longer than 15 bytes";
+    if (dbcs_strchr(extension.c_str(), '\\')) return "the extension contains a backslash";
+    // The registry stores characters: other bytes would be read back as a different extension.
+    if (!MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, extension.data(), static_cast<int>(extension.size()),
+                             nullptr, 0))
+        return "the extension contains bytes that are not characters of the ANSI code page";
     std::string wrong = checkCode(mapping.type, "type");
     return wrong.empty() ? checkCode(mapping.creator, "creator") : wrong;
 }
 
-/// Where a mapping stands: its key in one letter case, as the registry compares keys, and its line.
+/// A mapping's line and its registry key in lower case, since the registry ignores case in keys.
 struct Place {
     std::string key;
     std::size_t line;
@@ -173,7 +173,7 @@ Place placeOf(const Mapping& mapping, std::size_t line) {
     return place;
 }
 
-/// The first line that maps an extension again.
+/// Finds the first line that maps an extension a second time.
 std::optional<MappingFileError> findRepetition(std::vector<Place> places) {
     std::sort(places.begin(), places.end(),
               [](const Place& a, const Place& b) { return a.key != b.key ? a.key < b.key : a.line < b.line; });
@@ -185,10 +185,10 @@ std::optional<MappingFileError> findRepetition(std::vector<Place> places) {
         again = &places[i];
     }
     if (!again) return std::nullopt;
-    return MappingFileError{again->line, first->key + " is mapped in line " + std::to_string(first->line) + " already"};
+    return MappingFileError{again->line, first->key + " is already mapped in line " + std::to_string(first->line)};
 }
 
-/// Takes the next line off a text, without its line end.
+/// Removes the next line from `text` and returns it without its line end.
 std::string_view takeLine(std::string_view& text) {
     const std::size_t length = std::min(text.find('\n'), text.size());
     std::string_view line = text.substr(0, length);
@@ -210,7 +210,7 @@ MappingFile parseMappings(std::string_view text) {
         Mapping mapping;
         std::string wrong = LineReader(line).read(mapping);
         if (isUtf8 && !std::all_of(line.begin(), line.end(), isAscii))
-            wrong = "a character beyond ASCII in UTF-8: \\xHH in quotes says its byte";
+            wrong = "non-ASCII character in a UTF-8 file: write its byte as \\xHH in quotes";
         if (wrong.empty()) wrong = complete(mapping);
         if (!wrong.empty()) return {{}, MappingFileError{number, std::move(wrong)}};
         places.push_back(placeOf(mapping, number));

@@ -1,10 +1,10 @@
-// Changing many mappings as one: all of them, or none.
+// Changes several mappings in one step: either all or none.
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "client/mapping_file.h"
+#include "client/mapping.h"
 
 namespace tamrix::client {
 
@@ -13,16 +13,16 @@ struct Change {
     bool isNew;  // the extension has no complete mapping yet
 };
 
-/// What of these mappings differs from the store.
+/// The mappings that differ from the stored ones.
 std::vector<Change> changesFor(std::vector<Mapping> mappings);
 
-/// Why changes could not be made.
+/// The result of applyChanges: which change failed, if any.
 struct Refusal {
-    std::string extension;               // of the change that the registry refuses; empty: none
-    std::vector<std::string> notUndone;  // extensions whose former values could not be put back either
+    std::string extension;               // whose mapping could not be stored; empty on success
+    std::vector<std::string> notUndone;  // extensions whose former values could not be restored
 };
 
-/// Writes all changes. Where one is refused, the store is put back as it was, byte for byte.
+/// Writes all changes. If one fails, the former values are restored byte for byte.
 Refusal applyChanges(const std::vector<Change>& changes);
 
 }  // namespace tamrix::client

@@ -12,8 +12,8 @@ namespace {
 
 constexpr unsigned kCommentSize = 32768;
 
-/// The buffers that a record points to. What the registry returns may lack its terminator, so each ends in a zero byte
-/// that the library is not told of.
+/// The record for the library's calls and its buffers. A stored string may lack its terminator, so each buffer has one
+/// zero byte more than the size that the library is given.
 class Record {
 public:
     Record() {
@@ -53,12 +53,12 @@ private:
     std::string comment_ = std::string(kCommentSize + 1, '\0');
 };
 
-constexpr int kMostPasses = 6;
+constexpr int kMaxPasses = 6;
 
 std::vector<Mapping> mappingsOfOnePass() {
     std::vector<Mapping> mappings;
     Record record;
-    // A key named with a dot alone maps nothing that a file's name could end in.
+    // A key named "." maps no extension.
     while (record.next())
         if (record.extension() != ".") mappings.push_back(record.mapping(record.extension()));
     std::sort(mappings.begin(), mappings.end(),
@@ -74,7 +74,7 @@ bool isSameExtension(const Mapping& a, const Mapping& b) {
 
 bool allMappings(std::vector<Mapping>& mappings) {
     mappings = mappingsOfOnePass();
-    for (int pass = 1; pass < kMostPasses; ++pass) {
+    for (int pass = 1; pass < kMaxPasses; ++pass) {
         const std::vector<Mapping> before = std::exchange(mappings, mappingsOfOnePass());
         const bool repeats = std::adjacent_find(mappings.begin(), mappings.end(), isSameExtension) != mappings.end();
         if (mappings == before && !repeats) return true;
@@ -97,7 +97,7 @@ bool putMapping(const Mapping& mapping) {
     cursor.SetType(copy.type.data());
     cursor.SetCreator(copy.creator.data());
     if (copy.comment) cursor.SetComment(copy.comment->data());
-    // The library does not tell whether the comment was written.
+    // The library does not report whether the comment was written.
     Mapping stored;
     return cursor.Create() && findMapping(mapping.extension, stored) && stored == mapping;
 }

@@ -1,23 +1,23 @@
-// The extension mappings of this machine as values, over the library's functions. No comment is empty.
+// Reads and writes this machine's extension mappings with the library's functions. Comments are never empty strings.
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "client/mapping_file.h"
+#include "client/mapping.h"
 
 namespace tamrix::client {
 
-/// Every complete mapping whose extension has 1 to 15 bytes, each once, in the order of their extensions' bytes. A pass
-/// over the registry goes by position, so it can miss or repeat a mapping while another program adds or removes keys:
-/// passes are made until two in a row agree. False when none did; some mappings may be missing then.
+/// Lists each complete mapping whose extension has 1 to 15 bytes once, sorted by the extension's bytes. The registry is
+/// enumerated by index, so a mapping can be missed or repeated while another program adds or removes keys. Therefore
+/// the enumeration is repeated until two in a row agree. Returns false if none do; some mappings may then be missing.
 bool allMappings(std::vector<Mapping>& mappings);
 
-/// The mapping of an extension, which is given with its dot; false when it has none.
+/// Finds the mapping of an extension, which must include its dot; false if it has none.
 bool findMapping(const std::string& extension, Mapping& mapping);
 
-/// Writes the whole mapping: a comment that it does not have goes away. False when the registry refuses;
-/// part of it may be written then.
+/// Writes the whole mapping; without a comment, a stored comment is removed. On failure returns false, and part of the
+/// mapping may be written.
 bool putMapping(const Mapping& mapping);
 
 void removeMapping(const std::string& extension);

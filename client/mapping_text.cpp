@@ -2,36 +2,37 @@
 
 #include "client/command.h"
 #include "client/mapping_store.h"
+#include "client/output.h"
 #include "tamrix32/strings.h"
 
 namespace tamrix::client {
 
 bool takeExtension(const std::string& argument, std::string& extension) {
     if (!bytesFromText(Side::windows, argument, extension)) {
-        complain(argument, "not text of this code page");
+        complain(argument, whyNotBytes(Side::windows));
         return false;
     }
-    if (!extension.starts_with('.')) extension.insert(extension.begin(), '.');
+    addDot(extension);
     const bool isGood = extension.size() > 1 && !dbcs_strchr(extension.c_str(), '\\');
-    if (!isGood) complain(argument, "not an extension: it is empty or holds a backslash");
+    if (!isGood) complain(argument, "not an extension: empty or contains a backslash");
     return isGood;
 }
 
 bool takeCode(const std::string& argument, std::string& code) {
     if (!bytesFromText(Side::mac, argument, code)) {
-        complain(argument, "not text in Mac Roman");
+        complain(argument, whyNotBytes(Side::mac));
         return false;
     }
     const bool isGood = code.size() == 4;
-    if (!isGood) complain(argument, "a code has 4 bytes, not " + std::to_string(code.size()));
+    if (!isGood) complain(argument, "a code must have 4 bytes, not " + std::to_string(code.size()));
     return isGood;
 }
 
 std::string reasonOf(const Refusal& refusal) {
     if (refusal.extension.empty()) return "";
-    std::string reason = shown(Side::windows, refusal.extension) + ": the registry refuses the mapping";
+    std::string reason = shown(Side::windows, refusal.extension) + ": cannot store the mapping";
     if (refusal.notUndone.empty()) return reason + "; nothing has changed";
-    reason += "; what was stored could not be put back for";
+    reason += "; cannot restore the former values of";
     for (const std::string& extension : refusal.notUndone) reason += " " + shown(Side::windows, extension);
     return reason;
 }
@@ -39,7 +40,7 @@ std::string reasonOf(const Refusal& refusal) {
 std::vector<Mapping> mappingsToShow(int& status) {
     std::vector<Mapping> mappings;
     if (allMappings(mappings)) return mappings;
-    complain("", "other programs are changing the mappings: some may be missing");
+    complain("", "other programs are changing the mappings; some may be missing here");
     status = kSomeFailed;
     return mappings;
 }

@@ -1,4 +1,4 @@
-// How mappings are taken from the command line and printed: codes are Macintosh text, the rest is Windows text.
+// Reads mappings from the command line and prints them. Codes are Macintosh text, the other fields Windows text.
 #pragma once
 
 #include <string>
@@ -8,23 +8,22 @@
 
 namespace tamrix::client {
 
-/// An extension as the registry names it, with its dot. False, after a complaint, for what is no extension.
+/// Converts an argument to an extension with its dot. If it is not valid, reports it and returns false.
 bool takeExtension(const std::string& argument, std::string& extension);
 
-/// A type or creator code. False, after a complaint that names the argument, unless it has 4 bytes.
+/// Converts an argument to a type or creator code. If it does not have 4 bytes, reports it and returns false.
 bool takeCode(const std::string& argument, std::string& code);
 
-/// Why applyChanges could not do all, for a complaint; empty when it did.
+/// The error message for a failed applyChanges; empty on success.
 std::string reasonOf(const Refusal& refusal);
 
-/// All mappings, to be shown or written. Where other programs kept changing them, it says so and `status` becomes
-/// kSomeFailed.
+/// All mappings. If other programs kept changing them, reports that and sets `status` to kSomeFailed.
 std::vector<Mapping> mappingsToShow(int& status);
 
-/// One line: extension, type, creator and comment, separated by tabs.
+/// Prints one line: extension, type, creator and comment, separated by tabs.
 void printMapping(const Mapping& mapping);
 
-/// The members of one mapping in an open object.
+/// Adds the members of one mapping to the open JSON object.
 void writeMapping(Json& json, const Mapping& mapping);
 
 }  // namespace tamrix::client

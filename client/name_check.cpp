@@ -8,19 +8,19 @@ namespace tamrix::client {
 namespace {
 
 const char* whyQuoted(unsigned char byte) {
-    if (byte < 0x20 || byte == 0x7F) return "a control character";
-    if (byte >= 0x80) return "Windows has no character of its own for it";
+    if (byte < 0x20 || byte == 0x7F) return "control character";
+    if (byte >= 0x80) return "no separate Windows character";
     if (std::string_view("\"*/:<>?\\|").find(static_cast<char>(byte)) != std::string_view::npos)
-        return "Windows reserves it";
-    if (byte == '@' || byte == '`') return "it ends the zone in paths of servers and printers";
-    return "it is in the configured set";
+        return "reserved by Windows";
+    if (byte == '@' || byte == '`') return "delimiter in paths of servers and printers";
+    return "in the configured quote set";
 }
 
 const char* whyQuotedLast(unsigned char byte) {
     return byte == ' ' ? "Windows drops a final space" : "Windows drops a final period";
 }
 
-/// The value of the bracketed number that the way back reads at `at`, or -1.
+/// The value of the bracketed number at `at`, as it is read when the name is converted back; -1 if there is none.
 int numberAt(const std::string& name, std::size_t at, const ByteRules& rules) {
     if (name.size() - at < 5) return -1;
     int value = 0;

@@ -1,4 +1,4 @@
-// What happens to one Macintosh name on its way to Windows and back.
+// Reports how a Macintosh name is converted to Windows and back.
 #pragma once
 
 #include <string>
@@ -14,7 +14,7 @@ struct QuotedByte {
     const char* reason;
 };
 
-/// Five bytes of the name that look like a quote to the way back.
+/// Five bytes of the name that are read as a bracketed number when the Windows name is converted back.
 struct LooksQuoted {
     std::size_t position;
     int value;
@@ -26,7 +26,7 @@ struct NameReport {
     std::vector<LooksQuoted> looksQuoted;
     bool comesBack = false;
     bool tooLong = false;
-    const char* notKept = nullptr;  // why Windows can't keep the name, also where it is too long
+    const char* notKept = nullptr;  // why Windows does not accept the name, including its length; null if it does
 };
 
 NameReport checkName(const std::string& macName, const ByteRules& rules);

@@ -11,23 +11,23 @@ namespace {
 
 constexpr std::string_view kByteOrderMark = "\xEF\xBB\xBF";
 
-/// The bytes of a name as it was typed or read; false after a complaint.
+/// Converts a name from the command line or the input to bytes; reports an error and returns false on failure.
 bool takeName(Side side, const std::string& text, std::string& bytes) {
     const bool isKnown = bytesFromText(side, text, bytes);
     const bool isWhole = text.find('\0') == std::string::npos;
     if (!isKnown)
         complain(text, whyNotBytes(side));
     else if (!isWhole)
-        complain(text, "holds a zero byte (names end in one with -0)");
+        complain(text, "contains a zero byte (use -0 if names end in zero bytes)");
     return isKnown && isWhole;
 }
 
-/// Standard input, a name at a time.
+/// Reads names from standard input.
 class NameLines {
 public:
     explicit NameLines(char ending) : ending_(static_cast<unsigned char>(ending)) {}
 
-    /// The next name as it is there; false at the end.
+    /// Reads the next name, not yet converted; false at the end.
     bool next(std::string& name) {
         name.clear();
         int c = readByte();
@@ -36,7 +36,7 @@ public:
         const bool isFirst = !hasRead_;
         hasRead_ = true;
         if (!isFirst || !namesAreText || !name.starts_with(kByteOrderMark)) return true;
-        // What an editor put before the first name says how the rest is written, and is no name by itself.
+        // A byte order mark, as editors write it, says that UTF-8 follows; it is not part of a name.
         isUtf8_ = true;
         name.erase(0, kByteOrderMark.size());
         return !name.empty() || c != EOF;
@@ -65,17 +65,17 @@ int forEachName(const Arguments& arguments, Side side, const std::function<bool(
     NameLines lines(ending);
     std::string text;
     while (lines.next(text)) {
-        // No Windows name holds a carriage return, but lines of Windows programs end in one.
+        // Windows names contain no carriage return, but lines written by Windows programs end in one.
         if (side == Side::windows && ending == '\n' && text.ends_with('\r')) text.pop_back();
         if (textOfInput(text, lines.isUtf8())) {
             take(text);
         } else {
-            complain(text, "not text of this code page");
+            complain(text, "not text in the ANSI code page");
             status = kSomeFailed;
         }
     }
     if (!ferror(stdin)) return status;
-    complain("standard input", "cannot be read");
+    complain("", "cannot read standard input");
     return kUsageError;
 }
 

@@ -1,4 +1,4 @@
-// The names that a command is given: its operands or, without any, the lines of standard input.
+// The names that a command processes: its operands or, without operands, the lines of standard input.
 #pragma once
 
 #include <functional>
@@ -9,11 +9,11 @@
 
 namespace tamrix::client {
 
-/// Ends names in standard input and in the output with a zero byte.
-constexpr Option kZeroOption = {"-0", nullptr, "names from standard input, and printed, end in a zero byte"};
+/// Names in standard input and in the output end in a zero byte instead of a newline.
+constexpr Option kZeroOption = {.name = "-0", .help = "names in standard input and in the output end in a zero byte"};
 
-/// Calls `act` with the bytes of each name; kSomeFailed when a name could not be taken, which a complaint has named, or
-/// `act` says false.
+/// Calls `act` with the bytes of each name. Returns kSomeFailed if `act` returned false or a name could not be
+/// converted, which is reported; kUsageError if standard input cannot be read.
 int forEachName(const Arguments& arguments, Side side, const std::function<bool(const std::string& bytes)>& act);
 
 }  // namespace tamrix::client

@@ -21,7 +21,7 @@ const char* Arguments::value(std::string_view option) const {
     return given ? given->value : nullptr;
 }
 
-/// Takes the option at `at`, with its value where it has one; the index of the last word taken.
+/// Parses the option at `at` and its value, if it takes one. Returns the index of the last word parsed.
 std::size_t Arguments::take(std::span<char* const> words, std::size_t at) {
     const std::string_view word = words[at];
     const std::size_t equals = word.find('=');

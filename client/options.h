@@ -1,8 +1,8 @@
-// What a command takes on its line: options from a declared table, then operands. The reader is our own: getopt_long is
-// not in the C library of Windows, and the help, the completion and the complaints come from the same table.
+// The command-line parser: options from declared tables, and operands. getopt_long is not used because Windows' C
+// library lacks it, and because help, completion and error messages come from the same tables.
 //
-// An option is written --name or, with a value, --name=value or --name value; "--" ends the options. Tables are static;
-// an Arguments object refers to them and to the program's own argument strings.
+// An option is written --name or, with a value, --name=value or --name value; "--" ends the options. An Arguments
+// object keeps pointers to the option tables, which are static, and to the words of the command line.
 #pragma once
 
 #include <span>
@@ -13,23 +13,23 @@
 namespace tamrix::client {
 
 struct Option {
-    const char* name;   // with its dashes
-    const char* value;  // how the help names the value; null for a flag
+    const char* name;             // including the dashes
+    const char* value = nullptr;  // the value's name in the help; null for a flag
     const char* help;
 };
 
 class Arguments {
 public:
-    /// Takes the operands and options of `words` from `first` on. With `stopAtOperand` it stops before the first
-    /// operand. Returns the index after the last word taken. False from isGood() when a word was not understood; the
-    /// complaint then names it.
+    /// Parses the options and operands in `words` from index `first`; with `stopAtOperand` it stops before the first
+    /// operand. Returns the index after the last parsed word. After an error isGood() is false and complaint() is the
+    /// error message.
     std::size_t parse(std::span<char* const> words, std::size_t first, bool stopAtOperand);
     void allow(std::span<const Option> options) { allowed_.push_back(options); }
 
     bool isGood() const { return complaint_.empty(); }
     const std::string& complaint() const { return complaint_; }
     bool has(std::string_view option) const { return find(option) != nullptr; }
-    /// The option's value as given last; null when the option was not given.
+    /// The value of the option's last occurrence; null if the option was not given.
     const char* value(std::string_view option) const;
     const std::vector<std::string>& operands() const { return operands_; }
 

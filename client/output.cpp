@@ -6,11 +6,6 @@
 #include "client/text.h"
 
 namespace tamrix::client {
-namespace {
-
-constexpr char kDigits[] = "0123456789ABCDEF";
-
-}  // namespace
 
 void print(std::string_view text) {
     writeText(stdout, text);
@@ -31,16 +26,6 @@ void complain(std::string_view about, std::string_view message) {
 
 bool finishOutput() {
     return fflush(stdout) == 0 && !ferror(stdout);
-}
-
-std::string hex(std::string_view bytes) {
-    std::string digits;
-    for (const char c : bytes) {
-        const auto byte = static_cast<unsigned char>(c);
-        digits += kDigits[byte >> 4];
-        digits += kDigits[byte & 15];
-    }
-    return digits;
 }
 
 }  // namespace tamrix::client

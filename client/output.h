@@ -1,4 +1,4 @@
-// What the program prints: results on standard output, complaints on standard error.
+// Output of the program: results on standard output, error messages on standard error.
 #pragma once
 
 #include <string>
@@ -8,16 +8,13 @@ namespace tamrix::client {
 
 void print(std::string_view text);
 
-/// Prints the content of a file, which is bytes everywhere.
+/// Prints bytes without conversion, such as the content of a mapping file.
 void printBytes(std::string_view bytes);
 
-/// "tamrix: about: message" on standard error; `about` names the argument and may be empty.
+/// Prints "tamrix: about: message" to standard error. `about` is usually an argument or a path, and may be empty.
 void complain(std::string_view about, std::string_view message);
 
-/// Flushes standard output; false when something was not written.
+/// Flushes standard output; false if any output could not be written.
 bool finishOutput();
-
-/// Upper-case hexadecimal digits, two a byte.
-std::string hex(std::string_view bytes);
 
 }  // namespace tamrix::client

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <charconv>
 
-#include "client/output.h"
+#include "client/text.h"
 
 namespace tamrix::client {
 namespace {
@@ -38,7 +38,7 @@ bool unescaped(std::string_view field, std::string& result) {
     return true;
 }
 
-/// A line's word and up to three fields.
+/// A line's keyword and up to three fields.
 struct Fields {
     std::string_view word;
     std::string field[3];

@@ -1,18 +1,18 @@
-// The journal of a renaming: a text file, written as the work goes on, from which everything can be put back.
+// The journal of tamrix rename: a text file, written during the run, with which all steps can be undone.
 //
 //   tamrix rename journal 1
-//   to-windows <tab> text            the way (or to-mac), and the form of the names (or bytes)
+//   to-windows <tab> text            direction (or to-mac) and encoding of the names (or bytes)
 //   tree <tab> PATH                  the folder whose content is renamed
-//   in <tab> FOLDER                  the folder of the steps that follow, from the tree's
-//   name <tab> OLD <tab> NEW         an entry's name
-//   link <tab> NAME <tab> OLD <tab> NEW    where a link points
+//   in <tab> FOLDER                  the folder of the following steps, relative to the tree's
+//   name <tab> OLD <tab> NEW         step: an entry is renamed
+//   link <tab> NAME <tab> OLD <tab> NEW    step: a link gets another target
 //   back <tab> NUMBER                the step with this number, from 0, is undone or was never done
 //
-// A step's line is on the disk before the step is done, up to kMostAnnounced of them at once. A step whose new name
-// only an earlier one makes free is never announced together with that one. So each step can be told from the disk:
-// with the old name there and the new one not, it was not done. Folders are named as they are when the step is done.
-// Control characters and backslashes of names are \x and two digits. A line that lacks its end was never completed: its
-// step was not done.
+// A step's line is flushed to the disk before the step is done, together with those of up to kMaxAnnounced - 1 later
+// steps. A step whose new name becomes free only through an earlier step is not written together with that one.
+// Therefore the disk shows whether a step was done: it was not if the old name exists and the new one does not.
+// Folders have the names that they have when the step is done. Control characters and backslashes in names are written
+// as \x and two digits. If the last line lacks its newline, its step was not done.
 #pragma once
 
 #include <cstddef>
@@ -22,13 +22,13 @@
 
 namespace tamrix::client {
 
-constexpr std::size_t kMostAnnounced = 4096;
+constexpr std::size_t kMaxAnnounced = 4096;
 constexpr char kJournalEnding[] = ".tamrix-journal";
 
 struct JournalStep {
-    std::size_t folder;  // which of the journal's folders
+    std::size_t folder;  // index in the journal's folders
     bool isLink;
-    std::string name;  // of a link; otherwise empty
+    std::string name;  // the link's name; empty if the step renames an entry
     std::string from;
     std::string to;
     bool isBack = false;
@@ -36,12 +36,12 @@ struct JournalStep {
 
 struct Journal {
     bool toWindows = false;
-    bool isText = true;  // the form of the names
+    bool isText = true;  // names are text, not bytes
     std::string tree;
     std::vector<std::string> folders;
     std::vector<JournalStep> steps;
-    bool isTorn = false;        // the last line lacks its end
-    std::size_t wholeSize = 0;  // bytes of the whole lines
+    bool isTorn = false;        // the last line lacks its newline
+    std::size_t wholeSize = 0;  // bytes of the complete lines
 
     bool isBack() const;
 };
@@ -52,7 +52,7 @@ std::string nameLine(const std::string& from, const std::string& to);
 std::string linkLine(const std::string& name, const std::string& from, const std::string& to);
 std::string backLine(std::size_t step);
 
-/// False with the line at fault, from 1.
+/// On failure returns false and the number of the malformed line, from 1.
 bool parseJournal(std::string_view text, Journal& journal, std::size_t& line);
 
 }  // namespace tamrix::client

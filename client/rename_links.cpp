@@ -1,4 +1,4 @@
-// Where the links of a tree point after everything in it got its new name.
+// Computes the targets of a tree's links after everything in it is renamed.
 #include <algorithm>
 
 #include "client/rename_plan.h"
@@ -6,21 +6,21 @@
 namespace tamrix::client {
 namespace {
 
-/// As many links as systems follow before they take them for a circle.
-constexpr int kMostLinks = 40;
+/// Systems follow this many links before they report a loop.
+constexpr int kMaxLinks = 40;
 
-/// Follows the names of targets through the tree and outside it.
+/// Follows link targets, name by name, inside and outside the tree.
 class Follower {
 public:
     Follower(const Tree& tree, const std::string& root) : tree_(tree), root_(root) {}
 
-    /// A place on the way: a folder of the tree, a path outside it, or nowhere that is known.
+    /// A position while following a target: a folder of the tree, a path outside it, or unknown.
     struct Place {
         std::size_t folder = kNoFolder;
-        std::string outside;  // from the root; ends in a separator
+        std::string outside;  // absolute; ends in a separator
     };
 
-    /// Follows `target`, which is read in `folder`, and appends it to `renamed` with new names.
+    /// Follows `target`, relative to `folder`, and appends it to `renamed` with the new names.
     Place follow(std::size_t folder, const std::string& target, std::string& renamed, int depth) const {
         Place place{folder, {}};
         if (target.starts_with(kPathSeparator)) place = root_ == "/" ? Place{0, {}} : Place{kNoFolder, "/"};
@@ -38,7 +38,7 @@ public:
     }
 
 private:
-    /// Goes from `place` to what `name` is there; its new name.
+    /// Moves `place` to the entry `name` in it. Returns the entry's new name.
     std::string step(Place& place, const std::string& name, int depth) const {
         if (name == ".") return name;
         if (place.folder == kNoFolder) {
@@ -60,7 +60,7 @@ private:
         }
         std::string ignored;
         if (entry->entry.kind == EntryKind::link)
-            place = depth < kMostLinks ? follow(place.folder, entry->entry.target, ignored, depth + 1) : Place{};
+            place = depth < kMaxLinks ? follow(place.folder, entry->entry.target, ignored, depth + 1) : Place{};
         else
             place = {entry->folder, {}};
         return entry->newName();

@@ -2,6 +2,8 @@
 
 #include "client/library_names.h"
 #include "client/system/encodings.h"
+#include "client/text.h"
+#include "client/unicode.h"
 #include "client/windows_names.h"
 
 namespace tamrix::client {
@@ -15,14 +17,15 @@ bool isComposedFormOf(const std::string& text, const std::string& name) {
     return namesAreText && wideFromUtf8(name, wide) && utf8FromWide(composed(wide), form) && form == text;
 }
 
-/// `bytes` receives the name's form on the side `to`.
+/// Converts a name; `bytes` receives its bytes on the side `to`.
 NewName translated(const std::string& name, Side from, Side to, Translation there, Translation back,
                    std::string& bytes) {
     NewName result;
     std::string old;
     if (!bytesFromText(from, name, old)) return {Verdict::notText, {}, whyNotBytes(from)};
     bytes = there(old);
-    if (!textFromBytes(to, bytes, result.text)) return {Verdict::notText, {}, "its new name has no text"};
+    if (!textFromBytes(to, bytes, result.text))
+        return {Verdict::notText, {}, "the new name cannot be converted to text"};
     result.comesBack = back(bytes) == old;
     if (result.text == name)
         result.verdict = Verdict::unchanged;
@@ -31,7 +34,7 @@ NewName translated(const std::string& name, Side from, Side to, Translation ther
     return result;
 }
 
-/// Refuses what Windows does not keep.
+/// Rejects a name that Windows does not accept.
 void checkForWindows(const std::string& bytes, NewName& name) {
     const char* reason = whyWindowsCannotKeep(bytes);
     if (name.verdict == Verdict::notText || !reason) return;
@@ -60,7 +63,7 @@ NewName newWindowsName(const std::string& name) {
 NewName newMacName(const std::string& name) {
     std::string bytes;
     NewName result = translated(name, Side::windows, Side::mac, macNameOf, windowsNameOf, bytes);
-    // A disk of Windows holds the Macintosh name by Windows' rules, too.
+    // On a Windows disk the Macintosh name must follow Windows' rules too.
     if (kDiskIgnoresCase && result.verdict == Verdict::rename) checkForWindows(bytes, result);
     checkForThisDisk(result);
     return result;

@@ -1,4 +1,4 @@
-// The Windows or Macintosh form of a name on the disk.
+// Converts a name on the disk to its Windows or Macintosh form.
 #pragma once
 
 #include "client/rename_plan.h"

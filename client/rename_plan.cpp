@@ -9,15 +9,15 @@ namespace {
 
 constexpr std::size_t kNobody = static_cast<std::size_t>(-1);
 
-/// A name that the folder holds or is to hold, by its key.
+/// How many entries of the folder have, and will have, one name.
 struct Slot {
     int holders = 0;  // entries that have it now
-    int stayers = 0;  // of those, the ones that get no other
-    int takers = 0;   // entries that are to get it
+    int stayers = 0;  // those of them that are not renamed
+    int takers = 0;   // entries that will get it
     std::size_t taker = kNobody;
 };
 
-/// The slots of one folder: an entry's old and new name by the entry's index.
+/// The slots of one folder, found by an entry's index for its old and its new name.
 class Slots {
 public:
     Slots(const std::vector<PlannedEntry>& entries, bool ignoreCase) {
@@ -26,7 +26,8 @@ public:
             keys.emplace_back(ignoreCase ? caseKey(name) : name, number);
         };
         for (std::size_t i = 0; i < entries.size(); ++i) {
-            add(entries[i].name(), 2 * i);
+            // A name that cannot be used in calls is only displayed and collides with no other.
+            add(entries[i].entry.canBeNamed ? entries[i].name() : "?", 2 * i);
             if (entries[i].planned.verdict == Verdict::rename) add(entries[i].newName(), 2 * i + 1);
         }
         std::sort(keys.begin(), keys.end());
@@ -48,7 +49,7 @@ public:
     Slot& from(std::size_t entry) { return slots_[slotOf_[2 * entry]]; }
     Slot& to(std::size_t entry) { return slots_[slotOf_[2 * entry + 1]]; }
 
-    /// Nobody else wants the new name, and nobody else holds it; an entry's own old name is in nobody's way.
+    /// Whether no other entry will get or now has the new name; an entry's own old name does not count.
     bool isFree(std::size_t entry) {
         return to(entry).takers == 1 && to(entry).holders == (&from(entry) == &to(entry) ? 1 : 0);
     }
@@ -67,7 +68,21 @@ void leave(PlannedEntry& entry, const char* reason) {
     entry.planned.reason = reason;
 }
 
-/// Puts `entry` into the order if its new name is free, and then, one after the other, those that waited for it.
+/// Windows 95 may show a name with characters outside the code page as the name of another entry; no call can then
+/// distinguish the two.
+void leaveTwins(std::vector<PlannedEntry>& entries) {
+    for (std::size_t first = 0, end; first < entries.size(); first = end) {
+        std::size_t named = 0;
+        for (end = first; end < entries.size() && entries[end].name() == entries[first].name(); ++end)
+            named += entries[end].entry.canBeNamed;
+        for (std::size_t i = first; named > 1 && i < end; ++i) {
+            entries[i].entry.canBeNamed = false;
+            leave(entries[i], "collision: the system shows another entry under this name");
+        }
+    }
+}
+
+/// Appends `entry` to the order if its new name is free, then the entry that waited for its old name, and so on.
 void takeChain(std::size_t entry, std::vector<PlannedEntry>& entries, Slots& slots, std::vector<bool>& done,
                std::vector<std::size_t>& order) {
     for (bool waits = false; entry != kNobody && !done[entry] && slots.isFree(entry); waits = true) {
@@ -89,9 +104,10 @@ void planFolder(std::vector<FolderEntry> entries, Translate translate, bool igno
         if (planned.entry.canBeNamed)
             planned.planned = translate(planned.name());
         else
-            planned.planned = {Verdict::notText, {}, "not a name in this code page"};
+            planned.planned = {Verdict::notText, {}, "cannot be represented in the ANSI code page"};
         folder.entries.push_back(std::move(planned));
     }
+    leaveTwins(folder.entries);
 
     Slots slots(folder.entries, ignoreCase);
     std::vector<bool> done(folder.entries.size());
@@ -101,10 +117,10 @@ void planFolder(std::vector<FolderEntry> entries, Translate translate, bool igno
     for (std::size_t i = 0; i < folder.entries.size(); ++i) {
         PlannedEntry& entry = folder.entries[i];
         if (entry.planned.verdict == Verdict::unchanged && slots.from(i).stayers > 1)
-            leave(entry, "collision: another name differs in case alone");
+            leave(entry, "collision: another name differs only in case");
         else if (entry.planned.verdict == Verdict::rename && !done[i])
             leave(entry, slots.to(i).takers > 1 ? "collision: another entry would get the same name"
-                                                : "collision: the name is taken");
+                                                : "collision: the new name already exists");
     }
 }
 

@@ -1,13 +1,13 @@
 #include "client/rename_report.h"
 
-#include <utility>
-
+#include "client/command.h"
+#include "client/output.h"
 #include "client/system/streams.h"
 
 namespace tamrix::client {
 namespace {
 
-/// How the entries of a tree fare, for the summary.
+/// The numbers in the summary of a tree.
 struct Summary {
     long verdicts[kVerdictCount] = {};
     long onlyComposed = 0;
@@ -23,39 +23,43 @@ struct Summary {
     }
 };
 
-/// What a reader of the summary wants to know, in the order of Verdict.
+/// The rows of the summary, in the order of Verdict.
 struct SummaryRow {
     const char* text;
     const char* json;
 };
 constexpr SummaryRow kSummaryRows[kVerdictCount] = {
-    {"to rename", "toRename"}, {"unchanged", "unchanged"}, {"collisions", "collisions"},      {"reserved", "reserved"},
-    {"too long", "tooLong"},   {"not text", "notText"},    {"refused by the disk", "refused"}};
+    {"to rename", "toRename"}, {"unchanged", "unchanged"}, {"collisions", "collisions"},       {"reserved", "reserved"},
+    {"too long", "tooLong"},   {"not text", "notText"},    {"rejected by the disk", "refused"}};
+
+constexpr char kOnlyComposed[] = "Unicode composition only";
+constexpr char kNoWayBack[] = "would not convert back";
 
 }  // namespace
 
 void Report::renamed(const std::string& folder, const NewName& name, const std::string& from) {
     ++done_;
-    std::string note = name.onlyComposed ? "only composed" : "";
-    if (!name.comesBack) note += note.empty() ? "would not come back unchanged" : ", would not come back unchanged";
+    std::string note = name.onlyComposed ? kOnlyComposed : "";
+    if (!name.comesBack) note += (note.empty() ? "" : ", ") + std::string(kNoWayBack);
     if (asJson_) return row(folder, from, name.text, isDone_ ? "renamed" : "would rename", note);
     say(path(folder, from) + " -> " + visible(name.text) + (note.empty() ? "" : " (" + note + ")"));
 }
 
 void Report::pointed(const std::string& folder, const std::string& name, const std::string& from,
                      const std::string& to) {
-    if (!asJson_) return say(path(folder, name) + " points to " + visible(to) + ", not to " + visible(from));
-    beginRow(folder, name, name, isDone_ ? "pointed" : "would point", "");
+    if (!asJson_) return say(path(folder, name) + ": link target: " + visible(from) + " -> " + visible(to));
+    openDocument();
+    const JsonObject entry(json_);
+    rowMembers(folder, name, name, isDone_ ? "pointed" : "would point", "");
     json_.text("oldTarget", from);
     json_.text("newTarget", to);
-    json_.endObject();
 }
 
 void Report::left(const std::string& folder, const std::string& from, const std::string& to,
                   const std::string& reason) {
     ++left_;
     if (asJson_) return row(folder, from, to, "left", reason);
-    say(path(folder, from), to.empty() ? reason : reason + ": " + to);
+    say(path(folder, from), to.empty() ? reason : reason + " (new name: " + to + ")");
 }
 
 void Report::noted(const std::string& folder, const std::string& name, const std::string& note) {
@@ -67,7 +71,7 @@ void Report::progress(std::size_t done, std::size_t total) {
     static const bool isWatched = errorIsTerminal();
     if (!isWatched) return;
     const time_t now = time(nullptr);
-    // The clock counts whole seconds: two of its steps are more than a second.
+    // The clock counts whole seconds; two of its steps are more than a second, one may be less.
     if (now < shownAt_ + (shownAt_ == startedAt_ ? 2 : 1)) return;
     shownAt_ = now;
     const std::string many = std::to_string(done);
@@ -75,6 +79,11 @@ void Report::progress(std::size_t done, std::size_t total) {
     finishOutput();
     writeText(stderr, "\r" + many + (total ? " of " + std::to_string(total) : " entries read"));
     fflush(stderr);
+}
+
+int Report::refuse(const std::string& about, const std::string& reason) {
+    say(about, reason);
+    return kUsageError;
 }
 
 std::string Report::path(const std::string& folder, const std::string& name) const {
@@ -93,22 +102,19 @@ void Report::say(const std::string& about, const std::string& message) {
 }
 
 void Report::clearProgress() {
-    // Wide enough for two numbers of entries.
+    // Overwrites the progress, which has at most two numbers.
     if (isProgressShown_) writeText(stderr, "\r" + std::string(30, ' ') + "\r");
     isProgressShown_ = false;
 }
 
-void Report::openJson() {
-    if (jsonIsOpen_) return;
-    jsonIsOpen_ = true;
-    json_.beginObject();
-    json_.beginArray("entries");
+void Report::openDocument() {
+    if (document_) return;
+    document_.emplace(json_);
+    entries_.emplace(json_, "entries");
 }
 
-void Report::beginRow(const std::string& folder, const std::string& from, const std::string& to, const char* status,
-                      const std::string& reason) {
-    openJson();
-    json_.beginObject();
+void Report::rowMembers(const std::string& folder, const std::string& from, const std::string& to, const char* status,
+                        const std::string& reason) {
     json_.text("folder", folder.empty() ? folder_ : joined(folder_, folder));
     json_.text("from", from);
     json_.text("to", to);
@@ -118,8 +124,9 @@ void Report::beginRow(const std::string& folder, const std::string& from, const 
 
 void Report::row(const std::string& folder, const std::string& from, const std::string& to, const char* status,
                  const std::string& reason) {
-    beginRow(folder, from, to, status, reason);
-    json_.endObject();
+    openDocument();
+    const JsonObject entry(json_);
+    rowMembers(folder, from, to, status, reason);
 }
 
 void Report::finish(const Tree* tree, const RunEnd& end, const std::string& journal) {
@@ -134,38 +141,38 @@ void Report::finishText(const Tree* tree, const RunEnd& end, const std::string& 
         const auto line = [](const char* what, long count, const char* more = "") {
             if (count > 0) complain("", std::string(what) + ": " + std::to_string(count) + more);
         };
-        if (!isDone_) line(kSummaryRows[0].text, summary.verdicts[0], " (--apply does it)");
-        line("only composed", summary.onlyComposed);
-        line("would not come back", summary.notComingBack);
+        if (!isDone_) line(kSummaryRows[0].text, summary.verdicts[0], " (use --apply)");
+        line(kOnlyComposed, summary.onlyComposed);
+        line(kNoWayBack, summary.notComingBack);
         for (std::size_t i = 1; i < kVerdictCount; ++i) line(kSummaryRows[i].text, summary.verdicts[i]);
         if (!isDone_ && summary.verdicts[0] == 0) complain("", "nothing to rename");
     }
     if (!end.reason.empty()) complain("", "stopped: " + end.reason);
-    const std::string what = tree ? " renamed, " : " put back, ";
+    const std::string what = tree ? " renamed, " : " reverted, ";
     if (isDone_)
-        complain("", std::to_string(done_) + what + std::to_string(left_) + " left with a reason, " +
-                         std::to_string(end.left) + " left to do");
-    if (!journal.empty()) complain("", "rename --undo puts everything back: " + journal);
+        complain("", std::to_string(done_) + what + std::to_string(left_) + " skipped, " + std::to_string(end.left) +
+                         " remaining");
+    if (!journal.empty()) complain("", "to undo: tamrix rename --undo " + journal);
 }
 
 void Report::finishJson(const Tree* tree, const RunEnd& end, const std::string& journal) {
-    openJson();
-    json_.endArray();
-    json_.beginObject("summary");
-    if (tree) {
-        const Summary summary(*tree);
-        for (std::size_t i = 0; i < kVerdictCount; ++i) json_.number(kSummaryRows[i].json, summary.verdicts[i]);
-        json_.number("onlyComposed", summary.onlyComposed);
-        json_.number("wouldNotComeBack", summary.notComingBack);
+    openDocument();
+    entries_.reset();
+    {
+        const JsonObject object(json_, "summary");
+        if (tree) {
+            const Summary summary(*tree);
+            for (std::size_t i = 0; i < kVerdictCount; ++i) json_.number(kSummaryRows[i].json, summary.verdicts[i]);
+            json_.number("onlyComposed", summary.onlyComposed);
+            json_.number("wouldNotComeBack", summary.notComingBack);
+        }
+        json_.number("done", isDone_ ? done_ : 0);
+        json_.number("left", left_);
+        json_.number("leftToDo", static_cast<long>(end.left));
     }
-    json_.number("done", isDone_ ? done_ : 0);
-    json_.number("left", left_);
-    json_.number("leftToDo", static_cast<long>(end.left));
-    json_.endObject();
     json_.ascii("stopped", end.reason);
     json_.text("journal", journal);
-    json_.endObject();
-    json_.finish();
+    document_.reset();
 }
 
 }  // namespace tamrix::client

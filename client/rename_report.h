@@ -1,8 +1,9 @@
-// What tamrix rename prints: a line for each entry, how far the work is, and a summary by reason.
+// Output of tamrix rename: a line for each entry, the progress, and a summary by reason.
 #pragma once
 
 #include <time.h>
 
+#include <optional>
 #include <string>
 
 #include "client/json.h"
@@ -12,7 +13,7 @@ namespace tamrix::client {
 
 class Report final : public RenameListener {
 public:
-    /// `folder` is what the user wrote; `isDone` says whether what is told has happened.
+    /// `folder` is the path as the user wrote it; `isDone` is false for a dry run.
     Report(std::string folder, bool isDone, bool asJson)
         : folder_(std::move(folder)), isDone_(isDone), asJson_(asJson) {}
 
@@ -24,8 +25,11 @@ public:
     void noted(const std::string& folder, const std::string& name, const std::string& note) override;
     void progress(std::size_t done, std::size_t total) override;
 
-    /// The summary of a tree, null when one was put back. `journal` is empty where none was written.
+    /// Prints the summary. `tree` is null after an undo; `journal` is empty if none was written.
     void finish(const Tree* tree, const RunEnd& end, const std::string& journal);
+
+    /// Reports why nothing was done, before any entry is reported. Returns the exit status.
+    int refuse(const std::string& about, const std::string& reason);
 
     bool leftSome() const { return left_ > 0; }
 
@@ -34,11 +38,11 @@ private:
     void say(const std::string& line);
     void say(const std::string& about, const std::string& message);
     void clearProgress();
-    void beginRow(const std::string& folder, const std::string& from, const std::string& to, const char* status,
-                  const std::string& reason);
     void row(const std::string& folder, const std::string& from, const std::string& to, const char* status,
              const std::string& reason);
-    void openJson();
+    void rowMembers(const std::string& folder, const std::string& from, const std::string& to, const char* status,
+                    const std::string& reason);
+    void openDocument();
     void finishText(const Tree* tree, const RunEnd& end, const std::string& journal);
     void finishJson(const Tree* tree, const RunEnd& end, const std::string& journal);
 
@@ -46,7 +50,8 @@ private:
     const bool isDone_;
     const bool asJson_;
     Json json_;
-    bool jsonIsOpen_ = false;
+    std::optional<JsonObject> document_;
+    std::optional<JsonArray> entries_;
     long done_ = 0;
     long left_ = 0;
     const time_t startedAt_ = time(nullptr);

@@ -1,17 +1,21 @@
 #include "client/rename_run.h"
 
-#include <algorithm>
+#include <string.h>
+
 #include <utility>
 
-#include "client/output.h"
+#include "client/read_file.h"
 #include "client/system/interrupts.h"
-#include "client/system/open_file.h"
 #include "client/system/whole_file.h"
+#include "client/text.h"
 
 namespace tamrix::client {
 namespace {
 
 constexpr char kInterrupted[] = "interrupted";
+
+/// Far more than any disk's journal needs.
+constexpr std::size_t kMaxJournalSize = std::size_t{1} << 30;
 
 bool exists(const std::string& path) {
     return entryAt(path).kind != EntryKind::nothing;
@@ -21,27 +25,25 @@ std::string journalName(const std::string& root, long number) {
     return root + kJournalEnding + (number > 1 ? "-" + std::to_string(number) : "");
 }
 
-/// The latest journal next to a folder that was not put back; empty when there is none.
+bool takeJournal(const std::string& text, Journal& journal, std::string& reason) {
+    std::size_t line = 0;
+    if (parseJournal(text, journal, line)) return true;
+    reason = "not a journal of tamrix rename (line " + std::to_string(line) + ")";
+    return false;
+}
+
+/// The latest journal next to a folder that is not completely undone; empty if there is none.
 std::string latestJournal(const std::string& root, Journal& journal) {
     std::string latest, path;
     for (long number = 1; exists(path = journalName(root, number)); ++number) {
         Journal read;
-        std::string reason;
-        if (!readJournal(path, read, reason) || read.isBack()) continue;
+        std::string text, reason;
+        if (!readFile(path, kMaxJournalSize, text, reason) || !takeJournal(text, read, reason) || read.isBack())
+            continue;
         latest = path;
         journal = std::move(read);
     }
     return latest;
-}
-
-bool readWholeFile(const std::string& path, std::string& text, std::string& reason) {
-    FILE* file = openToRead(path, reason);
-    if (!file) return false;
-    char block[2048];
-    while (const std::size_t size = fread(block, 1, sizeof block, file)) text.append(block, size);
-    if (ferror(file)) reason = "cannot be read";
-    fclose(file);
-    return reason.empty();
 }
 
 void tellAboutEntry(const std::string& folder, const PlannedEntry& entry, RenameListener& listener) {
@@ -49,9 +51,9 @@ void tellAboutEntry(const std::string& folder, const PlannedEntry& entry, Rename
     if (planned.verdict != Verdict::rename && planned.verdict != Verdict::unchanged)
         listener.left(folder, entry.name(), planned.text == entry.name() ? "" : planned.text, planned.reason);
     else if (planned.verdict == Verdict::unchanged && !planned.comesBack)
-        listener.noted(folder, entry.name(), "would not come back unchanged");
+        listener.noted(folder, entry.name(), "would not convert back");
     if (entry.entry.kind == EntryKind::link && entry.entry.target.empty())
-        listener.noted(folder, entry.name(), "a link: where it points stays as it is");
+        listener.noted(folder, entry.name(), "the link's target is not changed");
 }
 
 }  // namespace
@@ -63,12 +65,7 @@ bool readTree(const std::string& root, Translate translate, bool ignoreCase, Ren
     for (std::size_t i = 0; i < tree.size(); ++i) {
         std::vector<FolderEntry> entries;
         const std::string path = pathInTree(tree, i, false);
-        reason.clear();
-        if (!listFolder(joined(root, path), entries, reason)) {
-            if (i == 0) return false;
-            listener.left(path, "", "", reason);
-            continue;
-        }
+        if (!listFolder(joined(root, path), entries, tree[i].unreadable)) continue;
         planFolder(std::move(entries), translate, ignoreCase, tree[i]);
         for (std::size_t at = 0; at < tree[i].entries.size(); ++at) {
             PlannedEntry& entry = tree[i].entries[at];
@@ -82,8 +79,8 @@ bool readTree(const std::string& root, Translate translate, bool ignoreCase, Ren
         }
         listener.progress(count += tree[i].entries.size(), 0);
     }
-    reason.clear();
-    return true;
+    reason = tree[0].unreadable;
+    return reason.empty();
 }
 
 std::string freeJournalName(const std::string& root) {
@@ -102,19 +99,37 @@ std::string journalOfEarlierRun(const std::string& root, bool toWindows) {
     return {};
 }
 
-bool readJournal(const std::string& path, Journal& journal, std::string& reason) {
+std::string journalInTree(const Tree& tree, const std::string& root, bool toWindows) {
+    for (std::size_t folder = 0; folder < tree.size(); ++folder)
+        for (const PlannedEntry& entry : tree[folder].entries) {
+            if (!entry.name().ends_with(kJournalEnding)) continue;
+            std::string path = joined(joined(root, pathInTree(tree, folder, false)), entry.name());
+            path.resize(path.size() - strlen(kJournalEnding));
+            Journal journal;
+            std::string latest = entryAt(path).kind == EntryKind::folder ? latestJournal(path, journal) : "";
+            if (!latest.empty() && journal.toWindows == toWindows) return latest;
+        }
+    return {};
+}
+
+bool openJournal(const std::string& path, Journal& journal, AppendFile& file, std::string& reason) {
     std::string text;
-    std::size_t line = 0;
-    if (!readWholeFile(path, text, reason)) return false;
-    if (parseJournal(text, journal, line)) return true;
-    reason = "not a journal of tamrix rename: line " + std::to_string(line);
-    return false;
+    if (!readFile(path, kMaxJournalSize, text, reason) || !takeJournal(text, journal, reason)) return false;
+    // The step of an incomplete last line was not done. The line is removed so that the next one is not appended to it.
+    if (journal.isTorn && !writeWholeFile(path, text.substr(0, journal.wholeSize), reason)) return false;
+    return file.open(path, reason);
 }
 
 RenameRun::RenameRun(const std::string& root, bool toWindows, Tree& tree, RenameListener& listener)
     : root_(root), toWindows_(toWindows), tree_(tree), listener_(listener) {
     for (const std::size_t folder : deepestFirst(tree))
         for (const std::size_t entry : tree[folder].renamings) turns_.push_back({folder, entry});
+}
+
+/// Reports why a folder could not be read, and which of its entries are not renamed.
+void RenameRun::tellAboutFolder(std::size_t folder, const std::string& path) {
+    if (!tree_[folder].unreadable.empty()) listener_.left(path, "", "", tree_[folder].unreadable);
+    for (const PlannedEntry& entry : tree_[folder].entries) tellAboutEntry(path, entry, listener_);
 }
 
 void RenameRun::plan() {
@@ -125,7 +140,7 @@ void RenameRun::plan() {
             const PlannedEntry& entry = tree_[folder].entries[i];
             listener_.renamed(path, entry.planned, entry.name());
         }
-        for (const PlannedEntry& entry : tree_[folder].entries) tellAboutEntry(path, entry, listener_);
+        tellAboutFolder(folder, path);
     }
     for (const PlannedLink& link : changesOf(planLinks(tree_, plainPath(root_)))) {
         const FolderEntry& entry = tree_[link.folder].entries[link.entry].entry;
@@ -133,23 +148,23 @@ void RenameRun::plan() {
     }
 }
 
-/// Tells of links out of the tree; the links that are to be pointed elsewhere.
+/// Reports links to the outside of the tree. Returns the links whose target changes.
 std::vector<PlannedLink> RenameRun::changesOf(std::vector<PlannedLink> links) {
     std::vector<PlannedLink> changes;
     for (PlannedLink& link : links) {
         const FolderEntry& entry = tree_[link.folder].entries[link.entry].entry;
         if (link.leadsOut)
             listener_.noted(pathInTree(tree_, link.folder, false), entry.name,
-                            "leads out of the folder: " + entry.target);
+                            "the link's target is outside the folder: " + entry.target);
         if (link.target != entry.target) changes.push_back(std::move(link));
     }
     return changes;
 }
 
-/// Has the lines of the turns from `first` on in the journal, on the disk.
+/// Writes the lines of the turns from `first` to the journal and flushes it to the disk.
 bool RenameRun::announce(std::size_t first, RunEnd& end) {
     std::string lines;
-    for (; announced_ < turns_.size() && announced_ < first + kMostAnnounced; ++announced_) {
+    for (; announced_ < turns_.size() && announced_ < first + kMaxAnnounced; ++announced_) {
         const Turn& turn = turns_[announced_];
         const PlannedEntry& entry = tree_[turn.folder].entries[turn.entry];
         if (entry.waits && announced_ != first) break;
@@ -160,13 +175,13 @@ bool RenameRun::announce(std::size_t first, RunEnd& end) {
     return journal_.append(lines, end.reason) && journal_.flush(end.reason);
 }
 
-/// Marks a step of the journal as one that was not done. Without the mark undo finds that out from the disk.
+/// Marks a step in the journal as not done. Without the mark, undo detects it from the disk.
 void RenameRun::takeBack(std::size_t step) {
     std::string ignored;
     journal_.append(backLine(step), ignored);
 }
 
-/// False where the disk has changed since the tree was read.
+/// Renames one entry. False if the disk has changed since the tree was read.
 bool RenameRun::doTurn(std::size_t number, RunEnd& end) {
     const Turn& turn = turns_[number];
     PlannedEntry& entry = tree_[turn.folder].entries[turn.entry];
@@ -176,7 +191,7 @@ bool RenameRun::doTurn(std::size_t number, RunEnd& end) {
     const std::string from = joined(folder, entry.name()), to = joined(folder, entry.newName());
     std::string reason;
     if (entryAt(from).kind != entry.entry.kind) {
-        end.reason = "the disk has changed: " + joined(path_, entry.name()) + " is not there as it was";
+        end.reason = "the disk has changed: " + joined(path_, entry.name()) + " was removed or replaced";
         return false;
     }
     if (renameWithoutOverwriting(from, to, reason)) {
@@ -184,17 +199,17 @@ bool RenameRun::doTurn(std::size_t number, RunEnd& end) {
         return true;
     }
     if (exists(to)) {
-        end.reason = "the disk has changed: " + joined(path_, entry.newName()) + " is there now";
+        end.reason = "the disk has changed: " + joined(path_, entry.newName()) + " now exists";
         return false;
     }
-    // What this disk does not take, others in the folder may not need.
+    // The disk rejects this name; other entries can still be renamed.
     listener_.left(path_, entry.name(), entry.newName(), reason);
     entry.planned.verdict = Verdict::refused;
     takeBack(number);
     return true;
 }
 
-/// Points one link at its target's new name; false where the run is to stop.
+/// Changes one link to its target's new name; false if the run must stop.
 bool RenameRun::pointOne(const PlannedLink& link, std::size_t step, RunEnd& end) {
     const PlannedEntry& entry = tree_[link.folder].entries[link.entry];
     const std::string& target = entry.entry.target;
@@ -203,7 +218,7 @@ bool RenameRun::pointOne(const PlannedLink& link, std::size_t step, RunEnd& end)
     if (wasInterrupted())
         end.reason = kInterrupted;
     else if (entryAt(path).target != target)
-        end.reason = "the disk has changed: " + joined(shownIn, entry.name()) + " points elsewhere now";
+        end.reason = "the disk has changed: " + joined(shownIn, entry.name()) + " has another target now";
     if (!end.reason.empty() ||
         !journal_.append(folderLine(folder) + linkLine(entry.newName(), target, link.target), end.reason) ||
         !journal_.flush(end.reason))
@@ -218,7 +233,7 @@ bool RenameRun::pointOne(const PlannedLink& link, std::size_t step, RunEnd& end)
     return true;
 }
 
-/// All is renamed by now, and what the disk refused is known.
+/// Changes the links, after all entries are renamed, when it is known which names the disk rejected.
 void RenameRun::pointLinks(RunEnd& end) {
     const std::vector<PlannedLink> links = changesOf(planLinks(tree_, plainPath(root_)));
     for (std::size_t i = 0; i < links.size() && end.reason.empty(); ++i)
@@ -234,10 +249,7 @@ RunEnd RenameRun::apply() {
     RunEnd end;
     std::size_t number = 0;
     watchInterrupts();
-    for (const std::size_t folder : deepestFirst(tree_)) {
-        const std::string path = pathInTree(tree_, folder, false);
-        for (const PlannedEntry& entry : tree_[folder].entries) tellAboutEntry(path, entry, listener_);
-    }
+    for (const std::size_t folder : deepestFirst(tree_)) tellAboutFolder(folder, pathInTree(tree_, folder, false));
     for (; number < turns_.size(); ++number) {
         listener_.progress(number, turns_.size());
         if (wasInterrupted()) end.reason = kInterrupted;
@@ -260,7 +272,7 @@ Back putNameBack(const std::string& folder, const JournalStep& step, std::string
         return isOld                                                                                  ? Back::already
                : renameWithoutOverwriting(joined(folder, step.to), joined(folder, step.from), reason) ? Back::done
                                                                                                       : Back::changed;
-    reason = isOld ? "has changed meanwhile: both names are there" : "has changed meanwhile: it is gone";
+    reason = isOld ? "both names now exist" : "no longer exists";
     return Back::changed;
 }
 
@@ -270,27 +282,18 @@ Back putLinkBack(const std::string& folder, const JournalStep& step, std::string
     removeUnfinishedLink(path);
     if (target == step.from) return Back::already;
     if (target == step.to) return pointLink(path, step.from, reason) ? Back::done : Back::changed;
-    reason = "has changed meanwhile: it points elsewhere";
+    reason = "has another target now";
     return Back::changed;
 }
 
 }  // namespace
 
-RunEnd undo(Journal& journal, const std::string& path, RenameListener& listener) {
+RunEnd undo(Journal& journal, AppendFile& file, RenameListener& listener) {
     RunEnd end;
     std::string root;
-    AppendFile file;
     watchInterrupts();
-    // A line without its end is of a step that was not done; the next line is not to be joined to it.
-    std::string text;
     if (!resolveFolder(journal.tree, root, end.reason)) {
         end.reason = journal.tree + ": " + end.reason;
-        return end;
-    }
-    if (journal.isTorn && readWholeFile(path, text, end.reason))
-        writeWholeFile(path, text.substr(0, journal.wholeSize), end.reason);
-    if (!end.reason.empty() || !file.open(path, end.reason)) {
-        end.reason = path + ": " + end.reason;
         return end;
     }
     end.left = journal.steps.size();

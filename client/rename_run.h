@@ -1,5 +1,5 @@
-// A renaming as it is carried out: the tree read, each step written into the journal and done, or everything put back.
-// The decisions are those of rename_plan.h.
+// Runs tamrix rename: reads the tree, writes each step to the journal and does it, or undoes all steps of a journal.
+// rename_plan.h decides what is renamed.
 #pragma once
 
 #include <string>
@@ -10,55 +10,56 @@
 
 namespace tamrix::client {
 
-/// What is told about each entry as it is met. Folders are named from the tree's.
+/// Receives what happens to each entry. Folders are relative to the tree's first folder.
 class RenameListener {
 public:
     virtual void renamed(const std::string& folder, const NewName& name, const std::string& from) = 0;
     virtual void pointed(const std::string& folder, const std::string& name, const std::string& from,
                          const std::string& to) = 0;
-    /// Not done; `to` may be empty.
+    /// An entry was skipped; `to` may be empty.
     virtual void left(const std::string& folder, const std::string& from, const std::string& to,
                       const std::string& reason) = 0;
-    /// What the user should know of an entry that is as it should be.
+    /// A note on an entry that is not skipped.
     virtual void noted(const std::string& folder, const std::string& name, const std::string& note) = 0;
-    /// Called often; `total` is 0 while it is not known.
+    /// Called often; `total` is 0 while it is unknown.
     virtual void progress(std::size_t done, std::size_t total) = 0;
 
 protected:
     ~RenameListener() = default;
 };
 
-/// Reads and plans the tree at a resolved path. False with the reason when its first folder cannot be read; others are
-/// told to the listener.
+/// Reads and plans the tree at a resolved path, and calls only the listener's progress(). False with the reason if the
+/// tree's first folder cannot be read.
 bool readTree(const std::string& root, Translate translate, bool ignoreCase, RenameListener& listener, Tree& tree,
               std::string& reason);
 
-/// The name of a journal next to a tree: the first that is free.
+/// The first unused name for a journal next to the tree.
 std::string freeJournalName(const std::string& root);
 
-/// A journal next to a tree, or next to a folder that holds it, which says that the tree was renamed this way and was
-/// not put back; empty when there is none.
+/// The journal, next to the tree or a folder that contains it, of an earlier run in the same direction that was not
+/// undone; empty if there is none.
 std::string journalOfEarlierRun(const std::string& root, bool toWindows);
 
-bool readJournal(const std::string& path, Journal& journal, std::string& reason);
+/// The journal of such a run for a folder in the tree; empty if there is none.
+std::string journalInTree(const Tree& tree, const std::string& root, bool toWindows);
 
-/// How a run ended before its last step; empty when it did not.
+/// Why a run stopped before its last step; the reason is empty if it did not.
 struct RunEnd {
     std::string reason;
-    std::size_t left = 0;  // steps that were not tried
+    std::size_t left = 0;  // steps that were not attempted
 };
 
 class RenameRun {
 public:
     RenameRun(const std::string& root, bool toWindows, Tree& tree, RenameListener& listener);
 
-    /// How many names change.
+    /// The number of entries to rename.
     std::size_t size() const { return turns_.size(); }
-    /// Tells what apply does. Nothing is touched.
+    /// Reports what apply would do, and changes nothing.
     void plan();
-    /// Makes the journal, a new file; false with the reason.
+    /// Creates the journal, which must be a new file; false with the reason on failure.
     bool startJournal(const std::string& path, std::string& reason);
-    /// Does what plan tells, once there is a journal.
+    /// Does what plan reports. Needs a journal.
     RunEnd apply();
 
 private:
@@ -72,20 +73,24 @@ private:
     void pointLinks(RunEnd& end);
     std::vector<PlannedLink> changesOf(std::vector<PlannedLink> links);
     void takeBack(std::size_t step);
+    void tellAboutFolder(std::size_t folder, const std::string& path);
 
     const std::string& root_;
     bool toWindows_;
     Tree& tree_;
     RenameListener& listener_;
-    std::vector<Turn> turns_;  // in the order in which names change
+    std::vector<Turn> turns_;  // in the order of renaming
     AppendFile journal_;
-    std::size_t announced_ = 0;              // turns whose lines are in the journal
-    std::size_t folderOfLines_ = kNoFolder;  // where the journal's last line is
+    std::size_t announced_ = 0;              // number of turns whose lines are in the journal
+    std::size_t folderOfLines_ = kNoFolder;  // the folder of the journal's last line
     std::size_t folderOfPath_ = kNoFolder;
     std::string path_;  // of folderOfPath_
 };
 
-/// Puts back what a journal tells of, newest first. Steps whose entries have changed meanwhile are left.
-RunEnd undo(Journal& journal, const std::string& path, RenameListener& listener);
+/// Reads a journal and opens it to record which steps are undone; false with the reason on failure.
+bool openJournal(const std::string& path, Journal& journal, AppendFile& file, std::string& reason);
+
+/// Undoes the steps of an open journal, newest first. Skips steps whose entries have changed since.
+RunEnd undo(Journal& journal, AppendFile& file, RenameListener& listener);
 
 }  // namespace tamrix::client

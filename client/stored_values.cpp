@@ -7,7 +7,7 @@
 namespace tamrix::client {
 namespace {
 
-/// The values of a mapping. What else is in its key is not the library's.
+/// The values of a mapping. Other values in its key do not belong to the library.
 constexpr std::array kValueNames = {"Mac Type", "Mac Creator", "Mac Comment"};
 
 }  // namespace
@@ -16,7 +16,7 @@ std::optional<StoredValues> StoredValues::of(const std::string& extension) {
     StoredValues stored;
     stored.extension_ = extension;
     HKEY handle = nullptr;
-    // RegKey does not tell a key that is missing from one that cannot be opened.
+    // RegKey cannot distinguish a missing key from one that cannot be opened.
     const LONG opened = RegOpenKeyExA(HKEY_CLASSES_ROOT, extension.c_str(), 0, KEY_QUERY_VALUE, &handle);
     if (opened == ERROR_FILE_NOT_FOUND) return stored;
     if (opened != ERROR_SUCCESS) return std::nullopt;
@@ -49,7 +49,8 @@ void StoredValues::write(HKEY key) const {
             RegDeleteValueA(key, kValueNames[i]);
             continue;
         }
-        // What follows the bytes is no zero: newer systems would add it to a string that has no terminator.
+        // Newer systems extend a string without a terminator by a zero that follows it in memory; the guard prevents
+        // it.
         const std::string guarded = values_[i]->bytes + "\1\1";
         setRaw(key, kValueNames[i], values_[i]->type, reinterpret_cast<const BYTE*>(guarded.data()),
                static_cast<DWORD>(values_[i]->bytes.size()));

@@ -1,4 +1,5 @@
-// What the registry holds of one extension, whatever it is: a mapping, a part of one, or values of other types.
+// The registry values of one extension's mapping, read and restored byte for byte, even if they are incomplete or of
+// other types.
 #pragma once
 
 #include <windows.h>
@@ -11,11 +12,11 @@ namespace tamrix::client {
 
 class StoredValues {
 public:
-    /// What the key of an extension holds now; nothing when the registry does not tell.
+    /// Reads the current values of an extension; nullopt if they cannot be read.
     static std::optional<StoredValues> of(const std::string& extension);
 
-    /// Makes the key hold the same again, byte for byte; takes it away where there was none and nothing else is in it.
-    /// False when the registry refuses.
+    /// Restores the values byte for byte. Removes the key if it did not exist and contains nothing else. False on
+    /// failure.
     bool restore() const;
 
     bool operator==(const StoredValues&) const = default;

@@ -3,8 +3,8 @@
 #include <algorithm>
 
 #include "client/library_names.h"
-#include "client/output.h"
 #include "client/system/encodings.h"
+#include "client/unicode.h"
 
 namespace tamrix::client {
 
@@ -14,43 +14,9 @@ bool pipesAreUtf8;
 namespace {
 
 constexpr unsigned kMacRoman = 10000;
+constexpr char kHexDigits[] = "0123456789ABCDEF";
 constexpr WCHAR kOmega = 0x3A9;
 constexpr WCHAR kOhmSign = 0x2126;
-constexpr unsigned kLargest = 0x10FFFF;
-
-/// The scalar value of the UTF-8 sequence at `at`, which moves behind it; larger than any when it is malformed.
-unsigned takeScalar(std::string_view text, std::size_t& at) {
-    constexpr unsigned kMalformed = kLargest + 1;
-    constexpr unsigned kSmallest[] = {0, 0x80, 0x800, 0x10000};
-    const unsigned first = static_cast<unsigned char>(text[at++]);
-    if (first < 0x80) return first;
-    const int more = first >= 0xF0 ? 3 : first >= 0xE0 ? 2 : 1;
-    if (first < 0xC0 || first >= 0xF8) return kMalformed;
-    unsigned value = first & (0x3Fu >> more);
-    for (int i = 0; i < more; ++i) {
-        if (at == text.size() || (static_cast<unsigned char>(text[at]) & 0xC0) != 0x80) return kMalformed;
-        value = value << 6 | (static_cast<unsigned char>(text[at++]) & 0x3F);
-    }
-    const bool isSurrogate = value >= 0xD800 && value < 0xE000;
-    return value < kSmallest[more] || isSurrogate ? kMalformed : value;
-}
-
-void appendUtf8(unsigned value, std::string& text) {
-    const auto put = [&](unsigned byte) { text.push_back(static_cast<char>(byte)); };
-    if (value < 0x80) return put(value);
-    if (value < 0x800) {
-        put(0xC0 | value >> 6);
-    } else {
-        if (value < 0x10000) {
-            put(0xE0 | value >> 12);
-        } else {
-            put(0xF0 | value >> 18);
-            put(0x80 | (value >> 12 & 0x3F));
-        }
-        put(0x80 | (value >> 6 & 0x3F));
-    }
-    put(0x80 | (value & 0x3F));
-}
 
 bool isAscii(std::string_view text) {
     return std::all_of(text.begin(), text.end(), [](char c) { return static_cast<unsigned char>(c) < 0x80; });
@@ -73,55 +39,6 @@ bool bytesFromWideName(unsigned codePage, const WideString& wide, std::string& b
 }
 
 }  // namespace
-
-bool wideFromUtf8(std::string_view text, WideString& wide) {
-    wide.clear();
-    for (std::size_t at = 0; at < text.size();) {
-        unsigned value = takeScalar(text, at);
-        if (value > kLargest) return false;
-        if (value >= 0x10000) {
-            value -= 0x10000;
-            wide.push_back(static_cast<WCHAR>(0xD800 | value >> 10));
-            value = 0xDC00 | (value & 0x3FF);
-        }
-        wide.push_back(static_cast<WCHAR>(value));
-    }
-    return true;
-}
-
-bool utf8FromWide(const WideString& wide, std::string& text) {
-    text.clear();
-    for (std::size_t at = 0; at < wide.size(); ++at) {
-        unsigned value = wide[at];
-        const bool isHigh = value >= 0xD800 && value < 0xDC00;
-        if (isHigh && at + 1 < wide.size() && wide[at + 1] >= 0xDC00 && wide[at + 1] < 0xE000)
-            value = 0x10000 + ((value & 0x3FF) << 10) + (wide[++at] & 0x3FFu);
-        else if (value >= 0xD800 && value < 0xE000)
-            return false;
-        appendUtf8(value, text);
-    }
-    return true;
-}
-
-bool wideFromBytes(unsigned codePage, std::string_view bytes, WideString& wide) {
-    const int size = static_cast<int>(bytes.size());
-    wide.resize(bytes.size());
-    if (bytes.empty()) return true;
-    const int written = MultiByteToWideChar(codePage, MB_ERR_INVALID_CHARS, bytes.data(), size, wide.data(), size);
-    wide.resize(static_cast<std::size_t>(written));
-    return written > 0;
-}
-
-bool bytesFromWide(unsigned codePage, const WideString& wide, std::string& bytes) {
-    const int size = static_cast<int>(wide.size());
-    bytes.resize(wide.size() * 2);
-    if (wide.empty()) return true;
-    const int written = WideCharToMultiByte(codePage, 0, wide.data(), size, bytes.data(), size * 2, nullptr, nullptr);
-    bytes.resize(static_cast<std::size_t>(written));
-    // The way back finds characters that were replaced by similar ones or by question marks.
-    WideString back;
-    return written > 0 && wideFromBytes(codePage, bytes, back) && back == wide;
-}
 
 bool bytesFromText(Side side, std::string_view text, std::string& bytes) {
     bytes = text;
@@ -146,7 +63,7 @@ std::string visible(std::string_view text) {
     for (std::size_t at = 0; at < text.size();) {
         const std::size_t first = at;
         const bool isControl = static_cast<unsigned char>(text[at]) < 0x20 || text[at] == 0x7F;
-        if (!isControl && (!namesAreText || takeScalar(text, at) <= kLargest)) {
+        if (!isControl && (!namesAreText || takeScalar(text, at) <= kMaxScalar)) {
             at = namesAreText ? at : first + 1;
             result.append(text, first, at - first);
         } else {
@@ -164,8 +81,19 @@ std::string shown(Side side, const std::string& bytes) {
     return text;
 }
 
+std::string hex(std::string_view bytes) {
+    std::string digits;
+    for (const char c : bytes) {
+        const auto byte = static_cast<unsigned char>(c);
+        digits += kHexDigits[byte >> 4];
+        digits += kHexDigits[byte & 15];
+    }
+    return digits;
+}
+
 const char* whyNotBytes(Side side) {
-    return codePageOf(side) == kMacRoman ? "not a name in Mac Roman" : "not a name in this code page";
+    return codePageOf(side) == kMacRoman ? "cannot be represented in Mac Roman"
+                                         : "cannot be represented in the ANSI code page";
 }
 
 }  // namespace tamrix::client

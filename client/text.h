@@ -1,12 +1,10 @@
-// How names come in and go out: as UTF-8 text, or, with --bytes, as raw bytes.
+// The encoding of names in input and output: UTF-8 text or, with --bytes, raw bytes.
 //
-// Text is UTF-8 everywhere inside the program; system/ converts it where the system's own calls, consoles and pipes
-// take another form. Bytes of the Windows side are in the active ANSI code page; bytes of the Macintosh side are Mac
-// Roman where the library translates characters, and in the ANSI code page where it does not. A conversion that would
-// lose or replace a character fails.
+// Inside the program all text is UTF-8; system/ converts it for system calls, consoles and pipes that use another
+// encoding. Bytes of the Windows side are in the active ANSI code page. Bytes of the Macintosh side are in Mac Roman if
+// the library translates characters, otherwise in the ANSI code page. A conversion that would lose or replace a
+// character fails.
 #pragma once
-
-#include <windows.h>
 
 #include <string>
 #include <string_view>
@@ -15,37 +13,31 @@ namespace tamrix::client {
 
 enum class Side { mac, windows };
 
-using WideString = std::basic_string<WCHAR>;
-
 /// False with --bytes. Set once, before any command runs.
 extern bool namesAreText;
 
-/// Whether --text utf-8 is on: then text in pipes and files is UTF-8 on Windows, too. Set once, like the other.
+/// True with --text utf-8: text in pipes and files is then UTF-8 on Windows too. Set once, before any command runs.
 extern bool pipesAreUtf8;
 
-/// UTF-8 to UTF-16 and back; false for what is not well-formed.
-bool wideFromUtf8(std::string_view text, WideString& wide);
-bool utf8FromWide(const WideString& wide, std::string& text);
-
-/// Text of a code page; false for bytes that are no text there.
-bool wideFromBytes(unsigned codePage, std::string_view bytes, WideString& wide);
-/// False when the code page lacks a character; the result then holds what the system puts in its place.
-bool bytesFromWide(unsigned codePage, const WideString& wide, std::string& bytes);
-
-/// A name's bytes on one side; false when that side cannot write it. Text that the side has no bytes for is tried
-/// composed, and with the other omega: the Greek letter and the ohm sign are one character on a Macintosh.
+/// Converts text to bytes of one side; false if a character cannot be represented there. If the text itself cannot be
+/// converted, its composed form is tried, and then the ohm sign in place of the Greek omega and vice versa, which are
+/// one character on a Macintosh.
 bool bytesFromText(Side side, std::string_view text, std::string& bytes);
 
-/// A name as text, composed where that means the same bytes; false when the bytes have no text.
+/// Converts bytes of one side to text; false if they are not text. The text is composed if the composed form converts
+/// back to the same bytes.
 bool textFromBytes(Side side, const std::string& bytes, std::string& text);
 
-/// As textFromBytes, for messages: bytes without a text are escaped.
+/// Like textFromBytes, for messages: if the bytes are not text, non-ASCII bytes are escaped.
 std::string shown(Side side, const std::string& bytes);
 
-/// Text for messages: control characters and what is not UTF-8 as \x and two digits, so that an entry is a line.
+/// Text for messages: control characters and invalid UTF-8 become \x and two digits, so that a message is one line.
 std::string visible(std::string_view text);
 
-/// Why bytesFromText failed.
+/// Upper-case hexadecimal digits, two per byte.
+std::string hex(std::string_view bytes);
+
+/// The error message for a failed bytesFromText.
 const char* whyNotBytes(Side side);
 
 }  // namespace tamrix::client

@@ -19,7 +19,7 @@ bool hasForbiddenCharacter(const std::string& name) {
     return false;
 }
 
-/// Windows takes a device's name for the device in any folder and letter case, and with any extension.
+/// Windows treats a device name as the device in any folder, in any letter case and with any extension.
 bool isDevice(const std::string& name) {
     std::string base = name.substr(0, name.find('.'));
     base.resize(base.find_last_not_of(' ') + 1);
@@ -33,12 +33,12 @@ bool isDevice(const std::string& name) {
 }  // namespace
 
 const char* whyWindowsCannotKeep(const std::string& name) {
-    if (name.empty()) return "Windows takes no empty name";
-    if (hasForbiddenCharacter(name)) return "Windows does not take a character of it";
-    if (isDevice(name)) return "Windows takes it for a device";
+    if (name.empty()) return "empty name";
+    if (hasForbiddenCharacter(name)) return "contains a reserved character";
+    if (isDevice(name)) return "device name";
     if (name.back() == ' ') return "Windows drops a final space";
     if (name.back() == '.') return "Windows drops a final period";
-    return name.size() > kLongestWindowsName ? "Windows takes at most 255 bytes" : nullptr;
+    return name.size() > kLongestWindowsName ? "more than 255 bytes" : nullptr;
 }
 
 }  // namespace tamrix::client

@@ -1,4 +1,4 @@
-// Which names Windows can keep.
+// Which file names Windows accepts.
 #pragma once
 
 #include <cstddef>
@@ -6,10 +6,10 @@
 
 namespace tamrix::client {
 
-/// The longest name that Windows takes, in bytes.
+/// The longest name that Windows accepts, in bytes.
 constexpr std::size_t kLongestWindowsName = 255;
 
-/// Why Windows, whatever its version, can't keep a file under this name of the ANSI code page; null when it can.
+/// Why some version of Windows does not accept this file name in the ANSI code page; null if all versions accept it.
 const char* whyWindowsCannotKeep(const std::string& name);
 
 }  // namespace tamrix::client

@@ -1,8 +1,8 @@
-# What `cmake --install` of the release preset puts where: all that the package holds. A folder that was installed can be
-# moved; nothing in it names where it was.
+# Rules for `cmake --install` of the release preset, which creates the contents of the package. The installed folder can
+# be moved: it contains no absolute paths.
 include(CMakePackageConfigHelpers)
 
-# Pages at the top, where who unpacks an archive looks first.
+# The pages are in the top folder, where users look first.
 set(doc .)
 set(packageFiles ${PROJECT_BINARY_DIR}/package)
 
@@ -11,7 +11,8 @@ install(TARGETS tamrix RUNTIME DESTINATION bin)
 install(FILES $<TARGET_PDB_FILE:Tamrix32> DESTINATION bin)
 install(DIRECTORY include/ ${PROJECT_BINARY_DIR}/include/ DESTINATION include)
 
-# GCC's import library, twice: with -static GNU ld looks for libTamrix32.a, and would take Tamrix32.lib without one.
+# GCC's import library has two names: with -static, GNU ld looks for libTamrix32.a, and would use Tamrix32.lib if it
+# were missing.
 add_custom_command(OUTPUT ${packageFiles}/libTamrix32.dll.a
     COMMAND ${CMAKE_COMMAND} -E make_directory ${packageFiles}
     COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/scripts/gcc_import_library.py
@@ -21,7 +22,7 @@ find_package(Python3 REQUIRED COMPONENTS Interpreter)
 install(FILES ${packageFiles}/libTamrix32.dll.a DESTINATION lib)
 install(FILES ${packageFiles}/libTamrix32.dll.a DESTINATION lib RENAME libTamrix32.a)
 
-# For clang without a vendor's SDK: a toolchain file, and the start-up that its programs lack.
+# For clang without a vendor's SDK: a toolchain file, and the start-up code for its programs.
 add_library(tamrix_start OBJECT src/runtime/client_start.cpp)
 target_link_libraries(tamrix_start PRIVATE tamrix_options)
 target_include_directories(tamrix_start PRIVATE src)
@@ -30,17 +31,32 @@ install(FILES $<TARGET_OBJECTS:tamrix_start> DESTINATION lib RENAME tamrix32-sta
 install(FILES cmake/msvc32.cmake DESTINATION share/tamrix32/cmake)
 install(FILES cmake/package/clang-msvc32.cmake DESTINATION share/tamrix32/cmake)
 
+# The dialogs' help file, next to the programs that open it; not built where halibut is missing. The Windows viewer opens
+# topics in its window and in popups; Wine 8's opens them all in its window, but not in popups (its PopupContext is empty).
+find_program(HALIBUT halibut)
+if(HALIBUT)
+    set(help ${packageFiles}/athelp.but)
+    configure_file(docs/help/athelp.but ${help} @ONLY)
+    add_custom_command(OUTPUT ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/ATHELP.HLP
+        COMMAND ${HALIBUT} --winhelp=${packageFiles}/unmapped.hlp ${help}
+        COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/scripts/help_context_map.py ${help}
+                ${PROJECT_SOURCE_DIR}/src/resources/dialogs.rc ${packageFiles}/unmapped.hlp
+                ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/ATHELP.HLP
+        DEPENDS ${help} src/resources/dialogs.rc scripts/help_context_map.py VERBATIM)
+    add_custom_target(help_file ALL DEPENDS ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/ATHELP.HLP)
+endif()
+
 write_basic_package_version_file(${packageFiles}/Tamrix32ConfigVersion.cmake COMPATIBILITY SameMajorVersion)
 install(FILES cmake/package/Tamrix32Config.cmake ${packageFiles}/Tamrix32ConfigVersion.cmake
         DESTINATION lib/cmake/Tamrix32)
 configure_file(cmake/package/tamrix32.pc.in ${packageFiles}/tamrix32.pc @ONLY)
 install(FILES ${packageFiles}/tamrix32.pc DESTINATION lib/pkgconfig)
 
-# Pages keep their places among each other, so that their links lead to one another.
+# The pages keep their relative paths, so that the links between them work.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md DESTINATION ${doc})
 install(DIRECTORY docs/ DESTINATION ${doc}/docs FILES_MATCHING PATTERN "*.md" PATTERN "*.1" PATTERN "*.but" PATTERN "*.png" PATTERN "*.gif")
 install(DIRECTORY build/reference/html/ DESTINATION ${doc}/reference OPTIONAL)
-install(FILES build/help/ATHELP.HLP DESTINATION bin OPTIONAL)
+install(FILES ${CMAKE_RUNTIME_OUTPUT_DIRECTORY}/ATHELP.HLP DESTINATION bin OPTIONAL)
 install(FILES docs/tamrix.1 DESTINATION share/man/man1)
 install(FILES share/completion/tamrix.bash DESTINATION share/bash-completion/completions RENAME tamrix)
 install(FILES share/starter-mappings.txt DESTINATION share/tamrix32)

@@ -1,4 +1,4 @@
-# How every target of the project is compiled, and tamrix_module(), which states what a module is made of and may use.
+# Compiler options for all targets, and tamrix_module(), which defines a module's sources and dependencies.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -18,25 +18,25 @@ option(TAMRIX_COVERAGE "Build for line coverage" OFF)
 add_library(tamrix_options INTERFACE)
 target_compile_options(tamrix_options INTERFACE -Wall -Wextra -Wconversion -Wshadow -Werror)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)
-    # GCC 12 takes optimised joining of texts ("(" + text) for copies that overlap.
+    # GCC 12 reports optimised string concatenation ("(" + text) as overlapping copies.
     target_compile_options(tamrix_options INTERFACE -Wno-restrict)
 endif()
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-    # Nothing is constructed at run time: all that happens at load is in the entry point.
+    # No dynamic initialisers: all initialization at load is in the entry point.
     set(TAMRIX_MODULE_WARNINGS -Wglobal-constructors -Wexit-time-destructors)
     if(MSVC)
-        # What exported classes hold of platform types is fixed by their interface.
+        # The platform types in exported classes are fixed by the interface.
         target_compile_options(tamrix_options INTERFACE -Wno-microsoft-cast)
     endif()
 endif()
-# The one header that is generated, since CMakeLists.txt states the version.
+# The only generated header; CMakeLists.txt defines the version.
 configure_file(${PROJECT_SOURCE_DIR}/cmake/version.h.in ${PROJECT_BINARY_DIR}/include/tamrix32/version.h @ONLY)
 target_include_directories(tamrix_options INTERFACE ${PROJECT_SOURCE_DIR}/include ${PROJECT_BINARY_DIR}/include)
 if(NOT TAMRIX_SHARED)
     target_compile_definitions(tamrix_options INTERFACE TAMRIX_STATIC)
 endif()
 if(TAMRIX_SANITIZE)
-    # Checking objects' virtual tables takes type information, which the library does without.
+    # Checking virtual tables requires type information, which the library does not have.
     target_compile_options(tamrix_options INTERFACE -fsanitize=address,undefined -fno-sanitize=vptr
                                                     -fno-sanitize-recover=undefined
                                                     -fno-omit-frame-pointer)
@@ -47,7 +47,7 @@ if(TAMRIX_SANITIZE_THREADS)
     target_link_options(tamrix_options INTERFACE -fsanitize=thread)
 endif()
 if(TAMRIX_FUZZ)
-    # Counts which edges an input reaches; fuzz/ links the engine itself.
+    # Instruments the code; fuzz/ links the fuzzing engine.
     target_compile_options(tamrix_options INTERFACE -fsanitize=fuzzer-no-link)
     target_link_options(tamrix_options INTERFACE -fsanitize=fuzzer-no-link)
 endif()
@@ -61,8 +61,9 @@ endif()
 
 # tamrix_module(NAME SOURCES ... [WINDOWS_SOURCES ...] [USES module ...])
 #
-# One object library, tamrix_NAME. WINDOWS_SOURCES need a desktop (windows, drawing, common dialogs) and are left out of
-# native builds. USES names the modules whose headers this one may include; make check compares it with the includes.
+# Defines an object library, tamrix_NAME. WINDOWS_SOURCES need a desktop (windows, drawing, common dialogs) and are not
+# part of native builds. USES lists the modules whose headers this module may include; make check compares it with the
+# includes.
 function(tamrix_module name)
     cmake_parse_arguments(module "" "" "SOURCES;WINDOWS_SOURCES;USES" ${ARGN})
     if(WIN32)

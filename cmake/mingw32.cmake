@@ -1,4 +1,4 @@
-# 32-bit Windows by MinGW-w64's GCC, for the suites that run under Wine.
+# 32-bit Windows with MinGW-w64's GCC, for the suites that run under Wine.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86)
 set(CMAKE_C_COMPILER i686-w64-mingw32-gcc-posix)

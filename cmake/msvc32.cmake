@@ -1,5 +1,5 @@
-# 32-bit Windows with the platform's own C++ decoration: clang's MSVC target over MinGW-w64's headers and import
-# libraries, with the header-only half of its libstdc++. There is no vendor C++ runtime; src/runtime/ starts the DLL.
+# 32-bit Windows with the platform's C++ ABI: clang's MSVC target with MinGW-w64's headers and import libraries and the
+# header-only part of its libstdc++. There is no vendor C++ runtime; src/runtime/ contains the start-up code.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86)
 set(CMAKE_C_COMPILER clang)
@@ -11,7 +11,7 @@ set(CMAKE_MT llvm-mt)
 set(CMAKE_TRY_COMPILE_TARGET_TYPE STATIC_LIBRARY)
 set(CMAKE_MSVC_RUNTIME_LIBRARY "")
 
-# Where MinGW-w64's GCC keeps its headers and import libraries is its own to say.
+# MinGW-w64's GCC prints the folders of its headers and import libraries.
 set(mingwCompiler i686-w64-mingw32-g++-posix)
 execute_process(COMMAND ${mingwCompiler} -print-file-name=include/c++ OUTPUT_VARIABLE stdcxx
                 OUTPUT_STRIP_TRAILING_WHITESPACE)
@@ -23,7 +23,7 @@ get_filename_component(mingwHeaders ${TAMRIX_IMPORT_LIBRARIES}/../include REALPA
 
 set(flags "-march=i486 -mno-sse -mno-mmx -fno-ms-compatibility -fms-extensions -D_X86_=1 -D__MINGW32__")
 string(APPEND flags " -D__USE_MINGW_ANSI_STDIO=0 -DWINVER=0x0400 -D_WIN32_WINNT=0x0400 -D_WIN32_IE=0x0400 -include stdio.h")
-# MinGW's headers ask for __declspec as a macro, which GCC makes it: without one, C++20's <memory> does not compile.
+# MinGW's headers expect __declspec to be a macro, as in GCC; without it, C++20's <memory> does not compile.
 string(APPEND flags " -D__declspec=__declspec")
 set(CMAKE_C_FLAGS_INIT "${flags} -isystem ${mingwHeaders}")
 string(APPEND flags " -fno-exceptions -fno-rtti -fno-threadsafe-statics")

@@ -1,8 +1,7 @@
-// libFuzzer's way into one property, TAMRIX_PROPERTY. What it throws ends the run with the finding's text.
+// libFuzzer's entry point for the property TAMRIX_PROPERTY. An exception ends the run and prints the failure.
 #include TAMRIX_PROPERTY
 
 extern "C" int LLVMFuzzerTestOneInput(const char* data, std::size_t size) {
-    properties::Input input(std::string(data, size));
-    properties::property(input);
+    properties::hold(std::string(data, size));
     return 0;
 }

@@ -1,12 +1,15 @@
 #!/usr/bin/env python3
-"""The rules of the house that a compiler does not see. Prints each breach as file:line: what; exits 1 when there is one.
+"""Checks rules that a compiler cannot check. Prints each violation as file:line: what, and exits with 1 if there is one.
 
-- a module includes only headers of modules that its CMakeLists.txt names in USES, and those form no cycle;
-- no platform conditionals in the library, its public headers and its suites;
-- handles and memory are given back in owner types only;
-- nothing is constructed at run time;
-- every header compiles alone, and the public ones without a warning as C89 and as C++98 to C++20 by both compilers.
+- A module includes only headers of modules that its CMakeLists.txt names in USES, and these have no cycle.
+- The parts of the command (a header with its sources) include each other without a cycle.
+- There are no platform conditionals in the library, its public headers and its suites.
+- Only owner types release handles and memory.
+- There are no dynamic initializers.
+- Every header compiles alone, and the public ones compile without a warning as C89 and as C++98 to C++20 with both
+  compilers.
 """
+import graphlib
 import pathlib
 import re
 import shutil
@@ -41,7 +44,7 @@ def module_uses():
     return uses
 
 
-PUBLIC_HEADERS = {"strings": "strings", "registry": "registry", "frame": "base", "macnames": "macnames",
+PUBLIC_HEADERS = {"strings": "strings", "registry": "registry", "module": "base", "macnames": "macnames",
                   "extmap": "extmap", "dialogs": "dialogs", "browse": "dialogs",
                   "about": "about"}
 
@@ -62,9 +65,25 @@ def check_includes(uses):
                     breach(path, number, f"includes a header of {other}, which {module} does not use")
 
 
+def check_command():
+    def part(path):
+        return re.sub(r"(_native|_windows)?\.\w+$", "", str(path))
+
+    includes = {}
+    for path in sources("client"):
+        used = {part(found) for found in re.findall(r'^#include "(client/[^"]+)"', path.read_text(encoding="utf-8"), re.M)}
+        includes.setdefault(part(path.relative_to(TOP)), set()).update(used)
+    for name in includes:
+        includes[name].discard(name)
+    try:
+        graphlib.TopologicalSorter(includes).prepare()
+    except graphlib.CycleError as error:
+        breach(TOP / "client/CMakeLists.txt", 1, "includes form a cycle: " + " <- ".join(error.args[1]))
+
+
 def check_conditionals():
     for path in sources("src", "include", "tests"):
-        # The export header has to tell which compiler's decoration a client's is.
+        # The export header must distinguish the name decorations of client compilers.
         if path.is_relative_to(TOP / "src/runtime") or path == TOP / "include/tamrix32/export.h":
             continue
         for number, line in lines(path):
@@ -72,7 +91,7 @@ def check_conditionals():
                 breach(path, number, "platform conditional")
 
 
-# What gives back a handle or a block, and the files that may say so.
+# Functions that release a handle or a block, and the files that may call them.
 OWNERS = {
     r"\bRegCloseKey\b": ["src/registry/unique_key.h"],
     r"\b(DeleteObject|DeleteDC|ReleaseDC)\b": ["src/base/gdi_handles.h", "src/about/drawing_handles.h"],
@@ -95,16 +114,16 @@ def check_initialisers():
     for cmake in [*(TOP / "src").rglob("CMakeLists.txt"), *(TOP / "cmake").glob("*.cmake")]:
         for number, line in lines(cmake):
             if "-Wno-global-constructors" in line:
-                breach(cmake, number, "allows objects that are constructed at run time")
+                breach(cmake, number, "allows dynamic initializers")
 
 
-# Headers about what the stand-in does not have: windows and drawing.
+# Headers that use windows and drawing, which the stand-in does not have.
 DESKTOP = {"about/about_sprites.h", "dialogs/extension_map_dialogs.h", "base/gdi_handles.h",
            "about/drawing_handles.h"}
 
 
 def generated_headers():
-    """A folder with the headers that CMake writes; they hold macros only."""
+    """A folder with the headers that CMake generates; they contain only macros."""
     folder = tempfile.TemporaryDirectory()
     (pathlib.Path(folder.name) / "tamrix32").mkdir()
     (pathlib.Path(folder.name) / "tamrix32/version.h").write_text("")
@@ -131,16 +150,16 @@ def check_headers():
 
 
 GCC = "i686-w64-mingw32-g++-posix"
-# clang for the platform's target over MinGW-w64's headers, as cmake/msvc32.cmake has it.
+# clang for the Windows target with MinGW-w64's headers, as in cmake/msvc32.cmake.
 CLANG = ["clang++", "--target=i686-pc-windows-msvc", "-fno-ms-compatibility", "-fms-extensions", "-D_X86_=1",
          "-D__MINGW32__", "-D__USE_MINGW_ANSI_STDIO=0", "-D__declspec=__declspec"]
 STANDARDS = ["c++98", "c++11", "c++14", "c++17", "c++20", "c89"]
 
 
 def check_public_headers():
-    """The users' compilers are older and newer than ours. Comments begin with // for C89 too, which is all it lacks."""
+    """Clients use older and newer compilers than ours. C89 lacks only the // comments, which are removed here."""
     if not shutil.which(GCC):
-        print(f"architecture: no {GCC}: the public headers were not tried in older languages", file=sys.stderr)
+        print(f"architecture: {GCC} is missing: the public headers were not compiled as older C and C++", file=sys.stderr)
         return
     kernel32 = subprocess.run([GCC, "-print-file-name=libkernel32.a"], text=True, capture_output=True).stdout
     system = pathlib.Path(kernel32).resolve().parent.parent / "include"
@@ -160,10 +179,11 @@ def check_public_headers():
 
 uses = module_uses()
 check_includes(uses)
+check_command()
 check_conditionals()
 check_owners()
 check_initialisers()
 check_headers()
 check_public_headers()
-print("\n".join(breaches) if breaches else f"architecture: {len(uses)} modules, no breach")
+print("\n".join(breaches) if breaches else f"architecture: {len(uses)} modules, no violation")
 sys.exit(1 if breaches else 0)

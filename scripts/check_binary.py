@@ -1,12 +1,13 @@
 #!/usr/bin/env python3
-"""check_binary.py BUILD-FOLDER: whether the shipped DLL and command run where they are meant to.
+"""check_binary.py BUILD-FOLDER: checks that the shipped DLL and command run on all supported systems.
 
-- the DLL exports exactly what tests/windows/exports.txt lists;
-- subsystem version 4.0; relocations present; one section shared and writable, nothing else writable beside data;
-- imports come only from the six system libraries, and only functions that scripts/windows_95_nt4_functions.txt lists
-  (what Windows 95 and NT 4 both export);
-- no instruction later than the i486 (conditional moves, SSE, MMX, CPUID and time-stamp reads);
-- code and data without resources stay under 48 KB, the whole file under 400 KB.
+- The DLL exports exactly the names in tests/windows/exports.txt.
+- The subsystem version is 4.0. There are relocations. One section is shared and writable; otherwise only data is
+  writable.
+- Imports come only from the six system DLLs, and only functions in scripts/windows_95_nt4_functions.txt, which both
+  Windows 95 and NT 4 export.
+- No instruction is newer than the i486 (conditional moves, SSE, MMX, CPUID and time-stamp reads).
+- Code and data without resources have less than 48 KB, the whole file less than 400 KB.
 """
 import pathlib
 import re
@@ -48,7 +49,7 @@ def check_imports(binary, own):
             problems.append(f"{binary.name}: imports from {library}")
         for name in re.findall(r"Symbol: (\S+)", block):
             if f"{library[:-4]} {name}" not in allowed:
-                problems.append(f"{binary.name}: imports {library} {name}, not known of Windows 95 and NT 4")
+                problems.append(f"{binary.name}: imports {library} {name}, which Windows 95 or NT 4 may lack")
 
 
 def check_headers(binary, is_dll):
@@ -71,9 +72,9 @@ def check_headers(binary, is_dll):
         if ".reloc" not in headers:
             problems.append(f"{binary.name}: no relocations")
         if loaded >= 48 * 1024:
-            problems.append(f"{binary.name}: {loaded} bytes of code and data")
+            problems.append(f"{binary.name}: {loaded} bytes of code and data are too many")
         if binary.stat().st_size >= 400 * 1024:
-            problems.append(f"{binary.name}: {binary.stat().st_size} bytes in all")
+            problems.append(f"{binary.name}: {binary.stat().st_size} bytes are too many")
     return loaded
 
 
@@ -86,7 +87,7 @@ def check_instructions(binary):
             continue
         count += 1
         if LATER.match(found[1]) and found[1] not in NOT_LATER:
-            problems.append(f"{binary.name}: instruction later than the i486: {line.strip()}")
+            problems.append(f"{binary.name}: instruction newer than the i486: {line.strip()}")
     return count
 
 
@@ -103,5 +104,5 @@ for name in ("Tamrix32.dll", "tamrix.exe"):
     instructions = check_instructions(binary)
     print(f"{name}: {binary.stat().st_size} bytes, {loaded} of code and data, {instructions} instructions, {exports} exports")
 
-print("\n".join(problems) if problems else "binaries: as they should be")
+print("\n".join(problems) if problems else "binaries: no problem found")
 sys.exit(1 if problems else 0)

@@ -1,6 +1,6 @@
 #!/usr/bin/env python3
-"""check_links.py FOLDER: every link of a Markdown page in FOLDER leads to a file or a heading there. Prints each that does
-not as page: link; exits 1 when there is one. Links to other sites are not followed."""
+"""check_links.py FOLDER: checks that every link in the Markdown pages of FOLDER points to a file or heading in FOLDER.
+Prints each broken link as page: link, and exits with 1 if there is one. Links to other sites are not checked."""
 import pathlib
 import re
 import sys
@@ -9,7 +9,7 @@ LINK = re.compile(r"!?\[[^\]]*\]\(([^)\s]+)\)")
 
 
 def headings(page):
-    """The anchors that a page offers: its headings in lower case, words joined by hyphens."""
+    """The anchors of a page: its headings in lower case, words joined by hyphens."""
     lines = re.findall(r"^#+ (.*)$", page.read_text(encoding="utf-8"), re.M)
     return {re.sub(r"[^\w\- ]", "", line.lower()).replace(" ", "-") for line in lines}
 
@@ -28,5 +28,5 @@ def dead_links(folder):
 
 
 dead = list(dead_links(pathlib.Path(sys.argv[1])))
-print("\n".join(dead) if dead else "links: each leads somewhere")
+print("\n".join(dead) if dead else "links: none is broken")
 sys.exit(1 if dead else 0)

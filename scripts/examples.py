@@ -1,13 +1,13 @@
 #!/usr/bin/env python3
-"""The programs in the documentation, so that the tests can build and run them.
+"""Extracts and runs the programs in the documentation, so that the tests can build and run them.
 
-    examples.py extract PAGE FOLDER        writes each program of a page as NAME.cpp, what it prints as NAME.txt, prints
-                                           the NAMEs
-    examples.py run NAME.txt COMMAND...    runs a program; fails unless it prints exactly what the page says
+    examples.py extract PAGE FOLDER        writes each program of a page as NAME.cpp and its output as NAME.txt, and
+                                           prints the NAMEs
+    examples.py run NAME.txt COMMAND...    runs a program; fails unless it prints exactly the output on the page
 
-A program is a ```cpp block with a main(), followed by a ```text block with its output. Where the output's first line
-begins with "$ ", that line is the command, and what stands behind its first word are the program's arguments. A page's
-first program is named for the page, the next ones are numbered from 2.
+A program is a ```cpp block with a main(), followed by a ```text block with its output. If the output's first line begins
+with "$ ", that line is the command, and the words after the first one are the program's arguments. The first program of
+a page is named after the page, the others are numbered from 2.
 """
 import difflib
 import pathlib
@@ -27,7 +27,7 @@ def programs(page):
         if language != "cpp" or not re.search(r"^int main\(", text, re.M):
             continue
         if following != "text":
-            sys.exit(f"{page}: a program without its output behind it")
+            sys.exit(f"{page}: a program is not followed by its output")
         yield text, output
 
 
@@ -59,13 +59,14 @@ def run(expected_file, command):
     arguments = []
     if expected and expected[0].startswith("$ "):
         arguments = shlex.split(expected.pop(0)[2:])[1:]
-    # Files, since Wine's own processes inherit pipes and keep them open after the program has ended.
+    # Files instead of pipes, because Wine's own processes inherit pipes and keep them open after the program has
+    # ended.
     with tempfile.TemporaryFile() as output, tempfile.TemporaryFile() as errors:
         ran = subprocess.run(command + arguments, stdout=output, stderr=errors, timeout=60)
         printed, complaints = (text(stream).splitlines() for stream in (output, errors))
     failed = printed != expected or ran.returncode != 0
     if failed:
-        print("\n".join(difflib.unified_diff(expected, printed, "on the page", "printed", lineterm="")))
+        print("\n".join(difflib.unified_diff(expected, printed, "expected", "printed", lineterm="")))
         print("\n".join([f"status {ran.returncode}", *complaints]))
     sys.exit(failed)
 

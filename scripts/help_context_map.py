@@ -1,17 +1,17 @@
 #!/usr/bin/env python3
-"""Gives a WinHelp file its numeric context map: help_context_map.py SOURCE.but DIALOGS.rc INPUT.hlp OUTPUT.hlp
+"""Adds the numeric context map to a WinHelp file: help_context_map.py SOURCE.but DIALOGS.rc INPUT.hlp OUTPUT.hlp
 
-halibut leaves the map empty. Topics are found by their names, \\cfg{winhelp-topic}{context_NUMBER} in the source, so the
-number in the name is the context that opens the topic. Every control of the dialogs must have one.
+halibut leaves the map empty. Topics are found by their names, \\cfg{winhelp-topic}{context_NUMBER} in the source: the
+number in the name is the context that opens the topic. Every control of the dialogs must have a topic.
 
-A WinHelp file is a small file system. Its header says where the directory lies; directory and |CONTEXT are B+ trees;
-|CONTEXT goes from the hash of a topic's name to the topic's place, and |CTXOMAP from a number to the same place.
+A WinHelp file is a small file system. Its header contains the offset of the directory. The directory and |CONTEXT are
+B+ trees. |CONTEXT maps the hash of a topic's name to the topic's offset, and |CTXOMAP maps a number to the same offset.
 """
 import re
 import struct
 import sys
 
-FILE_HEADER = 9     # each inner file: space taken, bytes used, flags
+FILE_HEADER = 9     # each inner file: allocated size, used size, flags
 TREE_HEADER = 38
 LEAF_HEADER = 8     # free bytes, entries, previous leaf, next leaf
 HEADER_DIRECTORY = 4
@@ -19,7 +19,7 @@ HEADER_LENGTH = 12
 
 
 def name_hash(name):
-    """The hash of a topic's name as the format defines it, over letters (of either case), digits, '.' and '_'."""
+    """The format's hash of a topic name; the name has letters (of either case), digits, '.' and '_'."""
     value = 0
     for character in name.lower():
         if character == "0":
@@ -35,7 +35,7 @@ def name_hash(name):
 
 
 def leaves(data, tree):
-    """Places and entry counts of a tree's leaves, `tree` being the place of its inner file."""
+    """Offsets and entry counts of a tree's leaves; `tree` is the offset of its inner file."""
     tree += FILE_HEADER
     page_size = struct.unpack_from("<H", data, tree + 4)[0]
     root, = struct.unpack_from("<h", data, tree + 26)
@@ -51,7 +51,7 @@ def leaves(data, tree):
 
 
 def directory(data):
-    """The inner files: name -> (where the directory keeps the place, the place)."""
+    """The inner files: name -> (offset of the directory entry's offset field, offset of the file)."""
     files = {}
     for at, entries in leaves(data, struct.unpack_from("<I", data, HEADER_DIRECTORY)[0]):
         for _ in range(entries):
@@ -80,7 +80,7 @@ def with_map(data, numbers):
 
 
 def control_ids(script):
-    """The ids that the controls of a resource script's dialogs have."""
+    """The ids of the controls in a resource script's dialogs."""
     ids = re.findall(r"^\s+(?:[LR]TEXT|EDITTEXT|LISTBOX|(?:DEF)?PUSHBUTTON)\s+(?:\"[^\"]*\",\s*)?(\w+),", script, re.M)
     return {{"IDOK": 1, "IDCANCEL": 2}.get(name) or int(name) for name in ids}
 

@@ -1,6 +1,6 @@
-"""Finds the places of a C++ source where a small fault can be seeded, for scripts/mutate. It goes by tokens and by the
-layout that clang-format gives (an operator between two operands has spaces on both sides, a template's bracket has not);
-what it takes wrongly does not compile, and then counts for nothing."""
+"""Finds the places in a C++ source where a small fault can be seeded, for scripts/mutate. It uses tokens and the spaces
+that clang-format inserts (a binary operator has spaces on both sides, a template bracket does not). A place that it
+misinterprets does not compile and is not counted."""
 import collections
 import re
 
@@ -26,7 +26,7 @@ STEPS = {"++": "--", "--": "++"}
 OPPOSITES = {"true": "false", "false": "true", "TRUE": "FALSE", "FALSE": "TRUE"}
 ASSIGNMENTS = {"=", "+=", "-=", "*=", "/=", "%=", "&=", "|=", "^=", "<<=", ">>="}
 PAIRS = {"(": ")", "[": "]", "{": "}"}
-# What opens a statement that is neither a call nor an assignment.
+# Words that begin a statement which is neither a call nor an assignment.
 OTHER_STATEMENTS = set("""if else for while do switch case default return break continue goto using typedef const constexpr
     static auto struct class union enum template namespace extern public private protected friend static_assert throw try
     inline explicit virtual unsigned signed operator""".split())
@@ -47,7 +47,7 @@ class Fault(collections.namedtuple("Fault", "file line column kind start end old
 
 
 def tokens(text):
-    """The tokens that are compiled, preprocessor lines left out."""
+    """The tokens that are compiled, without preprocessor lines."""
     found, at = [], 0
     while at < len(text):
         match = TOKEN.match(text, at)
@@ -76,7 +76,7 @@ def closings(code):
 
 
 def left_out(code, pairs):
-    """Indexes inside static assertions: what they say is proven by compiling."""
+    """Indexes inside static assertions, which the compiler checks."""
     skipped = set()
     for index, token in enumerate(code):
         if token.text == "static_assert" and index + 1 in pairs:
@@ -100,7 +100,7 @@ def next_character(literal):
 
 
 def is_declaration(head):
-    """Whether the tokens before the first bracket or assignment name a type and what has it."""
+    """Whether the tokens before the first bracket or assignment are a type and a name."""
     for before, after in zip(head, head[1:]):
         if after.kind == "word" and (before.kind == "word" or before.text == ">"):
             return before.text != "delete"
@@ -110,7 +110,7 @@ def is_declaration(head):
 
 
 def statement_starts(code, pairs):
-    """Indexes where a statement begins, inside functions only."""
+    """Indexes where a statement begins, only inside functions."""
     inside = [False]
     head = []
     for index, token in enumerate(code):
@@ -179,7 +179,7 @@ def results(code, pairs):
         start, stop = code[index + 1].start, code[end - 1].end
         if end == index + 2 and (code[index + 1].kind in ("number", "text") or code[index + 1].text in
                                  [*OPPOSITES, "nullptr"]):
-            continue  # constants are changed by one, and opposites swapped, as everywhere
+            continue  # these are handled as constants
         if [t.text for t in code[index + 1:end]] == ["{", "}"]:
             continue
         for constant in ("{}", "1"):
@@ -187,7 +187,7 @@ def results(code, pairs):
 
 
 def flags(code, spaced):
-    """One operand of a chain of flags left out."""
+    """Removes one operand of a chain of flags."""
     for index, token in enumerate(code):
         if token.text not in ("|", "&") or not spaced(token):
             continue
@@ -206,7 +206,7 @@ def flags(code, spaced):
 
 
 def changes(text):
-    """Every change there is, as (kind, start, end, new text)."""
+    """Every possible change, as (kind, start, end, new text)."""
     code = tokens(text)
     pairs = closings(code)
     skipped = left_out(code, pairs)
@@ -241,7 +241,7 @@ def changes(text):
 
 
 def faults(name, text):
-    """Every fault of a file, in the order of places."""
+    """Every fault in a file, in the order of their positions."""
     found = []
     for kind, start, end, new in changes(text):
         line_start = text.rfind("\n", 0, start) + 1
@@ -251,6 +251,6 @@ def faults(name, text):
 
 
 def is_data_row(line):
-    """A row of a table: literals and punctuation only."""
+    """Whether the line is a row of a table: only literals and punctuation."""
     bare = re.sub(r"//.*|'(?:\\.|[^'\\])+'|\"(?:\\.|[^\"\\])*\"|0[xX][0-9A-Fa-f]+|\d+", "", line)
     return not re.search(r"\w", bare) and "," in line

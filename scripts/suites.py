@@ -1,5 +1,5 @@
-"""The suites that CTest knows of a build folder, and the Wine prefix and display that one of them runs on: what
-scripts/run-suites and scripts/mutate share."""
+"""Lists the CTest suites of a build folder and runs them, for Windows builds with a Wine prefix and a display. Used by
+scripts/run-suites and scripts/mutate."""
 import collections
 import contextlib
 import json
@@ -18,8 +18,8 @@ Suite = collections.namedtuple("Suite", "name command environment folder labels 
 
 
 def listed(build):
-    """Every suite of a build folder, by what CTest says; it says no command of a program that is not built yet, which
-    only the file says that it reads."""
+    """Every suite of a build folder, as listed by CTest. For a program that is not built yet CTest prints no command; it
+    is taken from CTest's test file instead."""
     unbuilt = {}
     for file in pathlib.Path(build).rglob("CTestTestfile.cmake"):
         for name, words in re.findall(r"^add_test\((?:\[=*\[)?(.*?)(?:\]=*\])? (.*)\)$", file.read_text(), re.M):
@@ -35,7 +35,7 @@ def listed(build):
 
 
 class Desktop:
-    """A Wine prefix and a display of its own; up from open() to close()."""
+    """A Wine prefix with its own display, running from open() to close()."""
 
     def __init__(self, prefix, language=None):
         self.prefix, self.language, self.process = pathlib.Path(prefix), language, None
@@ -58,7 +58,7 @@ class Desktop:
             self.process = None
 
     def put_back(self, fresh):
-        """Closes it, forgets what was written to its registry, and opens it again."""
+        """Closes the desktop, restores its original registry, and opens it again."""
         self.close()
         for name in ("system.reg", "user.reg", "userdef.reg"):
             shutil.copy2(fresh / name, self.prefix / name)
@@ -66,8 +66,8 @@ class Desktop:
 
 
 def run(suite, environment, limit, log, before=None):
-    """Runs a suite to its end or for `limit` seconds of wall time. Gives the status, None when the limit ended it, and
-    the seconds taken."""
+    """Runs a suite for at most `limit` seconds of wall time. Returns its status, or None if the limit ended it, and the
+    seconds that it took."""
     started = time.monotonic()
     with open(log, "wb") as file:
         ran = subprocess.Popen(suite.command, cwd=suite.folder, env=dict(environment, **suite.environment),

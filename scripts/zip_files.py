@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""zip_files.py ZIP: packs the files named on standard input, in that order, all of one date."""
+"""zip_files.py ZIP: packs the files listed on standard input, in that order, all with the same date."""
 import sys
 import zipfile
 

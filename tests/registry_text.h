@@ -3,19 +3,28 @@
 
 #include <windows.h>
 
+#include <algorithm>
 #include <map>
 #include <string>
-#include <string_view>
 #include <vector>
 
 namespace testing_support {
 
+struct InAnyCase {
+    static int small(char byte) { return byte >= 'A' && byte <= 'Z' ? byte + 32 : byte; }
+    bool operator()(const std::string& left, const std::string& right) const {
+        return std::ranges::lexicographical_compare(left, right, {}, small, small);
+    }
+};
+
 /// Everything below some keys, a line for each key ("CLASSES\.txt", with nothing beside it) and for each value
 /// ("CLASSES\.txt|Mac Type", with its type's number, a colon and its bytes beside it).
-using RegistryText = std::map<std::string, std::string>;
+/// Names are found in any case, and keep theirs.
+using RegistryText = std::map<std::string, std::string, InAnyCase>;
 
 /// Takes away everything below HKEY_CLASSES_ROOT, HKEY_CURRENT_USER and HKEY_LOCAL_MACHINE. On the real platform these
-/// are from the first call on keys that no other process sees; the process's own registry is not touched.
+/// are from the first call on keys that no other process sees but those that this one starts, in which nothing is taken
+/// away; the process's own registry is not touched.
 void emptyRegistry();
 
 /// The bytes as a string value that the registry gives back unchanged. The real one keeps characters: of bytes that are
@@ -24,11 +33,12 @@ std::string storable(std::string bytes);
 
 /// Stores bytes as they are, in a key that is made where it is missing. What follows them in memory is no zero, which
 /// newer systems would add to a string.
-inline bool givenValue(HKEY root, const std::string& path, const char* name, DWORD type, std::string_view bytes) {
+inline bool givenValue(HKEY root, const std::string& path, const std::string& name, DWORD type,
+                       const std::string& bytes) {
     HKEY key = nullptr;
     if (RegCreateKeyA(root, path.c_str(), &key) != ERROR_SUCCESS) return false;
-    const std::string guarded = std::string(bytes) + "guard";
-    const LONG result = RegSetValueExA(key, name, 0, type, reinterpret_cast<const BYTE*>(guarded.data()),
+    const std::string guarded = bytes + "guard";
+    const LONG result = RegSetValueExA(key, name.c_str(), 0, type, reinterpret_cast<const BYTE*>(guarded.data()),
                                        static_cast<DWORD>(bytes.size()));
     RegCloseKey(key);
     return result == ERROR_SUCCESS;

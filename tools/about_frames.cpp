@@ -1,5 +1,5 @@
-// about_frames DIR COUNT [SKIP]: writes COUNT successive frames of the about box, from frame SKIP on, as
-// DIR/frame000.bmp and so on. The sprites move by a fixed seed, so that each run draws the same.
+// about_frames DIR COUNT [SKIP]: writes COUNT successive frames of the about box, beginning with frame SKIP, as
+// DIR/frame000.bmp and so on. The random seed is fixed, so that each run draws the same sprites.
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -19,7 +19,7 @@ struct Image {
     std::vector<DWORD> pixels;
 };
 
-/// What `draw` draws into a device context of one frame's size.
+/// Calls `draw` with a device context of the size of a frame, and returns the pixels.
 template <typename Draw>
 Image captured(Draw draw) {
     BITMAPINFO info{};
@@ -42,12 +42,12 @@ Image captured(Draw draw) {
     return image;
 }
 
-/// As a client's derived class it composes frames and has itself painted into a bitmap of its own.
+/// Draws frames and paints them into its own bitmap, like a derived class of a client.
 class Frames : public CAboutQuillonAppleTalk {
 public:
     using CAboutQuillonAppleTalk::animate;
 
-    /// The frame that is composed now.
+    /// The current frame.
     Image painted() {
         return captured([this](HDC dc) { paint(dc); });
     }

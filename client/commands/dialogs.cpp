@@ -3,19 +3,21 @@
 
 #include "client/command.h"
 #include "client/mapping_text.h"
+#include "client/output.h"
 
 namespace tamrix::client {
 namespace {
 
-constexpr Option kBrowseOptions[] = {{"--open", nullptr, "a file that is there (the default)"},
-                                     {"--save", nullptr, "a name to save under"},
-                                     {"--folder", nullptr, "a folder"},
-                                     {"--title", "T", "the dialog's title, at most 63 bytes"},
-                                     {"--filter", "F", "descriptions and patterns: \"Text|*.txt|All|*.*\""},
-                                     kJsonOption};
-constexpr Option kDialogOptions[] = {{"--adjust", nullptr, "let the dialog's size follow the font"}};
+constexpr Option kBrowseOptions[] = {
+    {.name = "--open", .help = "choose an existing file (default)"},
+    {.name = "--save", .help = "choose a name to save under"},
+    {.name = "--folder", .help = "choose a folder"},
+    {.name = "--title", .value = "T", .help = "the dialog's title, at most 63 bytes"},
+    {.name = "--filter", .value = "F", .help = "descriptions and patterns: \"Text|*.txt|All|*.*\""},
+    kJsonOption};
+constexpr Option kDialogOptions[] = {{.name = "--adjust", .help = "adapt the dialog's size to the font"}};
 constexpr Option kAboutOptions[] = {
-    {"--modeless", nullptr, "a modeless box, whose messages the command itself passes on"}};
+    {.name = "--modeless", .help = "show a modeless box; the command runs its message loop"}};
 
 int runEdit(const Arguments& arguments) {
     std::string type, creator;
@@ -23,13 +25,14 @@ int runEdit(const Arguments& arguments) {
     return editMappings(type, creator);
 }
 
-/// Takes the value of an option that the library reads at most `most` bytes of.
-bool takeText(const Arguments& arguments, const char* option, std::size_t most, std::string& text) {
+/// Converts an option's value to bytes. The library reads at most `maxSize` bytes; a longer value is an error.
+bool takeText(const Arguments& arguments, const char* option, std::size_t maxSize, std::string& text) {
     const char* value = arguments.value(option);
     if (!value) return true;
     const bool isText = bytesFromText(Side::windows, value, text);
-    if (isText && text.size() <= most) return true;
-    const std::string reason = isText ? "longer than " + std::to_string(most) + " bytes" : "not text of this code page";
+    if (isText && text.size() <= maxSize) return true;
+    const std::string reason =
+        isText ? "longer than " + std::to_string(maxSize) + " bytes" : whyNotBytes(Side::windows);
     complain(option, reason + ": " + value);
     return false;
 }
@@ -37,13 +40,13 @@ bool takeText(const Arguments& arguments, const char* option, std::size_t most, 
 int runBrowse(const Arguments& arguments) {
     const auto& operands = arguments.operands();
     if (arguments.has("--open") + arguments.has("--save") + arguments.has("--folder") > 1) {
-        complain("browse", "give one of --open, --save and --folder");
+        complain("browse", "use only one of --open, --save and --folder");
         return kUsageError;
     }
     BrowseRequest request;
     if (arguments.has("--save")) request.mode = BrowseMode::save;
     if (arguments.has("--folder")) request.mode = BrowseMode::folder;
-    // One byte is kept for the bar that closes a filter.
+    // One byte is reserved for the bar at the end of a filter.
     if (!takeText(arguments, "--title", kLongestTitle, request.title) ||
         !takeText(arguments, "--filter", kLongestFilter - 1, request.filter))
         return kUsageError;
@@ -75,13 +78,13 @@ int runAbout(const Arguments& arguments) {
 }
 
 constexpr char kBrowseDetails[] =
-    "Prints the path that was chosen; status 1 when the user cancelled. With --folder, INITIAL is the folder to begin\n"
-    "in. With --open and --save, the part after its last backslash is no folder: --save proposes it as the file's "
+    "Prints the chosen path; the exit status is 1 if the user cancelled. With --folder, INITIAL is the folder to\n"
+    "begin in; otherwise only the part before its last backslash is. --save proposes the part after it as the file's "
     "name,\n"
-    "--open leaves it out; end it in a backslash to begin in a folder. Needs Windows.\n";
+    "--open ignores it. Needs Windows.\n";
 constexpr char kDialogDetails[] =
-    "MODULE is an EXE or DLL, ID the number or the name of a dialog in it. The dialog does nothing; OK, Cancel or its\n"
-    "closing ends it. Needs Windows.\n";
+    "MODULE is an EXE or DLL, ID the number or name of a dialog in it. The dialog has no function; OK, Cancel or\n"
+    "closing it ends the command. Needs Windows.\n";
 constexpr char kNeedsWindows[] = "Needs Windows.\n";
 
 constexpr Command kCommands[] = {
@@ -90,8 +93,8 @@ constexpr Command kCommands[] = {
      .summary = "edit the extensions of one type and creator in a dialog",
      .details = kNeedsWindows,
      .options = {},
-     .fewest = 2,
-     .most = 2,
+     .minOperands = 2,
+     .maxOperands = 2,
      .run = runEdit,
      .example = "edit TEXT ttxt"},
     {.name = "browse",
@@ -99,8 +102,8 @@ constexpr Command kCommands[] = {
      .summary = "ask for a file or a folder",
      .details = kBrowseDetails,
      .options = kBrowseOptions,
-     .fewest = 0,
-     .most = 1,
+     .minOperands = 0,
+     .maxOperands = 1,
      .run = runBrowse,
      .example = "browse --save --filter 'Text|*.txt|All|*.*' 'C:\\Texts\\new.txt'"},
     {.name = "dialog",
@@ -108,8 +111,8 @@ constexpr Command kCommands[] = {
      .summary = "show a module's dialog in the configured font",
      .details = kDialogDetails,
      .options = kDialogOptions,
-     .fewest = 2,
-     .most = 2,
+     .minOperands = 2,
+     .maxOperands = 2,
      .run = runDialog,
      .example = "dialog Tamrix32.dll 411"},
     {.name = "about",
@@ -117,8 +120,8 @@ constexpr Command kCommands[] = {
      .summary = "show the about box",
      .details = kNeedsWindows,
      .options = kAboutOptions,
-     .fewest = 0,
-     .most = 0,
+     .minOperands = 0,
+     .maxOperands = 0,
      .run = runAbout,
      .example = "about"},
 };

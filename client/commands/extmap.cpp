@@ -1,20 +1,22 @@
-// tamrix extmap: which Macintosh type and creator belong to a file-name extension.
+// tamrix extmap: the Macintosh types and creators of file-name extensions.
 #include "client/command.h"
 #include "client/mapping_store.h"
 #include "client/mapping_text.h"
+#include "client/output.h"
 #include "client/system/startup.h"
 
 namespace tamrix::client {
 namespace {
 
-constexpr Option kListOptions[] = {
-    {"--type", "T", "only mappings to this type"}, {"--creator", "C", "only mappings to this creator"}, kJsonOption};
+constexpr Option kListOptions[] = {{.name = "--type", .value = "T", .help = "only mappings to this type"},
+                                   {.name = "--creator", .value = "C", .help = "only mappings to this creator"},
+                                   kJsonOption};
 constexpr Option kJsonOnly[] = {kJsonOption};
 
-/// The status of a command that has changed mappings.
-int kept() {
+/// Saves the changes. Returns the exit status.
+int saveChanges() {
     std::string reason;
-    if (keepMappings(reason)) return kDone;
+    if (saveMappings(reason)) return kDone;
     complain("", reason);
     return kUsageError;
 }
@@ -58,7 +60,7 @@ int runGet(const Arguments& arguments) {
     Mapping mapping;
     if (!takeExtension(operand, extension)) return kUsageError;
     if (findMapping(extension, mapping)) return printOne(arguments, mapping);
-    complain(operand, "has no mapping");
+    complain(operand, "no mapping");
     return kSomeFailed;
 }
 
@@ -68,21 +70,21 @@ int runSet(const Arguments& arguments) {
     if (!takeExtension(operands[0], mapping.extension) || !takeCode(operands[1], mapping.type) ||
         !takeCode(operands[2], mapping.creator))
         return kUsageError;
-    if (mapping.extension.size() > 16) {
-        complain(operands[0], "an extension has at most 15 bytes");
+    if (mapping.extension.size() > 1 + kMaxExtensionSize) {
+        complain(operands[0], "the extension is longer than 15 bytes");
         return kUsageError;
     }
     if (operands.size() > 3) {
         mapping.comment.emplace();
         if (!bytesFromText(Side::windows, operands[3], *mapping.comment)) {
-            complain(operands[3], "not text of this code page");
+            complain(operands[3], whyNotBytes(Side::windows));
             return kUsageError;
         }
     } else if (Mapping old; findMapping(mapping.extension, old)) {
         mapping.comment = old.comment;
     }
     const std::string reason = reasonOf(applyChanges(changesFor({mapping})));
-    if (reason.empty()) return kept();
+    if (reason.empty()) return saveChanges();
     complain("", reason);
     return kUsageError;
 }
@@ -95,17 +97,17 @@ int runRemove(const Arguments& arguments) {
     Mapping mapping;
     for (std::size_t i = 0; i < extensions.size(); ++i) {
         if (!findMapping(extensions[i], mapping)) {
-            complain(arguments.operands()[i], "has no mapping");
+            complain(arguments.operands()[i], "no mapping");
             status = kSomeFailed;
             continue;
         }
         removeMapping(extensions[i]);
         if (!findMapping(extensions[i], mapping)) continue;
-        complain(arguments.operands()[i], "the registry refuses to remove the mapping");
+        complain(arguments.operands()[i], "cannot remove the mapping");
         status = kSomeFailed;
     }
-    const int keeping = kept();
-    return keeping == kDone ? status : keeping;
+    const int saved = saveChanges();
+    return saved == kDone ? status : saved;
 }
 
 int runDefault(const Arguments& arguments) {
@@ -121,9 +123,9 @@ int runDefault(const Arguments& arguments) {
     return kDone;
 }
 
-constexpr char kLineDetails[] = "Prints extension, type, creator and comment with tabs between them.\n";
+constexpr char kLineDetails[] = "Prints extension, type, creator and comment, separated by tabs.\n";
 constexpr char kSetDetails[] =
-    "Codes have 4 bytes. Without COMMENT, a comment that is there stays; an empty one takes it away.\n";
+    "Codes have 4 bytes. Without COMMENT, an existing comment is kept; an empty COMMENT removes it.\n";
 
 constexpr Command kCommands[] = {
     {.name = "extmap list",
@@ -131,8 +133,8 @@ constexpr Command kCommands[] = {
      .summary = "list the mappings",
      .details = kLineDetails,
      .options = kListOptions,
-     .fewest = 0,
-     .most = 0,
+     .minOperands = 0,
+     .maxOperands = 0,
      .run = runList,
      .example = "extmap list --type TEXT"},
     {.name = "extmap get",
@@ -140,8 +142,8 @@ constexpr Command kCommands[] = {
      .summary = "print the mapping of an extension",
      .details = kLineDetails,
      .options = kJsonOnly,
-     .fewest = 1,
-     .most = 1,
+     .minOperands = 1,
+     .maxOperands = 1,
      .run = runGet,
      .example = "extmap get txt"},
     {.name = "extmap set",
@@ -149,8 +151,8 @@ constexpr Command kCommands[] = {
      .summary = "map an extension",
      .details = kSetDetails,
      .options = {},
-     .fewest = 3,
-     .most = 4,
+     .minOperands = 3,
+     .maxOperands = 4,
      .run = runSet,
      .changesMappings = true,
      .example = "extmap set txt TEXT ttxt 'Plain text'"},
@@ -159,18 +161,18 @@ constexpr Command kCommands[] = {
      .summary = "remove mappings",
      .details = "",
      .options = {},
-     .fewest = 1,
-     .most = -1,
+     .minOperands = 1,
+     .maxOperands = -1,
      .run = runRemove,
      .changesMappings = true,
      .example = "extmap remove txt hqx"},
     {.name = "extmap default",
      .operands = "",
-     .summary = "print the codes of extensions without a mapping",
-     .details = "Prints type and creator with a tab between them.\n",
+     .summary = "print the type and creator of extensions without a mapping",
+     .details = "Prints type and creator, separated by a tab.\n",
      .options = kJsonOnly,
-     .fewest = 0,
-     .most = 0,
+     .minOperands = 0,
+     .maxOperands = 0,
      .run = runDefault,
      .example = "extmap default"},
 };

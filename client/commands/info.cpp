@@ -1,9 +1,11 @@
-// tamrix info: the settings that the library works with, found by asking it.
+// tamrix info: the settings that the library uses, found by calling it.
 #include <windows.h>
 
+#include "base/settings_key.h"
 #include "client/command.h"
 #include "client/json.h"
 #include "client/library_names.h"
+#include "client/output.h"
 #include "client/system/startup.h"
 #include "tamrix32/registry.h"
 
@@ -11,22 +13,21 @@ namespace tamrix::client {
 namespace {
 
 constexpr Option kOptions[] = {kJsonOption};
-constexpr char kSettingsPath[] = "Software\\Quillon Systems, Inc.\\File Client";
 
 struct Info {
     long ansi = 0;
     long oem = 0;
     ByteRules rules;
-    std::string quoteSet;   // the bytes in rising order
-    std::string leadBytes;  // the same
+    std::string quoteSet;   // in ascending order
+    std::string leadBytes;  // in ascending order
     bool hasCounters = false;
     long processes = 0;
     long threads = 0;
-    std::string fontFace;  // empty: none is configured
+    std::string fontFace;  // empty if none is configured
     long fontSize = 0;
 };
 
-/// The dialog font, which counts only where face and size are both there.
+/// Reads the dialog font, which takes effect only if both face and size are configured.
 void readFont(Info& info) {
     RegKey key;
     RegValue face, size;
@@ -37,8 +38,8 @@ void readFont(Info& info) {
     info.fontSize = static_cast<long>(size.Value());
 }
 
-/// Whether a byte is in the quote set. Space and period are read back whatever the set holds; the space is never
-/// quoted, so whether it is in the set makes no difference.
+/// Whether a byte is in the quote set. Bracketed numbers of space and period convert back with any set, so they say
+/// nothing about the set. A space inside a name is never quoted, so whether it is in the set makes no difference.
 bool isInSet(const ByteRules& rules, int value) {
     if (value == ' ') return false;
     return value == '.' ? rules.isQuoted[value] : rules.decodes[value];
@@ -58,7 +59,7 @@ Info gather() {
     return info;
 }
 
-/// "00-1F 22 2A": rising bytes as ranges.
+/// Ascending bytes as ranges, such as "00-1F 22 2A".
 std::string ranges(const std::string& bytes) {
     std::string text;
     for (std::size_t first = 0; first < bytes.size();) {
@@ -119,16 +120,15 @@ int run(const Arguments& arguments) {
     return kDone;
 }
 
-constexpr Command kCommands[] = {
-    {.name = "info",
-     .operands = "",
-     .summary = "print the code pages and the settings in force",
-     .details = "Bytes are hexadecimal. The quote set is that of the Macintosh side of a name.\n",
-     .options = kOptions,
-     .fewest = 0,
-     .most = 0,
-     .run = run,
-     .example = "info --json"}};
+constexpr Command kCommands[] = {{.name = "info",
+                                  .operands = "",
+                                  .summary = "print the code pages and the current settings",
+                                  .details = "Bytes are hexadecimal. The quote set applies to Macintosh names.\n",
+                                  .options = kOptions,
+                                  .minOperands = 0,
+                                  .maxOperands = 0,
+                                  .run = run,
+                                  .example = "info --json"}};
 
 }  // namespace
 

@@ -1,8 +1,9 @@
-// tamrix name: Macintosh names to Windows names and back, and what happens to them on the way.
+// tamrix name: converts Macintosh names to Windows names and back, and reports how they are converted.
 #include "client/command.h"
 #include "client/json.h"
 #include "client/name_check.h"
 #include "client/name_list.h"
+#include "client/output.h"
 #include "client/system/streams.h"
 
 namespace tamrix::client {
@@ -10,7 +11,9 @@ namespace {
 
 constexpr Option kConvertOptions[] = {kZeroOption, kJsonOption};
 constexpr Option kToMacOptions[] = {
-    kZeroOption, {"--separator", "TEXT", "print TEXT between the parts of a path, not a zero byte"}, kJsonOption};
+    kZeroOption,
+    {.name = "--separator", .value = "TEXT", .help = "print TEXT between the parts of a path instead of a zero byte"},
+    kJsonOption};
 
 int convert(const Arguments& arguments, Side from, Side to, std::string (*translate)(const std::string&)) {
     const bool asJson = arguments.has("--json");
@@ -18,7 +21,7 @@ int convert(const Arguments& arguments, Side from, Side to, std::string (*transl
     const char* separator = arguments.value("--separator");
     Json json;
     const JsonArray array(json, asJson);
-    const int status = forEachName(arguments, from, [&](const std::string& name) {
+    return forEachName(arguments, from, [&](const std::string& name) {
         const std::string result = translate(name);
         if (asJson) {
             const JsonObject object(json);
@@ -30,7 +33,8 @@ int convert(const Arguments& arguments, Side from, Side to, std::string (*transl
         const bool hasText = textFromBytes(to, result, text);
         if (!hasText || !outputHolds(text)) {
             complain(shown(from, name),
-                     hasText ? "the output cannot hold the result: give --text utf-8" : "the result has no text");
+                     hasText ? "the result cannot be represented in the output's code page; use --text utf-8"
+                             : "the result cannot be converted to text");
             return false;
         }
         if (separator)
@@ -39,7 +43,6 @@ int convert(const Arguments& arguments, Side from, Side to, std::string (*transl
         print(text + ending);
         return true;
     });
-    return status;
 }
 
 int runToWindows(const Arguments& arguments) {
@@ -50,7 +53,7 @@ int runToMac(const Arguments& arguments) {
     return convert(arguments, Side::windows, Side::mac, macNameOf);
 }
 
-/// "0x3A ':'", or the number alone where the byte is no visible character of ASCII.
+/// The byte as "0x3A ':'", or only the number if it is not a visible ASCII character.
 std::string described(unsigned char byte) {
     const char c = static_cast<char>(byte);
     const std::string number = "0x" + hex({&c, 1});
@@ -65,14 +68,14 @@ void printReport(const std::string& name, const NameReport& report, const ByteRu
     std::string text = shown(Side::mac, name) + "\n  Windows name: " + shown(Side::windows, report.windowsName) + " (" +
                        std::to_string(report.windowsName.size()) + " bytes)\n";
     for (const QuotedByte& quoted : report.quoted)
-        text += "  byte " + ordinal(quoted.position) + ", " + described(quoted.byte) + ", is written as " +
+        text += "  byte " + ordinal(quoted.position) + ", " + described(quoted.byte) + ", becomes " +
                 shown(Side::windows, bracketed(rules, quoted.byte)) + ": " + quoted.reason + "\n";
     for (const LooksQuoted& look : report.looksQuoted)
-        text += "  byte " + ordinal(look.position) + ": the name already holds " +
-                shown(Side::windows, bracketed(rules, look.value)) + ", which comes back as " +
+        text += "  byte " + ordinal(look.position) + ": the name already contains " +
+                shown(Side::windows, bracketed(rules, look.value)) + ", which converts back to " +
                 described(static_cast<unsigned char>(look.value)) + "\n";
-    text += report.comesBack ? "  comes back unchanged\n" : "  DOES NOT come back unchanged\n";
-    if (report.notKept) text += "  CANNOT be kept: " + std::string(report.notKept) + "\n";
+    text += report.comesBack ? "  converts back unchanged\n" : "  DOES NOT convert back unchanged\n";
+    if (report.notKept) text += "  NOT ACCEPTED by Windows: " + std::string(report.notKept) + "\n";
     print(text);
 }
 
@@ -81,7 +84,7 @@ void writeReport(Json& json, const std::string& name, const NameReport& report) 
     json.bytes("name", Side::mac, name);
     json.bytes("windows", Side::windows, report.windowsName);
     {
-        const JsonArray array(json, true, "quoted");
+        const JsonArray array(json, "quoted");
         for (const QuotedByte& quoted : report.quoted) {
             const JsonObject row(json);
             json.number("position", static_cast<long>(quoted.position));
@@ -90,7 +93,7 @@ void writeReport(Json& json, const std::string& name, const NameReport& report) 
         }
     }
     {
-        const JsonArray array(json, true, "looksQuoted");
+        const JsonArray array(json, "looksQuoted");
         for (const LooksQuoted& look : report.looksQuoted) {
             const JsonObject row(json);
             json.number("position", static_cast<long>(look.position));
@@ -107,7 +110,7 @@ int runCheck(const Arguments& arguments) {
     const ByteRules rules = askLibrary();
     Json json;
     const JsonArray array(json, asJson);
-    const int status = forEachName(arguments, Side::mac, [&](const std::string& name) {
+    return forEachName(arguments, Side::mac, [&](const std::string& name) {
         const NameReport report = checkName(name, rules);
         if (asJson)
             writeReport(json, name, report);
@@ -115,48 +118,46 @@ int runCheck(const Arguments& arguments) {
             printReport(name, report, rules);
         return report.comesBack && !report.notKept;
     });
-    return status;
 }
 
 constexpr char kFromInput[] =
-    "Without a NAME, names are read from standard input, one a line (or each up to a zero byte with -0).\n";
+    "Without NAME, names are read from standard input, one per line or, with -0, each up to a zero byte.\n";
 
 constexpr char kCheckDetails[] =
-    "Says for each Macintosh name which bytes are written as bracketed numbers and why, whether the name comes back\n"
-    "unchanged, and whether Windows can keep it: not names of devices (AUX, con.txt), not with a final period, not "
-    "more\n"
-    "than 255 bytes. Status 1 when a name does not come back or can't be kept.\n";
+    "Shows for each Macintosh name which bytes become bracketed numbers and why, whether the name converts back\n"
+    "unchanged, and whether Windows accepts it: not device names (AUX, con.txt), names that end in a period, or more\n"
+    "than 255 bytes. The exit status is 1 if a name does not convert back or is not accepted.\n";
 
 constexpr char kToMacDetails[] =
-    "A backslash separates the parts of a path and becomes a zero byte. Without a NAME, names are read from standard\n"
-    "input, one a line (a carriage return before the line's end is dropped), or each up to a zero byte with -0.\n";
+    "A backslash separates the parts of a path and becomes a zero byte. Without NAME, names are read from standard\n"
+    "input, one per line (a carriage return at its end is ignored) or, with -0, each up to a zero byte.\n";
 
 constexpr Command kCommands[] = {
     {.name = "name to-windows",
      .operands = "[NAME...]",
-     .summary = "turn Macintosh names into Windows names",
+     .summary = "convert Macintosh names to Windows names",
      .details = kFromInput,
      .options = kConvertOptions,
-     .fewest = 0,
-     .most = -1,
+     .minOperands = 0,
+     .maxOperands = -1,
      .run = runToWindows,
      .example = "name to-windows 'Q1: Budget?' Report."},
     {.name = "name to-mac",
      .operands = "[NAME...]",
-     .summary = "turn Windows names or paths into Macintosh names",
+     .summary = "convert Windows names or paths to Macintosh names",
      .details = kToMacDetails,
      .options = kToMacOptions,
-     .fewest = 0,
-     .most = -1,
+     .minOperands = 0,
+     .maxOperands = -1,
      .run = runToMac,
      .example = "name to-mac 'Q1[058] Budget[063]'"},
     {.name = "name check",
      .operands = "[NAME...]",
-     .summary = "say what happens to Macintosh names on the way",
+     .summary = "show how Macintosh names are converted",
      .details = kCheckDetails,
      .options = kConvertOptions,
-     .fewest = 0,
-     .most = -1,
+     .minOperands = 0,
+     .maxOperands = -1,
      .run = runCheck,
      .example = "name check 'Sales@HQ.'"},
 };

@@ -1,4 +1,4 @@
-// tamrix rename: gives everything in a folder its Windows or Macintosh name, and puts it back.
+// tamrix rename: converts the names of everything in a folder, and undoes that.
 #include "client/command.h"
 #include "client/output.h"
 #include "client/rename_names.h"
@@ -9,20 +9,19 @@ namespace tamrix::client {
 namespace {
 
 constexpr Option kOptions[] = {
-    {"--to-windows", nullptr, "the folder holds Macintosh names"},
-    {"--to-mac", nullptr, "the folder holds Windows names"},
-    {"--apply", nullptr, "rename; without it, only say what would be renamed"},
-    {"--journal", "FILE", "where each step is written down; without it, a new file next to DIR"},
-    {"--undo", "FILE", "put everything back that this journal tells of"},
-    {"--force", nullptr, "also a whole disk, and a folder that was renamed the same way already"},
+    {.name = "--to-windows", .help = "DIR contains Macintosh names"},
+    {.name = "--to-mac", .help = "DIR contains Windows names"},
+    {.name = "--apply", .help = "rename; without it, only list the new names"},
+    {.name = "--journal", .value = "FILE", .help = "record the steps in this new file (default: a file next to DIR)"},
+    {.name = "--undo", .value = "FILE", .help = "revert the steps in this journal"},
+    {.name = "--force", .help = "also rename a whole disk, or a folder that has already been renamed in this way"},
     kJsonOption};
 
 constexpr char kDetails[] =
-    "Goes through DIR and the folders in it, the deepest first; links are not followed and DIR keeps its name. "
-    "Nothing\n"
-    "is overwritten: a name that is taken, or that the disk or Windows does not accept, is reported and left (status\n"
-    "1). Links within DIR are pointed at new names. Each step of --apply is written to a journal first, from which\n"
-    "--undo puts everything back.\n";
+    "Renames everything in DIR and its subfolders, the deepest entries first. DIR keeps its name, and links are not\n"
+    "followed. Nothing is overwritten: if a new name already exists, or the disk or Windows does not accept it, the\n"
+    "entry is reported and skipped (exit status 1). Links to entries in DIR are changed to point to the new names; on\n"
+    "Windows they are only reported. --apply records each step in a journal first; --undo reverts the steps in it.\n";
 
 int refuse(const std::string& about, const std::string& reason) {
     complain(about, reason);
@@ -37,28 +36,34 @@ int runUndo(const Arguments& arguments) {
     const std::string path = arguments.value("--undo");
     if (!arguments.operands().empty() || arguments.has("--to-windows") || arguments.has("--to-mac") ||
         arguments.has("--apply") || arguments.has("--journal"))
-        return refuse("rename", "--undo takes its journal and nothing else");
+        return refuse("rename", "--undo takes only the journal");
     Journal journal;
+    AppendFile file;
     std::string reason;
-    if (!readJournal(path, journal, reason)) return refuse(path, reason);
+    if (!openJournal(path, journal, file, reason)) return refuse(path, reason);
+    // The journal's path was given as text or bytes as the options say; its content is what the journal says.
     namesAreText = journal.isText;
     Report report(journal.tree, true, arguments.has("--json"));
-    const RunEnd end = undo(journal, path, report);
+    const RunEnd end = undo(journal, file, report);
     report.finish(nullptr, end, "");
     return statusOf(report, end);
 }
 
-/// Why the folder is not to be renamed; empty when nothing speaks against it.
-std::string whyNot(const Arguments& arguments, const std::string& root) {
-    if (arguments.has("--force")) return {};
-    if (isRoot(root)) return "a whole disk: give --force if you mean it";
-    const std::string earlier = journalOfEarlierRun(root, arguments.has("--to-windows"));
-    if (earlier.empty()) return {};
-    return "was renamed this way already, says " + plainPath(earlier) +
-           ": rename --undo puts it back, --force would translate its names again";
+/// The error message for renaming again what the journal records; empty if there is no journal.
+std::string whyNotTwice(const std::string& what, const std::string& journal) {
+    if (journal.empty()) return {};
+    return what + "has already been renamed in this way (journal: " + plainPath(journal) +
+           "); use --undo to revert it, or --force to convert the names again";
 }
 
-/// Whether a file's folder is a resolved one, or is in it.
+/// Why the folder must not be renamed; empty if it may be.
+std::string whyNot(const Arguments& arguments, const std::string& root) {
+    if (arguments.has("--force")) return {};
+    if (isRoot(root)) return "this is a whole disk; use --force to rename it anyway";
+    return whyNotTwice("", journalOfEarlierRun(root, arguments.has("--to-windows")));
+}
+
+/// Whether a file is in the resolved folder `root` or in one of its subfolders.
 bool liesIn(const std::string& root, const std::string& file) {
     const std::size_t end = file.find_last_of(kDiskIgnoresCase ? "\\/:" : "/");
     std::string folder, ignored;
@@ -68,9 +73,9 @@ bool liesIn(const std::string& root, const std::string& file) {
 
 int run(const Arguments& arguments) {
     if (arguments.value("--undo")) return runUndo(arguments);
-    if (arguments.operands().empty()) return refuse("rename", "an argument is missing: DIR");
+    if (arguments.operands().empty()) return refuse("rename", "missing argument: DIR");
     if (arguments.has("--to-mac") == arguments.has("--to-windows"))
-        return refuse("rename", "give one of --to-windows and --to-mac");
+        return refuse("rename", "use either --to-windows or --to-mac");
     const std::string& folder = arguments.operands()[0];
     if (folder.empty()) return refuse("rename", "DIR is empty");
     std::string root, reason;
@@ -83,6 +88,8 @@ int run(const Arguments& arguments) {
     Tree tree;
     if (!readTree(root, toWindows ? newWindowsName : newMacName, toWindows || kDiskIgnoresCase, report, tree, reason))
         return refuse(folder, reason);
+    if (!arguments.has("--force")) reason = whyNotTwice("a folder in it ", journalInTree(tree, root, toWindows));
+    if (!reason.empty()) return report.refuse(folder, reason);
     RenameRun renaming(root, toWindows, tree, report);
     if (!applies || renaming.size() == 0) {
         renaming.plan();
@@ -92,8 +99,8 @@ int run(const Arguments& arguments) {
     const char* given = arguments.value("--journal");
     const std::string journal = given ? given : freeJournalName(root);
     if (given && liesIn(root, journal))
-        return refuse(journal, "the journal may not lie in the folder that it tells of");
-    if (!renaming.startJournal(journal, reason)) return refuse(plainPath(journal), reason);
+        return report.refuse(journal, "the journal must not be in the folder to rename");
+    if (!renaming.startJournal(journal, reason)) return report.refuse(plainPath(journal), reason);
     const RunEnd end = renaming.apply();
     report.finish(&tree, end, plainPath(journal));
     return statusOf(report, end);
@@ -102,11 +109,11 @@ int run(const Arguments& arguments) {
 constexpr Command kCommands[] = {
     {.name = "rename",
      .operands = "DIR",
-     .summary = "give everything in a folder its Windows or Macintosh name",
+     .summary = "convert the names of everything in a folder",
      .details = kDetails,
      .options = kOptions,
-     .fewest = 0,
-     .most = 1,
+     .minOperands = 0,
+     .maxOperands = 1,
      .run = run,
      .example = "rename --to-windows Copies"},
 };

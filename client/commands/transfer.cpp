@@ -1,39 +1,19 @@
-// tamrix extmap export and import: all mappings as a text file.
-#include <stdio.h>
-
+// tamrix extmap export and import: writes and reads all mappings as a text file.
 #include "client/command.h"
+#include "client/mapping_file.h"
 #include "client/mapping_text.h"
-#include "client/system/open_file.h"
+#include "client/output.h"
+#include "client/read_file.h"
 #include "client/system/startup.h"
 #include "client/system/whole_file.h"
 
 namespace tamrix::client {
 namespace {
 
-constexpr Option kImportOptions[] = {{"--dry-run", nullptr, "only say what would change"}, kJsonOption};
+constexpr Option kImportOptions[] = {{.name = "--dry-run", .help = "only print what would change"}, kJsonOption};
 
-/// Far more than there are extensions. Devices may have no end.
-constexpr std::size_t kMostBytes = 16 << 20;
-
-/// Why the file could not be read; empty when it could.
-std::string readAll(FILE* file, std::string& text) {
-    char block[2048];
-    while (const std::size_t size = fread(block, 1, sizeof block, file)) {
-        text.append(block, size);
-        if (text.size() > kMostBytes) return "the file is larger than 16 MB";
-    }
-    return ferror(file) ? "the file cannot be read" : "";
-}
-
-std::string readFile(const std::string& name, std::string& text) {
-    if (name == "-") return readAll(stdin, text);
-    std::string reason;
-    FILE* file = openToRead(name, reason);
-    if (!file) return "the file cannot be read: " + reason;
-    reason = readAll(file, text);
-    fclose(file);
-    return reason;
-}
+/// Far more than any real mapping file needs.
+constexpr std::size_t kMaxSize = 16 << 20;
 
 int runExport(const Arguments& arguments) {
     int status = kDone;
@@ -67,9 +47,8 @@ void writeChanges(const std::vector<Change>& changes) {
 
 int runImport(const Arguments& arguments) {
     const std::string& name = arguments.operands()[0];
-    std::string text;
-    std::string reason = readFile(name, text);
-    if (!reason.empty()) {
+    std::string text, reason;
+    if (name == "-" ? !readAll(stdin, kMaxSize, text, reason) : !readFile(name, kMaxSize, text, reason)) {
         complain(name, reason);
         return kUsageError;
     }
@@ -81,40 +60,44 @@ int runImport(const Arguments& arguments) {
     const std::vector<Change> changes = changesFor(std::move(file.mappings));
     if (!arguments.has("--dry-run")) {
         reason = reasonOf(applyChanges(changes));
-        if (reason.empty() && !changes.empty() && !keepMappings(reason)) reason += "; nothing has changed";
+        if (reason.empty() && !changes.empty() && !saveMappings(reason)) reason += "; nothing has changed";
         if (!reason.empty()) {
             complain(name, reason);
             return kUsageError;
         }
     }
-    arguments.has("--json") ? writeChanges(changes) : printChanges(changes);
+    if (arguments.has("--json"))
+        writeChanges(changes);
+    else
+        printChanges(changes);
     return kDone;
 }
 
 constexpr char kExportDetails[] =
-    "Writes a line for each mapping: extension, type, creator and comment, separated by tabs and quoted where needed.\n"
-    "Without FILE, or with -, it is printed. A file that is there is replaced once the new one is whole.\n";
+    "Writes one line per mapping: extension, type, creator and comment, separated by tabs and quoted where needed.\n"
+    "Without FILE, or with -, writes to standard output. An existing file is replaced only when the new one is\n"
+    "complete.\n";
 constexpr char kImportDetails[] =
-    "Takes what export writes (- is standard input). Mappings that are not in FILE stay. A bad line is named with its\n"
-    "number, and nothing is imported then. Prints what changed.\n";
+    "Reads what extmap export writes (- is standard input) and prints what changed. Mappings that FILE lacks are\n"
+    "kept. If a line has an error, its number is reported and nothing is imported.\n";
 
 constexpr Command kCommands[] = {
     {.name = "extmap export",
      .operands = "[FILE]",
-     .summary = "write all mappings as text",
+     .summary = "write all mappings to a text file",
      .details = kExportDetails,
      .options = {},
-     .fewest = 0,
-     .most = 1,
+     .minOperands = 0,
+     .maxOperands = 1,
      .run = runExport,
      .example = "extmap export map.txt"},
     {.name = "extmap import",
      .operands = "FILE",
-     .summary = "add and change mappings from text",
+     .summary = "add and change mappings from a text file",
      .details = kImportDetails,
      .options = kImportOptions,
-     .fewest = 1,
-     .most = 1,
+     .minOperands = 1,
+     .maxOperands = 1,
      .run = runImport,
      .changesMappings = true,
      .example = "extmap import --dry-run map.txt"},

@@ -1,6 +1,7 @@
-// tamrix unc: paths of AppleTalk servers and printers, joined from and split into their parts.
+// tamrix unc: builds paths of AppleTalk servers and printers, and splits them into their parts.
 #include "client/command.h"
 #include "client/json.h"
+#include "client/output.h"
 #include "tamrix32/macnames.h"
 #include "tamrix32/strings.h"
 
@@ -11,12 +12,13 @@ constexpr int kServer = 1;
 constexpr int kPrinter = 2;
 constexpr long kLongestPath = 32767;
 
-constexpr Option kJoinOptions[] = {{"--printer", nullptr, "a printer and its share, not a server and its volume"},
-                                   {"--zone", "ZONE", "the zone; * is the own one, which is not written"},
-                                   kJsonOption};
+constexpr Option kJoinOptions[] = {
+    {.name = "--printer", .help = "a printer and its share instead of a server and its volume"},
+    {.name = "--zone", .value = "ZONE", .help = "the zone; * means the local zone and is omitted"},
+    kJsonOption};
 constexpr Option kSplitOptions[] = {kJsonOption};
 
-/// The parts of a path as the library takes them: null where there is none.
+/// The parts of a path; the pointers, which the library takes, are null for missing parts.
 struct Parts {
     int kind = kServer;
     std::string zone, name, share;
@@ -25,18 +27,18 @@ struct Parts {
     const char* shareOrNull = nullptr;
 };
 
-/// Why a path with this part would not be split into the same parts again; null when it would.
+/// Why a path with this part would not be split into the same parts again; null if it would.
 const char* whyNotAPart(const std::string& bytes) {
     if (bytes.empty()) return "is empty";
     for (const char delimiter : {'\\', '@', '`'})
-        if (dbcs_strchr(bytes.c_str(), delimiter)) return "holds a character that ends a part of a path: \\, @ or `";
+        if (dbcs_strchr(bytes.c_str(), delimiter)) return "contains a delimiter (\\, @ or `)";
     return nullptr;
 }
 
-/// Takes one part, which `what` names in complaints.
+/// Converts one part to bytes and checks it. `what` is the part's name in error messages.
 bool takePart(const char* what, const std::string& argument, std::string& bytes, const char*& pointer) {
     const bool isText = bytesFromText(Side::windows, argument, bytes);
-    if (const char* why = isText ? whyNotAPart(bytes) : "is not text of this code page") {
+    if (const char* why = isText ? whyNotAPart(bytes) : whyNotBytes(Side::windows)) {
         complain(argument, std::string("the ") + what + " " + why);
         return false;
     }
@@ -53,8 +55,9 @@ bool takeParts(const Arguments& arguments, Parts& parts) {
            (operands.size() < 2 || takePart("share", operands[1], parts.share, parts.shareOrNull));
 }
 
-/// The capacity for the path; 0 after a complaint.
-int lengthOf(const Arguments& arguments, const Parts& parts) {
+/// Reads the parts. Returns the capacity that their path needs in bytes; 0 after an error, which is reported.
+int takeAndMeasure(const Arguments& arguments, Parts& parts) {
+    if (!takeParts(arguments, parts)) return 0;
     const int length = UNCLength(parts.kind, parts.zoneOrNull, parts.nameOrNull, parts.shareOrNull);
     if (length <= 0)
         complain(arguments.operands()[0], parts.kind == kPrinter && !parts.shareOrNull
@@ -65,13 +68,12 @@ int lengthOf(const Arguments& arguments, const Parts& parts) {
 
 int runJoin(const Arguments& arguments) {
     Parts parts;
-    if (!takeParts(arguments, parts)) return kUsageError;
-    const int length = lengthOf(arguments, parts);
+    const int length = takeAndMeasure(arguments, parts);
     if (!length) return kUsageError;
     std::string path(static_cast<std::size_t>(length), '\0');
     if (!StringsToUNC(parts.kind, path.data(), static_cast<unsigned short>(length), parts.zoneOrNull, parts.nameOrNull,
                       parts.shareOrNull)) {
-        complain(arguments.operands()[0], "the library refuses the path");
+        complain(arguments.operands()[0], "the library rejects the path");
         return kUsageError;
     }
     path.resize(path.find('\0'));
@@ -87,8 +89,7 @@ int runJoin(const Arguments& arguments) {
 
 int runLength(const Arguments& arguments) {
     Parts parts;
-    if (!takeParts(arguments, parts)) return kUsageError;
-    const int length = lengthOf(arguments, parts);
+    const int length = takeAndMeasure(arguments, parts);
     if (!length) return kUsageError;
     if (!arguments.has("--json")) {
         print(std::to_string(length) + "\n");
@@ -101,7 +102,7 @@ int runLength(const Arguments& arguments) {
 }
 
 struct SplitPath {
-    int kind = 0;  // no path of a server or printer
+    int kind = 0;  // 0: not a path of a server or printer
     std::string zone, name, share, rest;
 };
 
@@ -143,13 +144,13 @@ int runSplit(const Arguments& arguments) {
     for (const std::string& operand : arguments.operands()) {
         std::string path;
         if (!bytesFromText(Side::windows, operand, path)) {
-            complain(operand, "not text of this code page");
+            complain(operand, whyNotBytes(Side::windows));
             status = kSomeFailed;
             continue;
         }
         SplitPath parts = split(path);
         if (parts.kind == 0 || parts.name.empty()) {
-            complain(operand, parts.kind ? "names no server or printer" : "not a path of a server or printer");
+            complain(operand, parts.kind ? "no server or printer in the path" : "not a path of a server or printer");
             parts = {};
             status = kSomeFailed;
         } else if (!asJson) {
@@ -161,9 +162,9 @@ int runSplit(const Arguments& arguments) {
 }
 
 constexpr char kJoinDetails[] = "A server's path is \\\\ZONE@NAME\\VOLUME, a printer's \\\\ZONE`NAME\\SHARE.\n";
-constexpr char kLengthDetails[] = "The capacity in bytes that the path needs at most, its terminator included.\n";
+constexpr char kLengthDetails[] = "Prints the number of bytes that the path needs at most, including the terminator.\n";
 constexpr char kSplitDetails[] =
-    "Prints kind, zone, name, share and the rest of the path, each with a tab after its label.\n";
+    "Prints kind, zone, name, share and the rest of the path, one per line: a label, a tab and the value.\n";
 
 constexpr Command kCommands[] = {
     {.name = "unc join",
@@ -171,26 +172,26 @@ constexpr Command kCommands[] = {
      .summary = "build the path of a server or printer",
      .details = kJoinDetails,
      .options = kJoinOptions,
-     .fewest = 1,
-     .most = 2,
+     .minOperands = 1,
+     .maxOperands = 2,
      .run = runJoin,
      .example = "unc join --zone Sales Mercury Projects"},
     {.name = "unc split",
      .operands = "PATH...",
-     .summary = "take paths apart",
+     .summary = "split paths into their parts",
      .details = kSplitDetails,
      .options = kSplitOptions,
-     .fewest = 1,
-     .most = -1,
+     .minOperands = 1,
+     .maxOperands = -1,
      .run = runSplit,
      .example = "unc split '\\\\Sales@Mercury\\Projects\\Docs\\a.txt'"},
     {.name = "unc length",
      .operands = "NAME [SHARE]",
-     .summary = "measure the path before it is built",
+     .summary = "print the size of the path that unc join would build",
      .details = kLengthDetails,
      .options = kJoinOptions,
-     .fewest = 1,
-     .most = 2,
+     .minOperands = 1,
+     .maxOperands = 2,
      .run = runLength,
      .example = "unc length --zone Sales Mercury Projects"},
 };

@@ -1,5 +1,5 @@
-// A file that grows while the work that it tells of is done. append_file_windows.cpp and append_file_native.cpp
-// implement it.
+// A file that is written piece by piece and survives a kill or a power failure. append_file_windows.cpp and
+// append_file_native.cpp implement it.
 #pragma once
 
 #include <string>
@@ -13,14 +13,14 @@ public:
     AppendFile(const AppendFile&) = delete;
     AppendFile& operator=(const AppendFile&) = delete;
 
-    /// Makes a new file; false with the reason, also where there is one.
-    bool create(const std::string& path, std::string& reason);
-    /// Opens a file that is there, to write at its end.
-    bool open(const std::string& path, std::string& reason);
-    /// Hands the text to the system, so that it stays when this process is killed. After a failure, which may have
-    /// written a part, nothing more is written.
+    /// Creates a new file; false with the reason on failure, also if the file exists.
+    bool create(const std::string& path, std::string& reason) { return open(path, true, reason); }
+    /// Opens an existing file for writing at its end; false with the reason on failure.
+    bool open(const std::string& path, std::string& reason) { return open(path, false, reason); }
+    /// Passes the text to the system, so that it is kept if this process is killed. A failed call may have written part
+    /// of the text; later calls then write nothing.
     bool append(const std::string& text, std::string& reason);
-    /// Has everything on the disk, so that it stays when the power fails.
+    /// Flushes the file to the disk, so that it is kept if the power fails.
     bool flush(std::string& reason);
 
 private:

@@ -8,7 +8,7 @@
 namespace tamrix::client {
 namespace {
 
-// The handle's number and one: a handle may be 0.
+// handle_ is the descriptor plus one, because a descriptor may be 0.
 int numberOf(void* handle) {
     return static_cast<int>(reinterpret_cast<intptr_t>(handle)) - 1;
 }
@@ -25,14 +25,6 @@ bool AppendFile::open(const std::string& path, bool isNew, std::string& reason) 
     if (number < 0) reason = errorText();
     handle_ = reinterpret_cast<void*>(static_cast<intptr_t>(number) + 1);
     return number >= 0;
-}
-
-bool AppendFile::create(const std::string& path, std::string& reason) {
-    return open(path, true, reason);
-}
-
-bool AppendFile::open(const std::string& path, std::string& reason) {
-    return open(path, false, reason);
 }
 
 bool AppendFile::append(const std::string& text, std::string& reason) {

@@ -24,14 +24,6 @@ bool AppendFile::open(const std::string& path, bool isNew, std::string& reason) 
     return true;
 }
 
-bool AppendFile::create(const std::string& path, std::string& reason) {
-    return open(path, true, reason);
-}
-
-bool AppendFile::open(const std::string& path, std::string& reason) {
-    return open(path, false, reason);
-}
-
 bool AppendFile::append(const std::string& text, std::string& reason) {
     if (hasFailed_) return false;
     DWORD written = 0;

@@ -1,31 +1,33 @@
-// The library's dialogs, shown on a desktop. dialogs_windows.cpp implements them; natively there is none, and
-// every action says so. Results are exit statuses, kUsageError where nothing could be shown; complaints have been made.
+// Shows the library's dialogs. dialogs_windows.cpp implements it; in the native program every function only reports
+// that it needs Windows. The functions return exit statuses: kUsageError if no dialog could be shown. Errors are
+// reported.
 #pragma once
 
 #include <string>
 
 namespace tamrix::client {
 
-/// Lets the user edit the extensions of one creator and type.
+/// Shows the editor for the extensions of one type and creator.
 int editMappings(const std::string& type, const std::string& creator);
 
 enum class BrowseMode { open, save, folder };
 
 struct BrowseRequest {
     BrowseMode mode = BrowseMode::open;
-    std::string title;    // at most kLongestTitle bytes; empty: the platform's own
-    std::string filter;   // at most kLongestFilter bytes, "Text|*.txt|All|*.*|"; empty: none
-    std::string initial;  // the folder, or but for a folder's choice a path whose last part is a file's name
+    std::string title;    // at most kLongestTitle bytes; empty for the system's own title
+    std::string filter;   // such as "Text|*.txt|All|*.*|", at most kLongestFilter bytes; empty for none
+    std::string initial;  // the initial folder; for open and save, followed by a file name
 };
 
-// What the library reads of a title and of a filter.
+// The number of bytes that the library reads of a title and of a filter.
 constexpr std::size_t kLongestTitle = 63;
 constexpr std::size_t kLongestFilter = 127;
 
-/// Asks for a file or folder; kSomeFailed when the user cancels.
+/// Asks for a file or folder; kSomeFailed if the user cancels.
 int browse(const BrowseRequest& request, std::string& chosen);
 
-/// Shows dialog `id`, a number or a name, of a module in the configured font, until a button or its closing ends it.
+/// Shows a module's dialog, whose `id` is a number or a name, in the configured font until OK, Cancel or closing ends
+/// it.
 int showDialog(const std::string& module, const std::string& id, bool adjustSize);
 
 int showAbout(bool modal);

@@ -1,4 +1,4 @@
-// Natively there is no desktop to show a dialog on.
+// The native program shows no dialogs.
 #include "client/command.h"
 #include "client/output.h"
 #include "client/system/dialogs.h"

@@ -1,4 +1,4 @@
-// The dialogs for real.
+// Shows the dialogs on Windows.
 #include <stdlib.h>
 #include <string.h>
 #include <windows.h>
@@ -8,7 +8,7 @@
 #include "client/resource_ids.h"
 #include "client/system/dialogs.h"
 #include "client/system/paths_windows.h"
-#include "client/text.h"
+#include "client/unicode.h"
 #include "tamrix32/about.h"
 #include "tamrix32/browse.h"
 #include "tamrix32/dialogs.h"
@@ -16,10 +16,10 @@
 namespace tamrix::client {
 namespace {
 
-/// Writes texts over this program's strings kTitleString and kFilterString, which hold room for them: the browse dialog
-/// takes its texts from a module's string table only. The page of the resource that is written to becomes this
-/// process's own. A block of the table is 16 strings, each a length in 16-bit units and its units. Free texts fit since
-/// the strings of the resource script are as long as what the library reads of them.
+/// Overwrites this program's string resources kTitleString and kFilterString in memory, because the browse dialog reads
+/// its texts only from a module's string table. The written page becomes private to this process. A block of the table
+/// is 16 strings, each a length in 16-bit units followed by the units. The texts fit because the strings in the
+/// resource script are as long as the longest texts that the library reads.
 bool setStrings(const WideString& title, const WideString& filter) {
     HMODULE self = GetModuleHandleA(nullptr);
     const HRSRC resource = FindResourceA(self, MAKEINTRESOURCEA(kTitleString / 16 + 1), RT_STRING);
@@ -44,8 +44,8 @@ WideString wide(const std::string& bytes) {
     return result;
 }
 
-/// Whether a dialog came up on this thread while the object lived: the library does not tell for all of its dialogs,
-/// nor a dialog that failed from one that was cancelled.
+/// Detects whether this thread showed a dialog during the object's lifetime. The library does not report this for all
+/// of its dialogs, and does not distinguish a dialog that failed from one that was cancelled.
 class DialogWatch {
 public:
     DialogWatch() : hook_(SetWindowsHookExA(WH_CBT, note, nullptr, GetCurrentThreadId())) { isShown_ = !hook_; }
@@ -68,7 +68,7 @@ private:
 };
 
 int notShown(const char* command) {
-    complain(command, "the dialog could not be shown");
+    complain(command, "cannot show the dialog");
     return kUsageError;
 }
 
@@ -79,7 +79,7 @@ INT_PTR CALLBACK plainDialog(HWND window, UINT message, WPARAM wParam, LPARAM) {
     return ends || message == WM_CLOSE;
 }
 
-/// A box that ends the message loop with its window.
+/// An about box that ends the message loop when its window is destroyed.
 class LoopingAbout : public CAboutQuillonAppleTalk {
 protected:
     void dialogDestroyed() override {
@@ -99,7 +99,7 @@ int editMappings(const std::string& type, const std::string& creator) {
 
 int browse(const BrowseRequest& request, std::string& chosen) {
     if (!setStrings(wide(request.title), wide(request.filter))) {
-        complain("browse", "the title and the filter could not be set");
+        complain("browse", "cannot set the title and the filter");
         return kUsageError;
     }
     CBrowseDlg dialog(request.mode == BrowseMode::save, request.mode == BrowseMode::folder, GetModuleHandleA(nullptr),
@@ -115,7 +115,7 @@ int browse(const BrowseRequest& request, std::string& chosen) {
 int showDialog(const std::string& module, const std::string& id, bool adjustSize) {
     const HMODULE loaded = LoadLibraryExA(ansiPath(module).c_str(), nullptr, LOAD_LIBRARY_AS_DATAFILE);
     if (!loaded) {
-        complain(module, "not a module that can be loaded");
+        complain(module, "cannot load the module");
         return kUsageError;
     }
     char* end = nullptr;
@@ -123,12 +123,12 @@ int showDialog(const std::string& module, const std::string& id, bool adjustSize
     const char* name = *end == '\0' && number < 0x10000 ? MAKEINTRESOURCEA(number) : id.c_str();
     int status = kDone;
     if (void* rewritten = LoadTemplateWithCorrectFont(loaded, name, adjustSize)) {
-        // The program's own instance: controls of a module that was loaded as data would not find their classes there.
+        // The program's own instance, because window classes are not found in a module that is loaded as data.
         const INT_PTR ended = DialogBoxIndirectParamA(
             GetModuleHandleA(nullptr), static_cast<const DLGTEMPLATE*>(rewritten), nullptr, plainDialog, 0);
         FreeTemplateWithCorrectFont(rewritten);
         if (ended == -1) {
-            complain(id, "the dialog could not be made: it may use controls of its own");
+            complain(id, "cannot create the dialog (it may use custom controls)");
             status = kSomeFailed;
         }
     } else {
@@ -150,7 +150,7 @@ int showAbout(bool modal) {
         delete box;
         return notShown("about");
     }
-    // The box deletes itself with its window.
+    // The box deletes itself when its window is destroyed.
     MSG message;
     while (GetMessageA(&message, nullptr, 0, 0) > 0) {
         TranslateMessage(&message);

@@ -1,22 +1,22 @@
-// Text that the system converts: composed characters and the words of the command line. encodings_windows.cpp and
-// encodings_native.cpp implement it.
+// Text conversions that the system provides: Unicode composition and the command line's encoding.
+// encodings_windows.cpp and encodings_native.cpp implement it.
 #pragma once
 
 #include <string>
 #include <vector>
 
-#include "client/text.h"
+#include "client/unicode.h"
 
 namespace tamrix::client {
 
-/// The text with each letter and the marks after it as one character where there is one (normalization form C); as it
-/// is where the system has no way to do that.
+/// The text in Unicode normalization form C: letters and their combining marks become single characters. Unchanged if
+/// the system cannot do that.
 WideString composed(const WideString& text);
 
 /// The words of the command line as text.
 std::vector<std::string> commandLine(int argc, char** argv);
 
-/// Makes bytes, as --bytes wants them, of words of the command line; false with a word that has none.
+/// Converts the words of the command line to bytes for --bytes; false with the first word that cannot be converted.
 bool wordsToBytes(std::vector<std::string>& words, std::string& refused);
 
 }  // namespace tamrix::client

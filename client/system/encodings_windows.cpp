@@ -6,7 +6,7 @@ extern "C" {
 struct WideStartInfo {
     int newMode;
 };
-// msvcrt's, which no header declares; on Windows 95 it works, too.
+// A function of msvcrt that no header declares; it works on Windows 95 too.
 int __cdecl __wgetmainargs(int* argc, wchar_t*** argv, wchar_t*** environment, int expandWildcards,
                            WideStartInfo* info);
 }
@@ -16,7 +16,7 @@ namespace {
 
 constexpr int kFormC = 1;
 
-/// Of Windows Vista and later.
+/// Exists on Windows Vista and later.
 using NormalizeFunction = int(WINAPI*)(int form, LPCWSTR source, int size, LPWSTR target, int capacity);
 
 NormalizeFunction findNormalize() {
@@ -33,7 +33,7 @@ WideString composed(const WideString& text) {
     if (text.empty()) return text;
     WideString result(text.size() * 3 + 1, 0);
     const int size = static_cast<int>(text.size()), capacity = static_cast<int>(result.size());
-    // Windows NT composes letters and marks; Windows 95 has the function but not the deed.
+    // Windows NT composes letters and marks; on Windows 95 the function exists but fails.
     const int written = normalize ? normalize(kFormC, text.data(), size, result.data(), capacity)
                                   : FoldStringW(MAP_PRECOMPOSED, text.data(), size, result.data(), capacity);
     if (written <= 0) return text;
@@ -49,7 +49,7 @@ std::vector<std::string> commandLine(int, char**) {
     __wgetmainargs(&argc, &argv, &environment, 0, &info);
     std::vector<std::string> words(static_cast<std::size_t>(argc));
     for (int i = 0; i < argc; ++i)
-        // Half a surrogate pair is no text; what is refused later is this byte, which UTF-8 never holds.
+        // Half a surrogate pair is not text. It becomes a byte that is invalid in UTF-8 and is rejected later.
         if (!utf8FromWide(argv[i], words[static_cast<std::size_t>(i)])) words[static_cast<std::size_t>(i)] = "\xFF";
     return words;
 }

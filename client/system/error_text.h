@@ -1,4 +1,4 @@
-// The system's reason for the last call that failed. error_text_windows.cpp and error_text_native.cpp implement it.
+// The system's error message for the last failed call. error_text_windows.cpp and error_text_native.cpp implement it.
 #pragma once
 
 #include <string>

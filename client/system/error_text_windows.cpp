@@ -1,6 +1,5 @@
 #include <windows.h>
 
-#include "client/output.h"
 #include "client/system/error_text.h"
 
 namespace tamrix::client {
@@ -17,9 +16,9 @@ std::string errorText() {
             return "access denied";
         case ERROR_ALREADY_EXISTS:
         case ERROR_FILE_EXISTS:
-            return "collision: the name is taken";
+            return "the name already exists";
         case ERROR_SHARING_VIOLATION:
-            return "another program uses it";
+            return "in use by another program";
         case ERROR_DISK_FULL:
         case ERROR_HANDLE_DISK_FULL:
             return "the disk is full";

@@ -1,13 +1,11 @@
-// What a folder holds and how its entries are renamed. folders_windows.cpp and folders_native.cpp implement it.
+// Lists folders and renames their entries. folders_windows.cpp and folders_native.cpp implement it.
 //
-// Paths and names are text, or bytes with --bytes. Natively a name that is no UTF-8 passes as it is. A
-// Windows name without a text is there with what shows it best, for messages only.
+// Paths and names are text, or bytes with --bytes. In the native program, names that are not UTF-8 are passed
+// unchanged. On Windows, a name that cannot be converted to text is listed in a similar form, for messages only.
 #pragma once
 
 #include <string>
 #include <vector>
-
-#include "client/text.h"
 
 namespace tamrix::client {
 
@@ -16,43 +14,43 @@ enum class EntryKind { nothing, file, folder, link };
 struct FolderEntry {
     std::string name;
     EntryKind kind = EntryKind::nothing;
-    std::string target;      // of a link that can be pointed elsewhere; empty otherwise
-    bool canBeNamed = true;  // false where the name has no text, so that no call can be given it
+    std::string target;      // of a link whose target can be changed; empty otherwise
+    bool canBeNamed = true;  // false if the name cannot be converted to text and so cannot be used in calls
 };
 
 extern const char kPathSeparator;
 
-/// Whether this system's disks hold one name only of those that differ in case alone.
+/// Whether two names on this system's disks must not differ only in case.
 extern const bool kDiskIgnoresCase;
 
-/// The path of a folder from the root, without links on the way, in the form that the functions below take at any
-/// length. False with the reason when it is no folder.
+/// Converts a folder's path to an absolute path, on other systems than Windows without links, in a form that the
+/// functions below accept at any length. False with the reason if it is not a folder.
 bool resolveFolder(const std::string& path, std::string& resolved, std::string& reason);
 
-/// A resolved path as people write it.
+/// A resolved path in its usual form, for messages.
 std::string plainPath(const std::string& resolved);
 
-/// Whether a resolved path is that of a whole disk.
+/// Whether a resolved path is a disk's root.
 bool isRoot(const std::string& resolved);
 
 std::string joined(const std::string& folder, const std::string& name);
 
-/// What a folder holds, without itself and its parent. False with the reason on failure.
+/// Lists a folder's entries except "." and "..". False with the reason on failure.
 bool listFolder(const std::string& path, std::vector<FolderEntry>& entries, std::string& reason);
 
-/// What is there under a path; links are not followed.
+/// The entry at a path, whose kind is EntryKind::nothing if there is none; links are not followed.
 FolderEntry entryAt(const std::string& path);
 
 /// The name in upper case, as Windows compares names.
 std::string caseKey(const std::string& name);
 
-/// Why this system's disks do not take a name; null when they do.
+/// Why this system's disks do not accept a name; null if they do.
 const char* whyNotOnThisDisk(const std::string& name);
 
-/// Renames, never in place of something else. False with the reason on failure.
+/// Renames an entry and never overwrites another. False with the reason on failure.
 bool renameWithoutOverwriting(const std::string& from, const std::string& to, std::string& reason);
 
-/// Points a link elsewhere: a new link takes the old one's place in one step. False with the reason on failure.
+/// Changes a link's target: a new link replaces the old one in one step. False with the reason on failure.
 bool pointLink(const std::string& path, const std::string& target, std::string& reason);
 
 /// Removes what an interrupted pointLink may have left next to the link.

@@ -10,6 +10,8 @@
 
 #include "client/system/error_text.h"
 #include "client/system/folders.h"
+#include "client/text.h"
+#include "client/unicode.h"
 
 namespace tamrix::client {
 
@@ -20,8 +22,8 @@ namespace {
 
 constexpr char kUnfinishedLink[] = ".tamrix-unfinished-link";
 
-/// A path as the calls with a folder take it. One call takes PATH_MAX bytes at most, so of a longer path the first
-/// folders are opened, one part after the other.
+/// A path as an open folder and a relative path for the *at() calls. A call accepts at most PATH_MAX bytes, so the
+/// leading folders of a longer path are opened, part by part.
 class Place {
 public:
     explicit Place(const std::string& path) : rest_(path) {
@@ -29,7 +31,7 @@ public:
             const std::size_t cut = rest_.rfind('/', PATH_MAX - 1);
             if (cut == std::string::npos || cut == 0) return;
             const int next = openat(folder_, rest_.substr(0, cut).c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC);
-            if (next < 0) return;  // the path stays too long, which is then the reason
+            if (next < 0) return;  // the path stays too long, and the next call fails for that reason
             close();
             folder_ = next;
             rest_.erase(0, cut + 1);
@@ -105,7 +107,7 @@ bool listFolder(const std::string& path, std::vector<FolderEntry>& entries, std:
         if (handle >= 0) close(handle);
         return false;
     }
-    // Its end is told from an error by errno alone.
+    // Only errno distinguishes the end from an error.
     while (const dirent* found = (errno = 0, readdir(folder))) {
         const std::string name = found->d_name;
         if (name != "." && name != "..") entries.push_back(entryIn(dirfd(folder), found->d_name, name));
@@ -125,7 +127,7 @@ std::string caseKey(const std::string& name) {
     std::string key;
     if (namesAreText ? !wideFromUtf8(name, wide) : !wideFromBytes(CP_ACP, name, wide)) return name;
     for (WCHAR& unit : wide) {
-        // Pairs that go both ways, as on Windows: the dotless i and the long s stay.
+        // Only pairs that convert both ways, as on Windows: the dotless i and the long s do not change.
         const UChar32 upper = u_toupper(unit);
         if (upper < 0x10000 && u_tolower(upper) == unit) unit = static_cast<WCHAR>(upper);
     }
@@ -133,10 +135,10 @@ std::string caseKey(const std::string& name) {
 }
 
 const char* whyNotOnThisDisk(const std::string& name) {
-    if (name.empty() || name == "." || name == "..") return "this disk does not take the name";
-    if (name.find('/') != std::string::npos) return "this disk does not take a slash in a name";
-    if (name.find('\0') != std::string::npos) return "this disk does not take a zero byte in a name";
-    return name.size() > NAME_MAX ? "the name is too long for this disk" : nullptr;
+    if (name.empty() || name == "." || name == "..") return "name not allowed on this disk";
+    if (name.find('/') != std::string::npos) return "slash not allowed in names on this disk";
+    if (name.find('\0') != std::string::npos) return "zero byte not allowed in names on this disk";
+    return name.size() > NAME_MAX ? "name too long for this disk" : nullptr;
 }
 
 bool renameWithoutOverwriting(const std::string& from, const std::string& to, std::string& reason) {
@@ -144,13 +146,13 @@ bool renameWithoutOverwriting(const std::string& from, const std::string& to, st
     if (renameat2(source.folder(), source.path(), target.folder(), target.path(), RENAME_NOREPLACE) == 0) return true;
     struct stat status;
     if (errno == EINVAL || errno == ENOSYS) {
-        // A file system without that kind of renaming.
+        // The file system does not support RENAME_NOREPLACE.
         if (fstatat(target.folder(), target.path(), &status, AT_SYMLINK_NOFOLLOW) == 0)
             errno = EEXIST;
         else if (renameat(source.folder(), source.path(), target.folder(), target.path()) == 0)
             return true;
     }
-    reason = errno == EEXIST ? "the name is taken" : errorText();
+    reason = errno == EEXIST ? "the name already exists" : errorText();
     return false;
 }
 
@@ -158,7 +160,7 @@ bool pointLink(const std::string& path, const std::string& target, std::string& 
     const std::string unfinished = unfinishedLinkNextTo(path);
     const Place from(unfinished), to(path);
     if (symlinkat(target.c_str(), from.folder(), from.path()) == 0) {
-        if (renameat(from.folder(), from.path(), to.folder(), to.path()) == 0) return true;
+        if (renameat2(from.folder(), from.path(), to.folder(), to.path(), 0) == 0) return true;
         const int error = errno;
         removeUnfinishedLink(path);
         errno = error;

@@ -1,11 +1,12 @@
-// Wide calls where the system has them: they reach every name, and with the prefix \\?\ paths of any length and names
-// that ordinary paths cannot hold. Windows 95 has bytes of the ANSI code page and paths of 260 bytes.
+// Uses wide calls if the system supports them: they accept every name and, with the prefix \\?\, paths of any length
+// and names that ordinary paths cannot contain. Windows 95 has only the ANSI code page and paths of up to 260 bytes.
 #include <string.h>
 #include <windows.h>
 
 #include "client/system/error_text.h"
 #include "client/system/folders.h"
 #include "client/system/paths_windows.h"
+#include "client/unicode.h"
 
 namespace tamrix::client {
 
@@ -28,7 +29,7 @@ FolderEntry entryOf(DWORD attributes, DWORD tag) {
     return entry;
 }
 
-/// A search of one of the two kinds, with the name and the attributes of what it found last.
+/// A wide or ANSI search, with the entry that it found last.
 class Search {
 public:
     explicit Search(const std::string& pattern)
@@ -61,7 +62,7 @@ DWORD attributesOf(const std::string& path) {
     return systemIsWide() ? GetFileAttributesW(widePath(path).c_str()) : GetFileAttributesA(ansiPath(path).c_str());
 }
 
-/// The path from the root; empty when the system finds none.
+/// The absolute path; empty on failure.
 std::string fullPath(const std::string& path) {
     std::string full;
     if (!systemIsWide()) {
@@ -111,14 +112,19 @@ std::string joined(const std::string& folder, const std::string& name) {
 bool listFolder(const std::string& path, std::vector<FolderEntry>& entries, std::string& reason) {
     Search search(joined(path, "*"));
     if (!search.found()) {
-        // A disk's root may hold nothing, not even itself.
+        // An empty disk's root does not even contain ".".
         const bool isEmpty = GetLastError() == ERROR_FILE_NOT_FOUND;
         if (!isEmpty) reason = errorText();
         return isEmpty;
     }
     do {
         FolderEntry entry = search.entry();
-        if (entry.name != "." && entry.name != "..") entries.push_back(std::move(entry));
+        if (entry.name == "." || entry.name == "..") continue;
+        // Windows 95 may show similar characters for those that the code page lacks, and does not find the file by the
+        // name that it shows.
+        if (!systemIsWide() && attributesOf(joined(path, entry.name)) == INVALID_FILE_ATTRIBUTES)
+            entry.canBeNamed = false;
+        entries.push_back(std::move(entry));
     } while (search.next());
     if (GetLastError() != ERROR_NO_MORE_FILES) reason = errorText();
     return reason.empty();
@@ -142,7 +148,7 @@ std::string caseKey(const std::string& name) {
 }
 
 const char* whyNotOnThisDisk(const std::string& name) {
-    return name.find('\0') != std::string::npos ? "Windows does not take a zero byte in a name" : nullptr;
+    return name.find('\0') != std::string::npos ? "zero byte not allowed in names on this disk" : nullptr;
 }
 
 bool renameWithoutOverwriting(const std::string& from, const std::string& to, std::string& reason) {
@@ -154,7 +160,7 @@ bool renameWithoutOverwriting(const std::string& from, const std::string& to, st
 }
 
 bool pointLink(const std::string&, const std::string&, std::string& reason) {
-    reason = "links stay as they are on Windows";
+    reason = "links cannot be changed on Windows";
     return false;
 }
 

@@ -1,11 +1,14 @@
 #include "client/system/paths_windows.h"
 
+#include "client/text.h"
+
 namespace tamrix::client {
 namespace {
 
 constexpr WCHAR kNoName[] = L"?";
 
-/// Names on a disk may hold halves of surrogate pairs. Each becomes a byte that no text holds, which messages escape.
+/// Names on a disk may contain halves of surrogate pairs. Each becomes a byte that is invalid in UTF-8, which messages
+/// escape.
 std::string withoutHalves(const WideString& wide) {
     std::string text, part;
     for (const WCHAR unit : wide) text += utf8FromWide({unit}, part) ? part : "\xFF";
@@ -25,7 +28,7 @@ WideString widePath(const std::string& path) {
 }
 
 bool pathFromWide(const WideString& wide, std::string& path) {
-    // Without a text in bytes, the result is what the system puts for the characters that are missing.
+    // If characters cannot be represented, the result contains the system's replacements.
     if (!namesAreText) return bytesFromWide(CP_ACP, wide, path);
     if (utf8FromWide(wide, path)) return true;
     path = withoutHalves(wide);
@@ -41,7 +44,7 @@ std::string ansiPath(const std::string& path) {
 bool pathFromAnsi(const std::string& bytes, std::string& path) {
     WideString wide;
     path = bytes;
-    // Windows 95 puts a question mark for a character that the code page lacks.
+    // Windows 95 shows a question mark for a character that the code page lacks.
     const bool isKnown = bytes.find('?') == std::string::npos;
     if (!namesAreText) return isKnown;
     return wideFromBytes(CP_ACP, bytes, wide) && utf8FromWide(wide, path) && isKnown;

@@ -1,20 +1,20 @@
-// Paths as the calls of Windows take them: UTF-16 on NT and later, at any length, bytes of the ANSI code page on 95.
+// Converts paths for Windows calls: UTF-16 on NT and later, the ANSI code page on Windows 95.
 #pragma once
 
 #include <windows.h>
 
 #include <string>
 
-#include "client/text.h"
+#include "client/unicode.h"
 
 namespace tamrix::client {
 
 /// Whether the system's wide calls work.
 bool systemIsWide();
 
-/// Text, or bytes with --bytes, as UTF-16. What is neither gives a path that no disk holds.
+/// Converts text, or bytes with --bytes, to UTF-16. Invalid input becomes a path that cannot exist.
 WideString widePath(const std::string& path);
-/// False where the path has no text; the result then shows it in messages.
+/// False if the path cannot be converted; the result is then only for messages.
 bool pathFromWide(const WideString& wide, std::string& path);
 
 std::string ansiPath(const std::string& path);

@@ -1,4 +1,4 @@
-// Values of a registry key as they are stored: strings in the system's own form, UTF-16 where it has it, else ANSI.
+// Reads and writes registry values as the system stores them: strings in UTF-16, or in ANSI where it has no wide calls.
 // raw_values_windows.cpp and raw_values_native.cpp implement it. Arguments and results are those of RegQueryValueEx and
 // RegSetValueEx.
 #pragma once

@@ -1,7 +1,8 @@
-// The ANSI calls would turn characters beyond the code page into question marks, so the wide ones are used where the
-// system has them. Windows 95 has them in name only; what it stores is ANSI.
+// ANSI calls would replace characters outside the code page by question marks, so wide calls are used if the system
+// supports them. Windows 95 stores ANSI strings.
 #include <string>
 
+#include "client/system/paths_windows.h"
 #include "client/system/raw_values.h"
 
 namespace tamrix::client {
@@ -16,15 +17,13 @@ std::wstring wideName(const char* name) {
 }  // namespace
 
 LONG queryRaw(HKEY key, const char* name, DWORD& type, BYTE* bytes, DWORD& size) {
-    const LONG result = RegQueryValueExW(key, wideName(name).c_str(), nullptr, &type, bytes, &size);
-    if (result != ERROR_CALL_NOT_IMPLEMENTED) return result;
-    return RegQueryValueExA(key, name, nullptr, &type, bytes, &size);
+    return systemIsWide() ? RegQueryValueExW(key, wideName(name).c_str(), nullptr, &type, bytes, &size)
+                          : RegQueryValueExA(key, name, nullptr, &type, bytes, &size);
 }
 
 LONG setRaw(HKEY key, const char* name, DWORD type, const BYTE* bytes, DWORD size) {
-    const LONG result = RegSetValueExW(key, wideName(name).c_str(), 0, type, bytes, size);
-    if (result != ERROR_CALL_NOT_IMPLEMENTED) return result;
-    return RegSetValueExA(key, name, 0, type, bytes, size);
+    return systemIsWide() ? RegSetValueExW(key, wideName(name).c_str(), 0, type, bytes, size)
+                          : RegSetValueExA(key, name, 0, type, bytes, size);
 }
 
 }  // namespace tamrix::client

@@ -1,5 +1,5 @@
-// How the program starts on each system: the options that only one has, the library made ready, and where mappings are
-// kept. startup_windows.cpp and startup_native.cpp implement it.
+// What differs between the systems when the program starts and saves: their options, the start of the library, and
+// where mappings are stored. startup_windows.cpp and startup_native.cpp implement it.
 #pragma once
 
 #include <span>
@@ -9,17 +9,17 @@
 
 namespace tamrix::client {
 
-/// Options that exist on this platform only, for every command.
+/// Options of every command that exist only on this system.
 std::span<const Option> platformOptions();
 
-/// Makes the library ready. With `changesMappings`, other runs that change the
-/// mappings wait until this one has ended. False with the reason on failure.
+/// Starts the library. With `changesMappings`, waits for other runs that change the mappings, and makes later ones wait
+/// until this process ends. False with the reason on failure.
 bool startLibrary(const Arguments& arguments, bool changesMappings, std::string& reason);
 
-/// Makes changes to the mappings last. False with the reason on failure: nothing has changed then.
-bool keepMappings(std::string& reason);
+/// Saves the changed mappings. False with the reason on failure; nothing has then changed.
+bool saveMappings(std::string& reason);
 
-/// The library's counters of attached processes and threads; false when they cannot be read.
+/// Reads the library's counters of attached processes and threads; false on failure.
 bool readCounters(long& processes, long& threads);
 
 }  // namespace tamrix::client

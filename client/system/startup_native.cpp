@@ -1,5 +1,5 @@
-// The native program: the library is linked in and loaded by hand, over the stand-in's code pages and registry, which
-// is kept in a file.
+// The native program: the library is linked in and runs on the stand-in's code pages and registry, which is stored in a
+// file. This file calls the library's entry point.
 #include <errno.h>
 #include <fcntl.h>
 #include <stdlib.h>
@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "client/system/error_text.h"
+#include "client/system/registry_file_native.h"
 #include "client/system/startup.h"
 #include "entry/entry.h"
 #include "standin.h"
@@ -16,14 +17,16 @@ namespace tamrix::client {
 namespace {
 
 constexpr Option kOptions[] = {
-    {"--code-page", "N", "the ANSI code page: 1252 (the default), 1251, 932, 936, 949 or 950"},
-    {"--oem-code-page", "N", "the OEM code page: 437 (the default but for double-byte ones), 850 or another"},
-    {"--registry", "FILE", "the REGEDIT4 file of settings and mappings"},
+    {.name = "--code-page", .value = "N", .help = "the ANSI code page: 1252 (default), 1251, 932, 936, 949 or 950"},
+    {.name = "--oem-code-page",
+     .value = "N",
+     .help = "the OEM code page: 437, 850 or another (default: 437, or the ANSI code page if it is double-byte)"},
+    {.name = "--registry", .value = "FILE", .help = "the REGEDIT4 file with settings and mappings"},
 };
 
 std::string registryFile;
 
-/// Makes every folder on the way to a file.
+/// Creates the missing folders of a file's path.
 bool makeFoldersFor(const std::string& path) {
     for (std::size_t at = path.find('/', 1); at != std::string::npos; at = path.find('/', at + 1))
         if (mkdir(path.substr(0, at).c_str(), 0777) != 0 && errno != EEXIST) return false;
@@ -37,7 +40,7 @@ std::string defaultRegistryFile() {
     return home && home[0] ? std::string(home) + "/.local/share/tamrix/registry.reg" : "";
 }
 
-/// The number of a code page; 0 for what is none.
+/// Parses the number of a code page; 0 if it is not one.
 unsigned codePage(const char* text) {
     char* end = nullptr;
     const unsigned long number = strtoul(text, &end, 10);
@@ -58,7 +61,7 @@ bool chooseCodePages(const Arguments& arguments, std::string& reason) {
     return false;
 }
 
-/// Other runs that change the mappings wait here until this process ends and with it the lock.
+/// Locks the folder of the registry file until this process ends; waits while another run has the lock.
 bool lockFolderOf(const std::string& path) {
     const std::size_t slash = path.rfind('/');
     if (!makeFoldersFor(path)) return false;
@@ -71,14 +74,11 @@ bool loadSettings(const Arguments& arguments, bool changesMappings, std::string&
     const char* given = arguments.value("--registry");
     registryFile = given ? given : defaultRegistryFile();
     if (registryFile.empty() && changesMappings)
-        reason = "no home folder: name a file with --registry";
+        reason = "no home folder; use --registry FILE";
     else if (changesMappings && !lockFolderOf(registryFile))
         reason = registryFile + ": " + errorText();
     if (registryFile.empty() || !reason.empty()) return reason.empty();
-    const standin::FileResult result = standin::loadRegistry(registryFile);
-    if (result.ok || result.missing) return true;
-    reason = registryFile + (result.line ? ":" + std::to_string(result.line) : "") + ": " + result.message;
-    return false;
+    return loadRegistry(registryFile, reason);
 }
 
 }  // namespace
@@ -89,14 +89,12 @@ std::span<const Option> platformOptions() {
 
 bool startLibrary(const Arguments& arguments, bool changesMappings, std::string& reason) {
     if (!chooseCodePages(arguments, reason) || !loadSettings(arguments, changesMappings, reason)) return false;
-    // As a loader would, now that the code pages are known.
+    // Attaches the library as a loader would, once the code pages are known.
     return DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr) != 0;
 }
 
-bool keepMappings(std::string& reason) {
-    const standin::FileResult result = standin::saveRegistry(registryFile);
-    if (!result.ok) reason = registryFile + ": " + result.message;
-    return result.ok;
+bool saveMappings(std::string& reason) {
+    return saveRegistry(registryFile, reason);
 }
 
 bool readCounters(long& processes, long& threads) {

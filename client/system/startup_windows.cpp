@@ -1,4 +1,4 @@
-// The shipped EXE: the loader starts the DLL, and the system keeps the mappings.
+// The shipped EXE: the loader starts the DLL, and the mappings are in the system's registry.
 #include <string.h>
 #include <windows.h>
 
@@ -11,7 +11,7 @@ namespace {
 
 constexpr UINT kMacRoman = 10000;
 
-/// The library's section of two counters that all processes share, found through the headers of the loaded module.
+/// Finds the section with the library's two counters, which all processes share, in the headers of the loaded module.
 const long* sharedCounters() {
     const auto* base = reinterpret_cast<const unsigned char*>(GetModuleHandleA("Tamrix32.dll"));
     if (!base) return nullptr;
@@ -24,8 +24,8 @@ const long* sharedCounters() {
     return nullptr;
 }
 
-/// Waits until no other run changes the mappings; the mutex is let go with the process. False when that can't be waited
-/// for. Other users' runs count, too: the mutex is nobody's in particular and, where names have sessions, in none.
+/// Waits until no other run changes the mappings; the mutex is released when the process ends. False if waiting fails.
+/// Other users' runs count too: the mutex is open to everybody and, where names belong to sessions, global.
 bool waitForOthers() {
     SECURITY_DESCRIPTOR open;
     SECURITY_ATTRIBUTES everybody = {sizeof everybody, &open, FALSE};
@@ -46,15 +46,15 @@ std::span<const Option> platformOptions() {
 bool startLibrary(const Arguments&, bool changesMappings, std::string& reason) {
     WCHAR letter;
     if (changesMappings && !waitForOthers()) {
-        reason = "cannot wait for others that change the mappings: " + errorText();
+        reason = "cannot wait for other programs that change the mappings: " + errorText();
         return false;
     }
     if (!namesAreText || MultiByteToWideChar(kMacRoman, 0, "a", 1, &letter, 1) == 1) return true;
-    reason = "this system lacks code page 10000, Mac Roman: give --bytes";
+    reason = "this system lacks code page 10000 (Mac Roman); use --bytes";
     return false;
 }
 
-bool keepMappings(std::string&) {
+bool saveMappings(std::string&) {
     return true;
 }
 

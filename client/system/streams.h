@@ -1,5 +1,6 @@
-// Text on standard input, output and error: as the console takes it, in pipes and files as the system's programs do.
-// streams_windows.cpp and streams_native.cpp implement it. With --bytes, bytes pass as they are.
+// Text on standard input, output and error: Unicode on a console where the system supports it, in pipes and files in
+// the system's usual encoding. With --bytes, bytes are passed unchanged. streams_windows.cpp and streams_native.cpp
+// implement it.
 #pragma once
 
 #include <stdio.h>
@@ -9,22 +10,22 @@
 
 namespace tamrix::client {
 
-/// Standard input and output carry bytes as they are.
+/// Turns off the translation of line ends in the standard streams.
 void makeStreamsBinary();
 
-/// Writes text to `stream`, stdout or stderr. A character that it cannot hold is written as \u{} with its number.
+/// Writes text to stdout or stderr. A character that the stream's encoding lacks is written as \u{} with its number.
 void writeText(FILE* stream, std::string_view text);
 
-/// Whether standard output can hold each character of a text.
+/// Whether the encoding of standard output has all characters of a text.
 bool outputHolds(std::string_view text);
 
 /// The next byte of standard input; EOF at the end.
 int readByte();
 
-/// Makes text of what was read; false when it is none. `isUtf8`: a byte order mark said so.
+/// Converts input to text; false if it is invalid. `isUtf8` is true after a byte order mark.
 bool textOfInput(std::string& bytes, bool isUtf8);
 
-/// Whether someone watches standard error on a terminal.
+/// Whether standard error is a terminal.
 bool errorIsTerminal();
 
 }  // namespace tamrix::client

@@ -1,13 +1,15 @@
-// Inside the program text is UTF-8. A console of Windows NT takes UTF-16, one of Windows 95 bytes of its own code page;
-// pipes and files hold bytes of the ANSI code page unless --text utf-8 says otherwise.
+// Inside the program text is UTF-8. A console uses UTF-16 on Windows NT and its own code page on Windows 95; pipes and
+// files use the ANSI code page, or UTF-8 with --text utf-8.
 #include <fcntl.h>
 #include <io.h>
 #include <windows.h>
 
-#include "client/output.h"
+#include <algorithm>
+
 #include "client/system/paths_windows.h"
 #include "client/system/streams.h"
 #include "client/text.h"
+#include "client/unicode.h"
 
 namespace tamrix::client {
 namespace {
@@ -21,7 +23,7 @@ bool isConsole(FILE* stream) {
     return GetConsoleMode(handleOf(stream), &mode) != 0;
 }
 
-/// Calls `act` with each character and its units.
+/// Calls `act` with each character's value and its UTF-16 units.
 template <typename Act>
 void forEachCharacter(const WideString& wide, Act act) {
     for (std::size_t at = 0, size; at < wide.size(); at += size) {
@@ -48,19 +50,19 @@ std::string inCodePage(unsigned codePage, const WideString& wide) {
 }
 
 void writeToConsole(HANDLE console, const WideString& wide) {
-    constexpr std::size_t kMost = 8192;  // older consoles refuse more at once
+    constexpr std::size_t kMaxUnits = 8192;  // older consoles reject more at once
     DWORD written;
     if (!systemIsWide()) {
         const std::string bytes = inCodePage(GetConsoleOutputCP(), wide);
         WriteFile(console, bytes.data(), static_cast<DWORD>(bytes.size()), &written, nullptr);
         return;
     }
-    for (std::size_t at = 0; at < wide.size(); at += kMost)
-        WriteConsoleW(console, wide.data() + at, static_cast<DWORD>(std::min(kMost, wide.size() - at)), &written,
+    for (std::size_t at = 0; at < wide.size(); at += kMaxUnits)
+        WriteConsoleW(console, wide.data() + at, static_cast<DWORD>(std::min(kMaxUnits, wide.size() - at)), &written,
                       nullptr);
 }
 
-/// Reads a line from the console; false at the end, which Ctrl-Z at the start of a line is.
+/// Reads a line from the console; false at the end of input, which is Ctrl-Z at the start of a line.
 bool readFromConsole(std::string& line) {
     constexpr WCHAR kEnd = 0x1A;
     WCHAR units[512];

@@ -21,7 +21,7 @@ bool deleteFile(const std::string& path) {
     return systemIsWide() ? DeleteFileW(widePath(path).c_str()) : DeleteFileA(ansiPath(path).c_str());
 }
 
-/// A file or device that is there, open for writing; closes itself.
+/// An existing file or device, open for writing until the object is destroyed.
 class File {
 public:
     explicit File(const std::string& path)
@@ -50,7 +50,7 @@ private:
     HANDLE handle_;
 };
 
-/// A new, empty file in a file's folder. Empty on failure.
+/// Creates an empty temporary file next to `path`. Returns its path, or an empty string on failure.
 std::string makeFileBeside(const std::string& path) {
     std::string made;
     const std::size_t end = path.find_last_of("\\/:");
@@ -68,18 +68,18 @@ bool writeInto(const std::string& path, const std::string& text) {
     return file.isOpen() && file.write(text) && (!file.isOnDisk() || file.flush());
 }
 
-/// Moves a file in place of another in one step. Windows 95 has no function for that, or one that is not implemented.
+/// Replaces a file by another in one step. On Windows 95 the function for that is missing or not implemented.
 bool moveOver(const std::string& from, const std::string& to) {
     using Move = BOOL(WINAPI*)(const WCHAR*, const WCHAR*, DWORD);
     const auto move = reinterpret_cast<Move>(
         reinterpret_cast<void*>(GetProcAddress(GetModuleHandleA("kernel32.dll"), "MoveFileExW")));
     SetLastError(ERROR_CALL_NOT_IMPLEMENTED);
-    return move &&
+    return systemIsWide() && move &&
            move(widePath(from).c_str(), widePath(to).c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
 }
 
-/// The same in two steps: the former file moves aside, and back when the new one can't follow. Where it can't go back
-/// either, `aside` names it, and is empty otherwise.
+/// The same in two steps: the old file is moved aside, and moved back if the new one cannot take its place. If that
+/// fails too, `aside` receives the old file's present path; otherwise it is empty.
 bool moveOverInTwoSteps(const std::string& from, const std::string& to, std::string& aside) {
     aside = makeFileBeside(to);
     const bool hasMoved = !aside.empty() && deleteFile(aside) && moveFile(to, aside);
@@ -108,18 +108,19 @@ bool moveInto(const std::string& path, const std::string& newFile, bool isThere,
     return GetLastError() == ERROR_CALL_NOT_IMPLEMENTED && moveOverInTwoSteps(newFile, path, aside);
 }
 
-/// False with the reason; a former file is where it was, or the reason names the file in which its content is.
+/// On failure returns false with the reason; an existing file is unchanged, or the reason names the file that has its
+/// content.
 bool replaceFile(const std::string& path, const std::string& text, bool isThere, std::string& reason) {
     const std::string newFile = makeFileBeside(path);
     std::string aside;
     if (!newFile.empty() && writeInto(newFile, text) && moveInto(path, newFile, isThere, aside)) return true;
-    reason = "cannot write: " + errorText();
-    if (!aside.empty()) reason += "; what was in the file is now in " + aside;
+    reason = "cannot write the file: " + errorText();
+    if (!aside.empty()) reason += "; its former content is now in " + aside;
     if (!newFile.empty()) deleteFile(newFile);
     return false;
 }
 
-/// The path of an open file where its links lead, which systems have that know this function.
+/// An open file's path without links, on systems that have the function for it; otherwise `path`.
 std::string realPath(const File& file, const std::string& path) {
     using GetFinalPath = DWORD(WINAPI*)(HANDLE, WCHAR*, DWORD, DWORD);
     const auto getFinalPath = reinterpret_cast<GetFinalPath>(
@@ -137,7 +138,7 @@ struct Target {
     bool isDevice = false;
 };
 
-/// Finds what is to be written; false when it cannot be.
+/// Finds the file to write; false if it cannot be written.
 bool find(const std::string& path, Target& target) {
     target.path = path;
     const File file(path);
@@ -155,7 +156,7 @@ bool writeWholeFile(const std::string& path, const std::string& text, std::strin
     const bool isFound = find(path, target);
     if (isFound && !target.isDevice) return replaceFile(target.path, text, target.isThere, reason);
     if (isFound && writeInto(path, text)) return true;
-    reason = "cannot write: " + errorText();
+    reason = "cannot write the file: " + errorText();
     return false;
 }
 

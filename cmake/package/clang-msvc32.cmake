@@ -1,6 +1,6 @@
-# CMake toolchain: clang with the platform's own C++ decoration, without a vendor's SDK. It needs clang, lld, llvm and
-# MinGW-w64's headers and import libraries (Debian: clang lld llvm g++-mingw-w64-i686). Programs start through
-# lib/tamrix32-start.obj of the package that this file is in; msvc32.cmake beside it says how they are compiled.
+# CMake toolchain file: clang for the platform's C++ ABI, without a vendor's SDK. It needs clang, lld, llvm and
+# MinGW-w64's headers and import libraries (Debian: clang lld llvm g++-mingw-w64-i686). Programs are linked with the
+# start-up code in this package's lib/tamrix32-start.obj; msvc32.cmake in this folder contains the compiler options.
 include(${CMAKE_CURRENT_LIST_DIR}/msvc32.cmake)
 get_filename_component(Tamrix32_ROOT "${CMAKE_CURRENT_LIST_DIR}/../../.." ABSOLUTE)
 set(CMAKE_FIND_ROOT_PATH "${Tamrix32_ROOT}")

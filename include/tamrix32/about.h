@@ -1,5 +1,5 @@
 /// @file
-/// Counted access to raw resources, and the animated about box.
+/// Raw resources with a lock count, and the animated about box.
 #ifndef TAMRIX32_ABOUT_H
 #define TAMRIX32_ABOUT_H
 
@@ -7,44 +7,46 @@
 
 #include "tamrix32/export.h"
 
-/// Shows the library's about box modally; returns once it is closed. Shows nothing when it could not be built.
+/// Shows the library's about box modally and returns when it is closed. Shows nothing if the box could not be created.
 TAMRIX_FUNCTION void TAMRIX_CALL DoQuillonAboutBox(void);
 
 #ifdef __cplusplus
 
-/// One resource of a module. Nothing is loaded before the first lock; the last unlock releases it. Name and type are
-/// strings or integer ids in pointer form and must outlive the object. One thread at a time.
+/// One resource of a module. The first lock loads it, the last unlock releases it. Name and type are strings or integer
+/// ids in pointer form; strings must outlive the object. An object may be used by one thread at a time.
 class TAMRIX_CLASS CCustomResource {
 public:
-    /// The low 16 bits of `id` name the resource.
+    /// The low 16 bits of `id` are the resource's integer id.
     CCustomResource(void* module, int id, char* type);
-    /// Keeps both pointers; a null argument makes every lock fail.
+    /// Stores both pointers, not copies. If any argument is null, every lock fails.
     CCustomResource(void* module, char* name, char* type);
-    /// Copies the locks with the rest: copy unlocked objects only.
+    /// Copies the lock count too, so copy only unlocked objects.
     /// @{
     CCustomResource(const CCustomResource&) TAMRIX_DEFAULTED;
     CCustomResource& operator=(const CCustomResource&) TAMRIX_DEFAULTED;
     /// @}
-    /// Releases what is still locked.
+    /// Releases any remaining locks.
     virtual ~CCustomResource();
-    /// A moveable global block with a copy of the bytes (one zero byte for an empty resource), owned by the caller who
-    /// frees it with GlobalFree; null when the resource or the memory cannot be had. The lock count ends as it began.
+    /// Returns a moveable global memory block with a copy of the resource (one zero byte if the resource is empty). The
+    /// caller owns the block and frees it with GlobalFree. Null if the resource or the memory is not available. Leaves
+    /// the lock count unchanged.
     virtual void* copyData();
-    /// Counts one more lock, loading the resource for the first; 1 when it is locked now, else 0 and nothing changed.
+    /// Adds a lock; the first one loads the resource. Returns 1 if it is now locked, otherwise 0 with nothing changed.
     virtual int lock();
-    /// Counts one lock less, releasing the data with the last; 1 while it is still locked.
+    /// Removes a lock; removing the last one releases the data. Returns 1 while the resource is still locked, otherwise
+    /// 0.
     virtual int unlock();
-    /// The bytes; null while unlocked.
+    /// The resource's data; null while unlocked. Valid until the last unlock.
     unsigned char* getAddress();
-    /// Bytes of the resource; 0 before the first lock, kept after the last unlock.
+    /// Size of the resource in bytes; 0 before the first lock. Keeps its value after the last unlock.
     long getSize();
-    /// 1 while at least one lock is held.
+    /// 1 while there is at least one lock, otherwise 0.
     int isLocked();
 
 protected:
-    /// Leaves every field undefined; a derived class calls initCustomResource next.
+    /// Leaves all fields uninitialized; a derived class must call initCustomResource before anything else.
     CCustomResource();
-    /// Sets module, name and type and clears the rest without releasing anything.
+    /// Sets module, name and type and clears the other fields. Releases nothing.
     void initCustomResource(void* module, char* name, char* type);
 
 private:
@@ -58,13 +60,14 @@ private:
     void* resourceData;
 };
 
-/// Holds a resource locked for the length of a block; ask the resource's isLocked() whether it worked.
+/// Keeps a resource locked for the duration of a scope. Call the resource's isLocked() to learn whether the lock
+/// succeeded.
 class TAMRIX_CLASS AutoCustomResource {
 public:
     /// Locks the resource, which must outlive this object; the destructor unlocks it once.
     AutoCustomResource(CCustomResource& resource);
     ~AutoCustomResource();
-    /// Copies the reference and locks nothing, while each copy's destructor unlocks.
+    /// Copies the reference without adding a lock, although each copy's destructor removes one.
     /// @{
     AutoCustomResource(const AutoCustomResource&) TAMRIX_DEFAULTED;
     AutoCustomResource& operator=(const AutoCustomResource&) TAMRIX_DEFAULTED;
@@ -78,27 +81,28 @@ struct AboutLine;
 class CFlyingSprite;
 class CWalkingSprite;
 
-/// The animated about box: four pictures in turn, credits that travel towards the viewer, sprites on top. A modal box
-/// belongs to its owner. A modeless box is allocated with new, shown with showModeless(), and deletes itself when its
-/// window goes; its thread runs a message loop until then, and the library stays loaded. A derived class may close its
-/// box, with revoke(), in any of the operations that it replaces.
+/// The animated about box: four pictures in turn, credits that scroll towards the viewer in perspective, sprites on
+/// top. The caller owns a modal box. A modeless box must be allocated with new and shown with showModeless(); it
+/// deletes itself when its window is destroyed. Until then its thread must run a message loop and the library must stay
+/// loaded. A derived class may close the box with revoke() in any virtual function that it overrides.
 class TAMRIX_CLASS CAboutQuillonAppleTalk {
 public:
-    /// The credits are the "TEXT" resource `textId` (0 means 1, low 16 bits count) of `module` (null: the library).
-    CAboutQuillonAppleTalk(int textId = 0, void* module = 0);
-    /// Takes a window that is still open along; on another thread than the window's, as soon as that thread gets its
-    /// next message.
+    /// The credits come from the "TEXT" resource `textId` of `module`. `textId` 0 means 1, and only its low 16 bits are
+    /// used; a null `module` means this library.
+    CAboutQuillonAppleTalk(int textId = 0, void* module = 0);  // NOLINT(modernize-use-nullptr): C++98 has none
+    /// Destroys the window if it is still open. If another thread owns the window, that thread destroys it when it
+    /// handles its next message.
     virtual ~CAboutQuillonAppleTalk();
-    /// Shows the box; modally when `modal` is nonzero, else as showModeless() does, without saying whether it worked.
-    /// Does nothing when the box could not be built or is open.
+    /// Shows the box: modally if `modal` is nonzero, otherwise as showModeless() does, but without a result. Does
+    /// nothing if the box could not be created or is already open.
     virtual void invoke(int modal);
-    /// Closes the box. A modeless box is deleted, but while showModeless() runs only at its end.
+    /// Closes the box. A modeless box is deleted; if showModeless() is still running, the box is deleted at its end.
     virtual void revoke();
-    /// Shows the box modelessly. 1 when a window was made: from then on the box belongs to itself, and it may be gone
-    /// already, so leave it alone unless you know that nothing has closed it. 0 when none was made, and the box is
-    /// still its owner's.
+    /// Shows the box modelessly. Returns 1 if a window was created: the box now owns itself and may already be deleted,
+    /// so do not use it unless you know that nothing has closed it. Returns 0 if no window was created; the caller
+    /// still owns the box.
     int showModeless();
-    /// 1 while the box has a window. Only a box that is known to be alive may be asked.
+    /// 1 while the box has a window, otherwise 0. Do not call it on a box that may have deleted itself.
     int isOpen();
     /// The dialog procedure.
     static int CALLBACK dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam);
@@ -107,31 +111,34 @@ public:
     CAboutQuillonAppleTalk& operator=(const CAboutQuillonAppleTalk&) TAMRIX_DELETED;
 
 protected:
-    /// Composes the next frame into the frame bitmap.
+    /// Draws the next frame into the frame bitmap.
     virtual void animate();
-    /// 1 lets a click, a key, a command or the loss of focus close the box. Not asked again while it is being asked.
+    /// Called when a click, a key, a command or the loss of focus would close the box; 1 closes it. Not called again
+    /// while a call is in progress.
     virtual int canClose();
-    /// The timer `id` fired, every 333 milliseconds: composes and shows the next frame.
+    /// Handles timer `id`, which fires every 333 milliseconds: draws and shows the next frame.
     virtual void doTimer(unsigned int id);
-    /// The window is going: stops the timer; a modeless box deletes itself here.
+    /// Called when the window is being destroyed: stops the timer. A modeless box deletes itself here.
     virtual void dialogDestroyed();
-    /// Centres the new window `dialog` (an HWND) on the screen, composes the first frame and starts the timer.
+    /// Centres the new window `dialog` (an HWND) on the screen, draws the first frame and starts the timer.
     virtual void initDialog(void* dialog);
-    /// Copies the frame bitmap to `dc` (an HDC).
+    /// Copies the frame bitmap to the device context `dc` (an HDC).
     virtual void paint(void* dc);
-    /// Builds the line table from the credits text; 0 when memory runs out.
+    /// Splits the credits text into lines. Returns 1, or 0 if memory runs out.
     virtual int parseText();
 
-    /// @name What the box draws with: each result is the caller's, and null on failure.
+    /// @name Objects that the box draws with. The caller owns each result; null on failure.
     /// @{
 
-    /// The colours of a bitmap resource of the library; null as well where the screen has more than 8 bits a pixel.
+    /// A palette with the colours of a bitmap resource of the library. Also null if the screen has more than 8 bits per
+    /// pixel.
     HPALETTE createOurPalette(int bitmapId);
-    /// A bitmap resource of the library, its size written to `rect` where given; 0 makes a blank one of that size.
+    /// Loads a bitmap resource of the library as a screen bitmap; `rect`, if not null, receives its size in pixels. A
+    /// `bitmapId` of 0 creates a blank bitmap of the size of `rect`.
     HBITMAP createOurBitmap(int bitmapId, RECT* rect);
-    /// A copy of a "TEXT" resource, terminated by a zero byte.
+    /// A copy of a "TEXT" resource with a terminating zero byte, in a moveable global memory block.
     HGLOBAL createOurText(HINSTANCE module, int textId);
-    /// The credits' face, 33 pixels high, in one of its four forms.
+    /// The credits font, 33 pixels high; a nonzero argument turns its style on.
     HFONT createOurFont(int bold, int italic, int underline);
     /// @}
 

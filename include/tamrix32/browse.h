@@ -9,21 +9,22 @@
 
 #include "tamrix32/export.h"
 
-/// Asks for a file to open, a file name to save under, or a folder. The help settings are class-wide: those of the
-/// object built last apply to all.
+/// Asks for a file to open, a file name to save under, or a folder. All objects share one set of help settings: those
+/// of the object constructed last.
 class TAMRIX_CLASS CBrowseDlg {
 public:
-    /// `nTitleID` and `nFilterID` are strings of `hInstance` (0: none); a filter's parts are separated and closed by
-    /// '|'. With `bFolder` the dialog picks a folder. The Help button shows when both help arguments are given; the
-    /// file's name is not copied and must stay until the process ends: every later dialog of the process may use it.
+    /// `nTitleID` and `nFilterID` are string resources of `hInstance` (0: none). The filter string separates its parts
+    /// with '|' and ends with one. `bSave` selects a save dialog; `bFolder` selects a folder dialog, whatever `bSave`
+    /// is. The dialog has a Help button if `nHelpID` and `pcHelpFile` are both given. The help file's name is not
+    /// copied and must stay valid until the process ends: every later dialog of the process may use it.
     CBrowseDlg(int bSave = 0, int bFolder = 0, void* hInstance = 0, int nTitleID = 0, int nFilterID = 0,
                int nHelpID = 0, char* pcHelpFile = 0);
     virtual ~CBrowseDlg();
-    /// Shows the dialog, owned by the window `hOwner`. `pcPath`, of 260 bytes, holds the initial file name (open mode)
-    /// and receives the chosen path. `pcInitialPath` is the folder to begin in; where a file is asked for, its part
-    /// behind the last backslash is no folder but the initial file name (save mode) or left out (open mode), and
-    /// without a backslash it counts for nothing. 0 on cancel or failure, and when the program is quitting: `pcPath`
-    /// then holds no result.
+    /// Shows the dialog with the owner window `hOwner`. Returns 1 if the user chose a path. Returns 0 on cancel or
+    /// failure or if the program is quitting; `pcPath` then contains no result. `pcPath` is a buffer of 260 bytes: in
+    /// an open dialog it contains the initial file name on entry, and it receives the chosen path. `pcInitialPath` is
+    /// the initial folder. In a file dialog, only the part before the last backslash is the folder; the part after it
+    /// is the initial file name (save) or ignored (open). A path without a backslash is ignored.
     virtual int invoke(void* hOwner, char* pcPath, char* pcInitialPath);
 
 private:

@@ -1,5 +1,5 @@
-// How declarations of this library reach its users: everything is imported from Tamrix32.dll. The library itself is
-// built with TAMRIX_EXPORTS; TAMRIX_STATIC is for its own suites, which link its modules and attach them by hand.
+// Import and export macros. Clients import everything from Tamrix32.dll. Building the library itself defines
+// TAMRIX_EXPORTS. The test suites define TAMRIX_STATIC: they link the modules statically and attach them explicitly.
 #ifndef TAMRIX32_EXPORT_H
 #define TAMRIX32_EXPORT_H
 
@@ -8,8 +8,8 @@
 #define TAMRIX_IMPORT
 #define TAMRIX_CALL
 #elif defined(TAMRIX_EXPORTS)
-#define TAMRIX_CLASS __declspec(dllexport)  // classes leave whole, under the platform's decoration
-#define TAMRIX_IMPORT                       // functions leave through src/resources/tamrix32.def
+#define TAMRIX_CLASS __declspec(dllexport)  // whole classes are exported, under the platform's decorated names
+#define TAMRIX_IMPORT                       // functions are exported by src/resources/tamrix32.def
 #define TAMRIX_CALL __cdecl
 #else
 #define TAMRIX_CLASS __declspec(dllimport)
@@ -23,8 +23,8 @@
 #define TAMRIX_FUNCTION TAMRIX_IMPORT
 #endif
 
-// What C++98 cannot say. Without "= default" and "= delete" a member is declared only: the former are imported like all
-// others, the latter leave the linker to complain.
+// Replacements for features that C++98 lacks. Without "= default" and "= delete" such a member is only declared: a
+// defaulted one is imported like any other, using a deleted one fails at link time.
 #if defined(__cplusplus) && __cplusplus >= 201103L
 #define TAMRIX_DEFAULTED = default
 #define TAMRIX_DELETED = delete
@@ -40,7 +40,8 @@
 #define TAMRIX_MAYBE_UNUSED
 #endif
 
-// A compiler with a C++ decoration of its own finds no exported constructor, so the plain record brings it along.
+// A compiler that decorates C++ names in its own way cannot find the exported constructor of SExtensionMap, so the
+// header defines it inline.
 #if !defined(TAMRIX_STATIC) && !defined(TAMRIX_EXPORTS) && !defined(_MSC_VER)
 #define TAMRIX_INLINE_RECORD
 #endif

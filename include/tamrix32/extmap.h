@@ -1,17 +1,18 @@
 /// @file
-/// The store that maps file-name extensions to Macintosh file type and creator codes, kept in the registry: flat
-/// functions over a plain record (usable from C), and a cursor class.
+/// The registry store that maps file-name extensions to Macintosh file type and creator codes: flat functions on a
+/// plain record, usable from C, and a cursor class.
 ///
-/// A mapping lives in the key of HKEY_CLASSES_ROOT named by the extension with its dot, in the REG_SZ values "Mac
-/// Type", "Mac Creator" (4 bytes and the terminator each) and, optionally, "Mac Comment". Codes compare byte for byte.
-/// An extension given without a dot gets one and is cut to 15 bytes at a character's boundary.
+/// A mapping is stored in the key of HKEY_CLASSES_ROOT that is named by the extension with its dot. Its values are the
+/// REG_SZ values "Mac Type" and "Mac Creator" (4 bytes and the terminator each) and, optionally, "Mac Comment". Codes
+/// are compared byte by byte. An extension passed without a dot gets one and is truncated to 15 bytes at a character
+/// boundary.
 #ifndef TAMRIX32_EXTMAP_H
 #define TAMRIX32_EXTMAP_H
 
 #include "tamrix32/export.h"
 
-/// One mapping. The record owns nothing: all buffers are the caller's. Set every field to zero to begin with (C++
-/// does).
+/// One mapping. The record owns nothing: the caller owns all buffers. Set every field to zero before use; the C++
+/// constructor does so.
 #if defined(TAMRIX_INLINE_RECORD) && defined(__cplusplus)
 struct SExtensionMap
 #elif defined(__cplusplus)
@@ -30,83 +31,91 @@ typedef struct SExtensionMap
     SExtensionMap& operator=(const SExtensionMap&) TAMRIX_DEFAULTED;
     /// @}
 #endif
-    unsigned int index;  ///< position of an enumeration; 0 starts it
-    char* extension;     ///< input of AddExtMap and GetExtMap; output buffer of the enumerations, may be null there
+    unsigned int index;  ///< position in an enumeration; 0 starts it
+    char* extension;     ///< input of AddExtMap and GetExtMap; output buffer of the enumerations, where it may be null
     char* type;          ///< buffer of at least 5 bytes, or null where a function allows it
     char* creator;       ///< buffer of at least 5 bytes, or null where a function allows it
-    char* comment;       ///< input of AddExtMap; output buffer of the others, may be null
-    int extensionSize;   ///< bytes of the extension's output buffer; 0 means 16
-    unsigned int commentSize;  ///< bytes of the comment's output buffer; 0 means 256
+    char* comment;       ///< input of AddExtMap; output buffer of the other functions; may be null
+    int extensionSize;   ///< size of the extension's output buffer in bytes; 0 means 16
+    unsigned int commentSize;  ///< size of the comment's output buffer in bytes; 0 means 256
 #ifdef __cplusplus
 };
 #else
 } SExtensionMap;
 #endif
 
-/// Writes the mapping of `extension`; an absent comment leaves an existing one alone. 0, with nothing touched, unless
-/// the extension is not empty and both codes are exactly 4 bytes; 0, with the extension's whole mapping removed, when a
-/// code could not be written.
+/// Writes the mapping of `extension` and returns 1. A null comment leaves an existing comment unchanged. Returns 0,
+/// with nothing changed, if the extension is empty or a code is not exactly 4 bytes long. Also returns 0 if a code
+/// could not be written; the extension's whole mapping is then removed.
 TAMRIX_FUNCTION int TAMRIX_CALL AddExtMap(SExtensionMap* map);
-/// Fetches the next complete mapping from `index` on, each once; 0 at the end, and when the class root refuses sixteen
-/// keys in a row. Extensions come without their dot, those over 15 bytes are passed over. After a 0, the buffers hold
-/// whatever was examined last.
+/// Reads the next complete mapping from position `index` on and advances `index`; each mapping is returned once.
+/// Returns 1, or 0 at the end or after sixteen consecutive keys of the class root that cannot be read. Extensions are
+/// returned without their dot; those longer than 15 bytes are skipped. After a 0, the buffers contain whatever was read
+/// last.
 TAMRIX_FUNCTION int TAMRIX_CALL EnumExtMap(SExtensionMap* map);
-/// As EnumExtMap, for the mappings whose codes equal the first 4 bytes of `type` and `creator`, which stay as they are.
+/// Like EnumExtMap, but only returns mappings whose codes equal the first 4 bytes of `type` and `creator`, which are
+/// input here and are not changed.
 TAMRIX_FUNCTION int TAMRIX_CALL EnumExtMapCT(SExtensionMap* map);
-/// Fills `type` and `creator`, where present, with the configured default codes, or both with "TEXT" and "dosa".
+/// Copies the configured default codes to those of `type` and `creator` that are not null. If a requested default is
+/// not configured, copies "TEXT" and "dosa" instead.
 TAMRIX_FUNCTION void TAMRIX_CALL GetDefaultExtMap(SExtensionMap* map);
-/// Reads the mapping of `extension` into the buffers that are present. 0 when a code is missing or malformed (its
-/// buffer is then undefined); a comment that cannot be read is empty.
+/// Reads the mapping of `extension` into the buffers that are not null. Returns 1, or 0 if a requested code is missing
+/// or malformed; that code's buffer is then undefined. A comment that cannot be read becomes empty.
 TAMRIX_FUNCTION int TAMRIX_CALL GetExtMap(SExtensionMap* map);
-/// Deletes the mapping, and the key when nothing else is left in it. Always 1.
+/// Deletes the mapping, and the key too if it is then empty. Always returns 1.
 TAMRIX_FUNCTION int TAMRIX_CALL RemoveExtMap(char* extension);
 
 #ifdef __cplusplus
 
-/// 1 when the extension has a complete mapping. Exported under its C++ name.
+/// 1 if the extension has a complete mapping, otherwise 0. Exported under its C++ name.
 TAMRIX_IMPORT int TAMRIX_CALL HasExtMap(char* extension);
 
 class RegKey;
 
-/// A cursor that holds one mapping at a time in strings of its own, walks all mappings or those of one creator and
-/// type, and writes or deletes the held one. It takes codes of any length. Handed-out strings live until the cursor
-/// replaces them or is destroyed. One thread at a time.
+/// A cursor over the mappings. It stores one mapping in strings of its own, enumerates all mappings or those of one
+/// creator and type, and writes or deletes the current mapping. Codes may have any length. Returned strings are valid
+/// until the cursor replaces them or is destroyed. A cursor may be used by one thread at a time.
 class TAMRIX_CLASS CExtensionMap {
 public:
     CExtensionMap();
-    /// Copies the held strings, not a pass; the assigned cursor's own pass ends.
+    /// Copies the strings but not the enumeration. Assignment ends the enumeration of the cursor that is assigned to.
     /// @{
     CExtensionMap(const CExtensionMap& other);
     CExtensionMap& operator=(const CExtensionMap& other);
     /// @}
     ~CExtensionMap();
-    /// Starts a pass over all mappings, or goes on with it; 1 when one was fetched. Extensions are held with their dot.
+    /// Starts or continues an enumeration of all mappings. Returns 1 if a mapping was read, 0 at the end. Extensions
+    /// include their dot.
     /// @{
     int First();
     int Next();
     /// @}
-    /// Starts a pass over the mappings with exactly this creator and type; 0 when either is null or longer than 4
-    /// bytes. After every step the held codes are the wanted ones.
+    /// Starts an enumeration of the mappings with exactly this creator and type and reads the first one. Returns 0 if
+    /// there is none, or if either code is null or longer than 4 bytes. After every step the cursor's codes are the
+    /// requested ones.
     int FirstCT(char* creator, char* type);
-    /// Goes on to the next mapping with the held codes; 0 at the end.
+    /// Reads the next mapping with the cursor's codes; 0 at the end.
     int NextCT();
-    /// Loads creator and type of one extension, with or without its dot; 1 when it has both, else 0 with the held codes
-    /// unchanged. Ends any pass. A missing extension's key is created and stays behind empty.
+    /// Reads creator and type of one extension, with or without its dot. Returns 1 if both exist, otherwise 0 with the
+    /// cursor's codes unchanged. Ends an enumeration in progress. Creates the extension's key if it is missing, and
+    /// leaves it empty.
     int Find(char* extension);
-    /// Replaces the held codes, where held, by the defaults.
+    /// Replaces each code that the cursor has with the default code.
     void Default();
-    /// Writes the held mapping under the held extension, which needs its dot; removes the comment when none is held.
+    /// Writes the cursor's mapping; its extension must include the dot. Removes the stored comment if the cursor has
+    /// none. Returns 0 if the key cannot be opened or a code is not set or cannot be written.
     int Create();
-    /// Removes the held extension's values; its key stays (or is created). 0 when the key cannot be opened.
+    /// Removes the values of the cursor's extension. The key remains, and is created if it is missing. Returns 0 if the
+    /// key cannot be opened.
     int Delete();
-    /// The held string, or null.
+    /// The cursor's string, or null if it is not set.
     /// @{
     char* Extension();
     char* Type();
     char* Creator();
     char* Comment();
     /// @}
-    /// Holds a copy from now on; null holds none. Nothing is checked.
+    /// Stores a copy; null clears the string. The text is not checked.
     /// @{
     void SetExtension(char* extension);
     void SetType(char* type);
@@ -116,7 +125,7 @@ public:
 
 private:
     friend struct ExtensionMapLayout;
-    // The fields of SExtensionMap, in its order; those that a cursor has no use for are always 0.
+    // The fields of SExtensionMap, in its order; those that a cursor does not use are always 0.
     TAMRIX_MAYBE_UNUSED unsigned int index;
     char* extension;
     char* type;
@@ -124,7 +133,7 @@ private:
     char* comment;
     TAMRIX_MAYBE_UNUSED int extensionSize;
     TAMRIX_MAYBE_UNUSED unsigned int commentSize;
-    // Both held during a pass only.
+    // Set during an enumeration only.
     RegKey* rootKey;
     RegKey* childKey;
 };

@@ -1,12 +1,12 @@
 /// @file
-/// Registry keys and values as objects, over the ANSI forms of the platform's registry functions.
+/// Registry keys and values as objects, based on the ANSI versions of the Win32 registry functions.
 ///
-/// A key is named by an ancestor handle and a path below it. Results are 1 for success and 0 (or null) for failure; the
-/// registry's own codes are not passed on. Every stored string is a copy; a string handed out points into its object
-/// and lives until the object replaces it or is destroyed. Walks read names of at most 127 bytes, and walks and
-/// ValueByName read data of at most 128 bytes: longer ones are failures. Keys are opened with the rights to read,
-/// write, create subkeys, enumerate, notify and delete (0x1001F), also where they are only read. An object serves one
-/// thread at a time.
+/// A key is identified by an ancestor handle and a path below it. Functions return 1 for success and 0 (or null) for
+/// failure; the registry's error codes are not available. Every string passed in is copied. A returned string points
+/// into its object and is valid until the object replaces it or is destroyed. Enumerations read names of at most 127
+/// bytes; enumerations and ValueByName read data of at most 128 bytes. Longer names and data count as failures. Every
+/// key is opened with the rights to read, write, create subkeys, enumerate, notify and delete (0x1001F), even if it is
+/// only read. An object may be used by one thread at a time.
 #ifndef TAMRIX32_REGISTRY_H
 #define TAMRIX32_REGISTRY_H
 
@@ -16,41 +16,41 @@
 
 #include "tamrix32/export.h"
 
-/// The registry's own value type codes, carried through unchanged; those named here are the ones whose data is kept.
+/// The registry's value type codes. Other codes are possible too, but only values of these three types store data.
 enum RegValType TAMRIX_INT_ENUM { RegValString = REG_SZ, RegValBinary = REG_BINARY, RegValDword = REG_DWORD };
 
-/// One value as read from a key: name, type, data and the data's length.
+/// One registry value: name, type, data and data length.
 class TAMRIX_CLASS RegValue {
 public:
     RegValue();
-    /// Copies `name` (may be null) and `length` bytes of `data` by SetData's rules.
+    /// Copies `name` (may be null) and `length` bytes of `data`, by the rules of SetData.
     RegValue(RegValType type, const char* name, unsigned char* data, unsigned long length);
-    /// Copies `name`; null sets none.
+    /// Copies `name`; null removes the name.
     void SetName(const char* name);
-    /// Replaces type and data. REG_SZ: a copy of the string at `data` (null is empty), and the data length becomes at
-    /// least its bytes with the terminator. REG_BINARY: as many bytes as the data length says. REG_DWORD: 4 bytes, with
-    /// zeros after them where the data length is larger. Any other type: no data, the length stays. Call SetDataLength
-    /// first.
+    /// Replaces type and data; call SetDataLength first. REG_SZ copies the string at `data` (null counts as empty) and
+    /// raises the data length to at least the string's size with the terminator. REG_BINARY copies as many bytes as the
+    /// data length. REG_DWORD copies 4 bytes and adds zeros if the data length is larger. Other types store no data and
+    /// leave the data length unchanged.
     void SetData(RegValType type, unsigned char* data);
-    /// Sets how many bytes the next SetData of REG_BINARY copies, and at least keeps of REG_SZ.
+    /// Sets the data length in bytes: what the next SetData copies of a REG_BINARY and the minimum length for a REG_SZ.
     void SetDataLength(unsigned long length);
-    /// Bytes of data; for a string at least its length with the terminator.
+    /// The data length in bytes; for a string at least its length with the terminator.
     unsigned long DataLen();
-    /// Null when there is none.
+    /// The name, or null if there is none.
     char* Name();
-    /// Bytes of the name without its terminator, 0 when there is none.
+    /// Length of the name in bytes without the terminator; 0 if there is none.
     unsigned long NameLen();
-    /// The registry's code, also of types whose data is not kept.
+    /// The registry's type code, also for types that store no data.
     RegValType Type();
-    /// The data, seen as a string or as bytes: one pointer, null when there is no data.
+    /// The data as a string or as bytes: the same pointer, null if there is no data.
     /// @{
     char* String();
     unsigned char* Buffer();
     /// @}
     /// The number of a REG_DWORD; 0 for any other type.
     unsigned long Value();
-    /// The value read as a setting: a string that begins with 1, y, Y, t, T or with "on" in any case, a byte run whose
-    /// first byte is not zero, a number other than zero.
+    /// The value as a Boolean setting. 1 for a string that begins with 1, y, Y, t, T or with "on" in any case, for
+    /// binary data whose first byte is not zero, and for a nonzero number; otherwise 0.
     int BoolValue();
     ~RegValue();
 
@@ -65,66 +65,72 @@ private:
     unsigned char* data;
 };
 
-/// One key, its handle, and the positions of two walks: over its values and over its subkeys.
+/// One key, its handle, and the positions of two enumerations: of its values and of its subkeys.
 class TAMRIX_CLASS RegKey {
 public:
     RegKey();
-    /// Wraps an open handle and owns it from now on.
+    /// Takes ownership of an open handle.
     RegKey(HKEY handle);
-    /// Opens the key, creating it first where it is missing. With a null argument the key stays empty.
+    /// Opens the key, creating it if it is missing. If an argument is null, the object describes no key and stays
+    /// closed.
     /// @{
     RegKey(HKEY ancestor, const char* path);
     RegKey(RegKey* parent, const char* path);
     /// @}
-    /// Zeroes all fields without closing or freeing what they held.
+    /// Zeroes all fields. Does not close the handle or free the path.
     void Init();
-    /// Replaces the path (null is empty); an open handle stays open. Always 1. A key without a path, whether it never
-    /// got one or memory ran out, is not opened, created or found until it gets one.
+    /// Replaces the path (null counts as empty); an open handle stays open. Always returns 1. An object that has no
+    /// path, because none was set or memory ran out, cannot open, create or find a key.
     int SetRelPath(const char* path);
-    /// Replaces the ancestor of the next open; an open handle stays open. A key is not opened below its own handle,
-    /// which is closed first.
+    /// Sets the ancestor for the next open; an open handle stays open. A key cannot be opened below its own handle,
+    /// because opening closes that handle first.
     void SetAncestor(HKEY ancestor);
-    /// 1 when the key can be opened. The key is closed afterwards whatever the answer; an empty path never exists.
+    /// 1 if the key can be opened, otherwise 0. Always leaves this object closed. An empty path never exists.
     /// @{
     int Exists();
     int Exists(HKEY ancestor, const char* path);
     /// @}
-    /// Closes what is open, then opens the key and starts both walks over. On failure the description stays.
+    /// Closes an open handle, then opens the key and restarts both enumerations. On failure, ancestor and path stay
+    /// set.
     /// @{
     int Open();
     int Open(HKEY ancestor, const char* path);
     /// @}
-    /// As Open, creating the key and any missing key on its path first.
+    /// Like Open, but first creates the key and any missing key on its path.
     /// @{
     int Create();
     int Create(HKEY ancestor, const char* path);
     /// @}
-    /// Always 1, also when nothing is open.
+    /// Closes the handle, if open. Always returns 1.
     int Close();
-    /// 1 while a handle is held. Answers 0 through a null pointer too, as old callers rely on.
+    /// 1 while the key is open, otherwise 0. Also returns 0 if called through a null pointer, which old callers rely
+    /// on.
     int Opened();
-    /// The open handle, which the key keeps owning; null when closed.
+    /// The open handle, still owned by this object; null if closed.
     HKEY Handle();
-    /// Walks the values; 0 at the end and at a value that is too large, which every later call stops at again.
+    /// Read the first or next value. Return 0 at the end and for a value that is too large; later calls fail at the
+    /// same value.
     /// @{
     int FirstValue(RegValue* value);
     int NextValue(RegValue* value);
     /// @}
-    /// Reads one value into `value`, named as asked for (null reads the unnamed value). 0 leaves `value` as it was.
+    /// Reads the value called `name` (null: the unnamed value) into `value`, which then has that name. Returns 0 on
+    /// failure and leaves `value` unchanged.
     int ValueByName(const char* name, RegValue* value);
-    /// Deletes one value; 0 also when there is none.
+    /// Deletes one value. Returns 0 on failure and if there is none.
     int RemoveValue(const char* name);
-    /// Writes `text` with its terminator as REG_SZ; 0, with nothing written, when `text` is null.
+    /// Writes `text` with its terminator as REG_SZ. Returns 0, with nothing written, if `text` is null.
     int SetString(const char* name, const char* text);
     /// Writes `number` as REG_DWORD.
     int SetDword(const char* name, unsigned long number);
-    /// Walks the subkeys, opening each in `child`. Returns the child's own copy of the subkey's name, null at the end;
-    /// a child that could not be opened reports Opened() 0 and the walk goes on behind it.
+    /// Open the first or next subkey in `child`. Return the name of the subkey, as stored in `child`, or null at the
+    /// end. If the subkey could not be opened, `child->Opened()` returns 0 and the enumeration continues after it.
     /// @{
     char* FirstSubKey(RegKey* child);
     char* NextSubKey(RegKey* child);
     /// @}
-    /// Walks the subkeys on the same position; `name` must hold 128 bytes and is left alone when the result is 0.
+    /// Copy the name of the first or next subkey to `name`, a buffer of 128 bytes. Share their position with the two
+    /// functions above. Return 0 at the end, with `name` unchanged.
     /// @{
     int FirstSubKey(char* name);
     int NextSubKey(char* name);

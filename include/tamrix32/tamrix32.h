@@ -1,23 +1,23 @@
 /// @file
-/// Everything that Tamrix32 offers. From C, the flat functions.
+/// Includes every header of Tamrix32. C can use the flat functions.
 ///
 /// @mainpage Tamrix32
-/// | header | what it offers |
+/// | header | contents |
 /// |---|---|
-/// | macnames.h | names and characters of Macintosh volumes, UNC paths with zones |
+/// | macnames.h | Macintosh file names and characters, UNC paths with zones |
 /// | extmap.h | Macintosh types and creators of file-name extensions |
 /// | strings.h | strings that never split a double-byte character |
 /// | registry.h | registry keys and values as objects |
 /// | dialogs.h | dialogs in the configured font; the two mapping dialogs |
 /// | browse.h | the file, save and folder dialog |
 /// | about.h | raw resources, and the animated about box |
-/// | frame.h | the library's own module |
+/// | module.h | the library's module handle |
 /// | version.h | the version of the headers |
 ///
-/// What holds for all of it: strings are zero-terminated bytes in the active ANSI code page; sizes and lengths are
-/// bytes, and a capacity includes the terminator; results are 1 for success and 0 (or null) for failure unless a
-/// function says otherwise; nothing throws. A parameter of type `char*` that a function only reads may be given a
-/// literal by a cast: nothing writes through it.
+/// Rules for the whole library, unless a function says otherwise: strings are zero-terminated byte strings in the
+/// active ANSI code page. Sizes and lengths are in bytes, and a capacity includes the terminator. Functions return 1
+/// for success and 0 (or null) for failure. Nothing throws. A literal may be cast and passed to a `char*` parameter
+/// that a function only reads: nothing writes to it.
 #ifndef TAMRIX32_TAMRIX32_H
 #define TAMRIX32_TAMRIX32_H
 
@@ -25,8 +25,8 @@
 #include "tamrix32/browse.h"
 #include "tamrix32/dialogs.h"
 #include "tamrix32/extmap.h"
-#include "tamrix32/frame.h"
 #include "tamrix32/macnames.h"
+#include "tamrix32/module.h"
 #include "tamrix32/registry.h"
 #include "tamrix32/strings.h"
 #include "tamrix32/version.h"

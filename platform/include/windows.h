@@ -5,8 +5,7 @@
    Two widths differ from what a Unix programmer expects: LONG and DWORD have 32 bits everywhere, and WCHAR is a 16-bit
    char16_t (on Windows it is wchar_t), so spell WCHAR, never wchar_t. Compiles as C and as C++. It is longer than
    other headers since it stands for one that is a hundred times its size. */
-#ifndef TAMRIX_PLATFORM_WINDOWS_H
-#define TAMRIX_PLATFORM_WINDOWS_H
+#pragma once
 
 #include <stddef.h>
 #include <stdint.h>
@@ -17,7 +16,6 @@
 #define WINAPI
 #define CALLBACK
 #define __cdecl
-#define __stdcall
 
 #ifndef TRUE
 #define TRUE 1
@@ -125,9 +123,6 @@ typedef struct _SECURITY_ATTRIBUTES {
 #define DELETE 0x00010000
 #define READ_CONTROL 0x00020000
 #define MAXIMUM_ALLOWED 0x02000000
-#define GENERIC_ALL 0x10000000
-#define GENERIC_WRITE 0x40000000
-#define GENERIC_READ 0x80000000u
 
 #define KEY_QUERY_VALUE 0x0001
 #define KEY_SET_VALUE 0x0002
@@ -135,7 +130,6 @@ typedef struct _SECURITY_ATTRIBUTES {
 #define KEY_ENUMERATE_SUB_KEYS 0x0008
 #define KEY_NOTIFY 0x0010
 #define KEY_READ (READ_CONTROL | KEY_QUERY_VALUE | KEY_ENUMERATE_SUB_KEYS | KEY_NOTIFY)
-#define KEY_WRITE (READ_CONTROL | KEY_SET_VALUE | KEY_CREATE_SUB_KEY)
 #define KEY_ALL_ACCESS 0x000F003F
 
 #define REG_OPTION_NON_VOLATILE 0
@@ -154,7 +148,8 @@ extern "C" {
 #endif
 
 /* HKEY_CLASSES_ROOT is a root of its own here, not a view of other keys. Data comes back byte for byte as it was
-   stored: no terminator is added, neither in writing nor in reading, where newer systems sometimes add one. */
+   stored: no terminator is added, neither in writing nor in reading, where newer systems sometimes add one. Keys have
+   no time of their last change: it is given as 0. */
 LONG WINAPI RegOpenKeyExA(HKEY key, LPCSTR path, DWORD options, REGSAM access, PHKEY result);
 LONG WINAPI RegCreateKeyExA(HKEY key, LPCSTR path, DWORD reserved, LPSTR className, DWORD options, REGSAM access,
                             SECURITY_ATTRIBUTES* security, PHKEY result, LPDWORD disposition);
@@ -200,7 +195,6 @@ int WINAPI LCMapStringA(LCID locale, DWORD flags, LPCSTR source, int length, LPS
 #define IS_INTRESOURCE(name) (((ULONG_PTR)(name) >> 16) == 0)
 #define RT_DIALOG MAKEINTRESOURCEA(5)
 
-#define GMEM_FIXED 0x0000
 #define GMEM_MOVEABLE 0x0002
 #define GMEM_ZEROINIT 0x0040
 
@@ -237,6 +231,4 @@ static inline LONG InterlockedDecrement(LONG volatile* number) {
 
 #ifdef __cplusplus
 }
-#endif
-
 #endif

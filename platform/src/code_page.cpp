@@ -14,7 +14,7 @@ namespace {
 struct Source {
     UINT number;
     const char* converterName;
-    BYTE leads[4];  // first and last lead byte of up to two ranges, as the platform publishes them; 0: none
+    BYTE leads[4];  // first and last lead byte of up to two ranges, as documented by the platform; 0: none
 };
 
 constexpr Source kSources[] = {
@@ -23,7 +23,7 @@ constexpr Source kSources[] = {
     {1251, "CP1251", {}},         {1252, "CP1252", {}},         {10000, "MACINTOSH", {}},
 };
 
-// What the platform's tables hold beyond the C library's: single characters, in both directions,
+// Single characters in the platform's tables that the C library's lack, in both directions.
 struct Addition {
     UINT number;
     WORD character;
@@ -36,8 +36,8 @@ constexpr Addition kAdditions[] = {
     {950, 0xF9E9, 0x255E}, {950, 0xF9EA, 0x256A}, {950, 0xF9EB, 0x2561},
 };
 
-// and areas for the user's own characters, from `first` to `last` with consecutive private units. The few scattered
-// ones of 936 are left out.
+// Areas for user-defined characters, from `first` to `last`, with consecutive private-use units. The few scattered ones
+// in 936 are omitted.
 struct UserArea {
     UINT number;
     WORD first, last;
@@ -67,7 +67,7 @@ const Source* sourceOf(UINT number) {
     return nullptr;
 }
 
-// A converter of the C library in one direction, asked one character at a time.
+// A converter of the C library in one direction, for one character at a time.
 class Converter {
 public:
     Converter(const char* to, const char* from) : handle_(iconv_open(to, from)) {}
@@ -79,12 +79,12 @@ public:
 
     bool usable() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
-    // The size of the result, 0 when the input doesn't convert whole.
+    // Returns the size of the result, or 0 if the input cannot be converted completely.
     std::size_t convert(char* input, std::size_t size, char* output, std::size_t capacity) {
         std::size_t left = capacity;
         iconv(handle_, nullptr, nullptr, nullptr, nullptr);
         if (iconv(handle_, &input, &size, &output, &left) != 0 || size != 0) return 0;
-        // Some converters hold a character back to see what follows it.
+        // Some converters buffer a character until they see the next one.
         if (iconv(handle_, nullptr, nullptr, &output, &left) != 0) return 0;
         return capacity - left;
     }
@@ -103,7 +103,7 @@ locale_t unicodeLocale() {
 WCHAR upperUnit(WCHAR unit) {
     if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<WCHAR>(unit - 0x20) : unit;
     const wint_t upper = towupper_l(unit, unicodeLocale());
-    // The platform's simple case pairs go both ways: the micro sign and the dotless i stay as they are.
+    // The platform uses only case pairs that map both ways, so the micro sign and the dotless i do not change.
     return towlower_l(upper, unicodeLocale()) == unit ? static_cast<WCHAR>(upper) : unit;
 }
 
@@ -141,7 +141,7 @@ void CodePage::set(WORD character, WCHAR unit) {
 bool CodePage::load(const char* converterName) {
     Converter decode("UTF-16LE", converterName);
     Converter encode(converterName, "UTF-16LE");
-    // Case pairs want Unicode's whatever the process's locale.
+    // Case pairs must be those of Unicode, whatever the process's locale is.
     if (!decode.usable() || !encode.usable() || !unicodeLocale()) return false;
 
     const auto add = [&](WORD character, std::size_t size) {
@@ -154,7 +154,7 @@ bool CodePage::load(const char* converterName) {
         }
         const auto value = MAKEWORD(unit[0], unit[1]);
         units_[character] = value;
-        // Several characters may share a Unicode value; the converter knows which one it goes back to.
+        // Several characters may have the same Unicode value; the converter determines which one it maps back to.
         const std::size_t back = encode.convert(unit, 2, bytes, sizeof bytes);
         characters_[value] = back == size ? (size == 2 ? MAKEWORD(bytes[1], bytes[0]) : BYTE(bytes[0])) : character;
     };

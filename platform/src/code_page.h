@@ -1,13 +1,11 @@
-// One ANSI or OEM code page as tables, made once from the C library's converter.
+// An ANSI or OEM code page as tables, which are created once with the C library's converter.
 //
-// A character is a 16-bit number here: a single byte's value, or lead byte * 256 + trail byte.
-#ifndef TAMRIX_PLATFORM_CODE_PAGE_H
-#define TAMRIX_PLATFORM_CODE_PAGE_H
+// A character is a 16-bit number: the value of a single byte, or lead byte * 256 + trail byte.
+#pragma once
 
 #include <windows.h>
 
 #include <optional>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -15,27 +13,27 @@ namespace standin {
 
 class CodePage {
 public:
-    /// The table of a code page, made at its first use; null for a number that the stand-in doesn't know, and where the
-    /// system lacks its converter or Unicode's case pairs.
+    /// The tables of a code page, created at the first use. Null if the stand-in does not support the number, or if the
+    /// system lacks the converter or Unicode's case pairs.
     static const CodePage* find(UINT number);
 
     UINT number() const { return number_; }
     bool isLead(BYTE value) const;
 
-    /// Takes the next character off a text that isn't empty; a lead byte at its very end, or before a
-    /// terminator, is a character of its own.
+    /// Removes and returns the first character of a text that is not empty. A lead byte at the end, or before a
+    /// terminator, is a character by itself.
     WORD take(std::string_view& text) const;
 
     std::optional<WCHAR> toUnicode(WORD character) const;
     std::optional<WORD> fromUnicode(WCHAR unit) const;
 
-    /// The character's partner in case, or the character itself where it has none in this code page. As on the platform
-    /// the way leads through Unicode, so a character without a Unicode value becomes the default one. The result is
-    /// never wider than the character.
+    /// The character in the other case, or the character itself if it has none in this code page. As on the platform,
+    /// the conversion uses Unicode, so a character without a Unicode value becomes the default character. The result
+    /// never has more bytes than the character.
     WORD upper(WORD character) const { return inCase(character, true); }
     WORD lower(WORD character) const { return inCase(character, false); }
 
-    /// What the platform puts for a character that has no Unicode value.
+    /// What the platform substitutes for a character that has no Unicode value.
     WCHAR defaultUnit() const { return number_ == 932 ? 0x30FB : u'?'; }
 
 private:
@@ -53,10 +51,8 @@ private:
 /// The active ANSI code page.
 const CodePage& ansiCodePage();
 
-/// The upper case of a 16-bit unit by the simple Unicode mapping, whatever the process's locale.
+/// The upper case of a 16-bit unit by the simple Unicode mapping, whatever the process's locale is.
 WCHAR upperUnit(WCHAR unit);
 WCHAR lowerUnit(WCHAR unit);
 
 }  // namespace standin
-
-#endif

@@ -1,4 +1,4 @@
-// The Win32 calls that depend on the active code pages: lead bytes, conversions, case.
+// Win32 calls that depend on the active code pages: lead bytes, conversions, case.
 #include <standin.h>
 
 #include <atomic>
@@ -12,13 +12,13 @@
 namespace standin {
 namespace {
 
-// Text is converted to and from it, but no system has it as its own.
+// Text can be converted to and from it, but it is never the active code page.
 constexpr UINT kMacRoman = 10000;
 
 std::atomic<const CodePage*> activeAnsi{nullptr};
 std::atomic<const CodePage*> activeOem{nullptr};
 
-/// The chosen page, or the one that a process begins with, without which nothing here works.
+/// The selected code page, or the initial one, without which the stand-in cannot work.
 const CodePage& activeOr(UINT initial, const CodePage* chosen) {
     const CodePage* page = chosen ? chosen : CodePage::find(initial);
     if (page) return *page;
@@ -41,7 +41,7 @@ int failed(DWORD code) {
     return 0;
 }
 
-// Where a conversion puts its result: counts always, writes while there is room, and a capacity of 0 only counts.
+// The output of a conversion. Counts all units and writes those that fit; with a capacity of 0 it only counts.
 template <typename Unit>
 class Output {
 public:
@@ -143,7 +143,7 @@ int WINAPI LCMapStringA(LCID, DWORD flags, LPCSTR source, int length, LPSTR targ
     if (flags != LCMAP_UPPERCASE && flags != LCMAP_LOWERCASE) return failed(ERROR_INVALID_FLAGS);
     const CodePage& page = ansiCodePage();
     Output<char> output(target, capacity);
-    // No partner is wider than its character, so source and target may be the same memory.
+    // The other case never has more bytes, so source and target may be the same memory.
     for (std::string_view rest = textOf(source, length); !rest.empty();) {
         const WORD character = page.take(rest);
         putCharacter(output, flags == LCMAP_UPPERCASE ? page.upper(character) : page.lower(character));

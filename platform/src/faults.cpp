@@ -1,7 +1,7 @@
-// The fault plan, the call counters, and the nothrow operator new that obeys the plan.
+// The fault plan, the call counters, and the nothrow operator new that fails by the plan.
 //
-// The operators stand in this file, which every program that uses the stand-in links, so that they take the place of
-// the sanitizer's even when that comes earlier on the linker's line.
+// The operators are in this file because every program that uses the stand-in links it. So they replace those of the
+// sanitizer even if its library is earlier on the linker's command line.
 #include "faults.h"
 
 #include <array>
@@ -13,13 +13,12 @@ namespace {
 
 struct Plan {
     std::atomic<std::size_t> calls{0};
-    std::atomic<std::size_t> failAt{0};  // the count at which a call fails; 0: none
+    std::atomic<std::size_t> failAt{0};  // the number of the call that fails; 0: none
 };
 
-constexpr std::size_t kKinds = 6;
+constexpr std::size_t kKinds = 5;
 constinit std::array<Plan, kKinds> plans{};
 constinit std::atomic<bool> hit{false};
-constinit std::atomic<std::size_t> injected{0};
 
 Plan& planOf(Kind kind) {
     return plans[static_cast<std::size_t>(kind)];
@@ -27,19 +26,11 @@ Plan& planOf(Kind kind) {
 
 }  // namespace
 
-std::size_t stepsBeforeFault(Kind kind, std::size_t steps) {
-    Plan& plan = planOf(kind);
-    const std::size_t before = plan.calls.fetch_add(steps);
-    const std::size_t failAt = plan.failAt.load();
-    if (failAt <= before || failAt > before + steps) return steps;
-    hit = true;
-    ++injected;
-    plan.calls = failAt;
-    return failAt - before - 1;
-}
-
 bool faultDue(Kind kind) {
-    return stepsBeforeFault(kind, 1) == 0;
+    Plan& plan = planOf(kind);
+    if (plan.calls.fetch_add(1) + 1 != plan.failAt.load()) return false;
+    hit = true;
+    return true;
 }
 
 void failNth(Kind kind, std::size_t n) {
@@ -59,18 +50,14 @@ bool faultHit() {
     return hit;
 }
 
-std::size_t faultsInjected() {
-    return injected;
-}
-
 std::size_t calls(Kind kind) {
     return planOf(kind).calls;
 }
 
 }  // namespace standin
 
-// The throwing operators do the work, so the blocks go back to the matching delete and a sanitizer sees the pairs.
-// When memory really runs out the program ends; in tests that only a plan can make it fail is intended.
+// These call the throwing operators, so that blocks are freed by the matching delete and a sanitizer recognises the
+// pairs. If memory really runs out, the program ends; in tests, only the plan should make an allocation fail.
 void* operator new(std::size_t size, const std::nothrow_t&) noexcept {
     return standin::faultDue(standin::Kind::allocation) ? nullptr : ::operator new(size);
 }

@@ -1,9 +1,8 @@
-// Moveable global memory. A moveable block's handle is not its address, and every resize moves the bytes, so that a
-// pointer kept over it points at freed memory. Blocks have exactly the size asked for.
+// Global memory. To reveal errors, a moveable block's handle is not its address, and blocks have exactly the requested
+// size.
 #include <standin.h>
 
 #include <cstdlib>
-#include <cstring>
 #include <memory>
 #include <mutex>
 #include <unordered_map>
@@ -19,7 +18,7 @@ struct FreeBytes {
 };
 
 struct Block {
-    std::unique_ptr<void, FreeBytes> bytes;  // none while the size is 0
+    std::unique_ptr<void, FreeBytes> bytes;  // null if the size is 0
     SIZE_T size = 0;
     unsigned locks = 0;
     bool moveable = false;
@@ -41,13 +40,6 @@ Block* find(HGLOBAL handle) {
     return found == blocks().live.end() ? nullptr : &found->second;
 }
 
-// A fresh copy of the old bytes, cut or extended to `size`; what is new is zero only when asked for.
-std::unique_ptr<void, FreeBytes> resized(const Block& old, SIZE_T size, bool zero) {
-    std::unique_ptr<void, FreeBytes> bytes(zero ? std::calloc(size, 1) : std::malloc(size));
-    if (bytes && old.bytes) std::memcpy(bytes.get(), old.bytes.get(), size < old.size ? size : old.size);
-    return bytes;
-}
-
 template <typename Result>
 Result failed(DWORD code, Result result) {
     SetLastError(code);
@@ -62,8 +54,8 @@ HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size) {
     Block block;
     block.moveable = (flags & GMEM_MOVEABLE) != 0;
     block.size = size;
-    // A fixed block of no bytes still has an address, which is its handle.
-    if (size || !block.moveable) block.bytes = resized({}, size, (flags & GMEM_ZEROINIT) != 0);
+    // A fixed block of size 0 still has an address, which is its handle.
+    if (size || !block.moveable) block.bytes.reset(flags & GMEM_ZEROINIT ? std::calloc(size, 1) : std::malloc(size));
     if (size && !block.bytes) return failed<HGLOBAL>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
     HGLOBAL handle = block.bytes.get();
     if (block.moveable) {

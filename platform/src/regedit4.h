@@ -9,13 +9,12 @@
 //     "Blob"=hex:01,02,03
 //     "Path"=hex(2):25,00
 //
-// Text is in the active ANSI code page; backslash and quotation mark are escaped by a backslash, which is no escape
-// when it is a trail byte. REG_SZ goes out as quoted text when that reads back to the same bytes and as hex(1)
-// otherwise, REG_DWORD of four bytes as dword, REG_BINARY as hex, anything else as hex(type); bytes go on in the next
-// line after a comma and a backslash. Lines end in CR LF; the reader takes LF too. Comments (;) are skipped. Deletions
-// are refused: a file here is a whole store, not a change.
-#ifndef TAMRIX_PLATFORM_REGEDIT4_H
-#define TAMRIX_PLATFORM_REGEDIT4_H
+// Text is in the active ANSI code page. Backslashes and quotation marks are escaped with a backslash; a trail byte with
+// the value of a backslash is not an escape. The writer writes REG_SZ as quoted text if reading it would return the
+// same bytes, otherwise as hex(1); REG_DWORD of four bytes as dword; REG_BINARY as hex; and all others as hex(type).
+// Bytes continue on the next line after a comma and a backslash. Lines end in CR LF; the reader also accepts LF.
+// Comments (;) are skipped. Deletions are errors, because a file here is a complete registry, not a set of changes.
+#pragma once
 
 #include <standin.h>
 
@@ -40,20 +39,15 @@ struct FileKey {
     std::vector<FileValue> values;
 };
 
-/// Reads a whole file's text. `result` says whether it was well formed, and if not where and why.
-std::vector<FileKey> readRegedit4(std::string_view text, FileResult& result);
+/// Parses a text. `error` receives its first error, or nothing; with an error no key is returned.
+std::vector<FileKey> readRegedit4(std::string_view text, std::optional<TextError>& error);
 
-/// The whole registry's text; none, with `message` saying why, when a name can't be written so that it reads back.
-std::optional<std::string> writeRegedit4(std::string& message);
-
-/// Takes quoted text, from behind the opening quotation mark to behind the closing one, off `text`; none when it
-/// doesn't end or escapes something else than a backslash or a quotation mark.
+/// Parses quoted text. `text` begins after the opening quotation mark, and after the call it begins after the closing
+/// one. None if the closing mark is missing or another character than a backslash or quotation mark is escaped.
 std::optional<std::string> takeQuoted(std::string_view& text);
 
-/// How many bytes the first character takes. A byte under 0x40 is a trail byte in no code page, so that a lone lead
-/// byte before a closing quotation mark doesn't swallow it.
+/// Size of the first character in bytes. A byte below 0x40 is never a trail byte, so a lone lead byte before a closing
+/// quotation mark does not include the mark.
 std::size_t fileCharacterSize(std::string_view text);
 
 }  // namespace standin
-
-#endif

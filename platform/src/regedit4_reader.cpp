@@ -23,7 +23,7 @@ bool skip(std::string_view& text, std::string_view prefix) {
     return true;
 }
 
-// A hexadecimal number of 1 to maxDigits digits.
+// Parses a hexadecimal number of 1 to maxDigits digits.
 std::optional<DWORD> takeHex(std::string_view& text, std::size_t maxDigits) {
     DWORD number = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + std::min(text.size(), maxDigits), number, 16);
@@ -34,36 +34,33 @@ std::optional<DWORD> takeHex(std::string_view& text, std::size_t maxDigits) {
 
 class Reader {
 public:
-    Reader(std::string_view text, FileResult& result) : rest_(text), result_(result) {}
+    Reader(std::string_view text, std::optional<TextError>& error) : rest_(text), error_(error) {}
 
     std::vector<FileKey> read() {
         std::vector<FileKey> keys;
-        result_ = {};
+        error_.reset();
         if (!nextLine() || withoutBlanks(line_) != "REGEDIT4") fail("the file does not begin with REGEDIT4");
         while (!failed() && nextLine()) {
-            if (line_.find('\0') != std::string_view::npos) fail("a zero byte in the text");
+            if (line_.find('\0') != std::string_view::npos) fail("zero byte in the text");
             const std::string_view line = withoutBlanks(line_);
             if (line.empty() || line[0] == ';') continue;
             if (line[0] == '[') {
                 readKey(line, keys);
             } else if (keys.empty()) {
-                fail("a value before the first key");
+                fail("value before the first key");
             } else {
                 readValue(line, keys.back());
             }
         }
-        result_.ok = !failed();
         return failed() ? std::vector<FileKey>() : keys;
     }
 
 private:
-    bool failed() const { return !result_.message.empty(); }
+    bool failed() const { return error_.has_value(); }
 
-    // The first fault is the one reported.
+    // Only the first error is reported.
     void fail(const char* message) {
-        if (failed()) return;
-        result_.line = number_;
-        result_.message = message;
+        if (!failed()) error_ = TextError{number_, message};
     }
 
     bool nextLine() {
@@ -77,21 +74,21 @@ private:
     }
 
     void readKey(std::string_view line, std::vector<FileKey>& keys) {
-        if (!line.ends_with(']')) return fail("a key without its closing bracket");
+        if (!line.ends_with(']')) return fail("key without a closing bracket");
         line = line.substr(1, line.size() - 2);
-        if (line.starts_with('-')) return fail("a key's deletion, which a store can't hold");
+        if (line.starts_with('-')) return fail("key deletions are not supported");
         const auto end = line.find('\\');
         const std::string_view rootName = line.substr(0, end);
         for (const Root& root : registry().roots) {
             if (compareNames(rootName, root.name) != 0) continue;
             keys.push_back({root.key, std::string(end == std::string_view::npos ? "" : line.substr(end + 1)), {}});
             const auto components = pathComponents(keys.back().path);
-            if (components.size() > kMaxKeyDepth) fail("keys nested more than 512 deep");
+            if (components.size() > kMaxKeyDepth) fail("keys nested more than 512 levels deep");
             for (const std::string_view component : components)
-                if (component.size() > kMaxKeyName) fail("a key name of more than 255 bytes");
+                if (component.size() > kMaxKeyName) fail("key name of more than 255 bytes");
             return;
         }
-        fail("an unknown root key");
+        fail("unknown root key");
     }
 
     void readValue(std::string_view line, FileKey& key) {
@@ -99,27 +96,27 @@ private:
         if (!skip(line, "@")) {
             if (!skip(line, "\"")) return fail("neither a key nor a value");
             auto name = takeQuoted(line);
-            if (!name) return fail("a value name without its end, or with an unknown escape");
-            if (name->size() > kMaxValueName) return fail("a value name of more than 16383 bytes");
+            if (!name) return fail("value name without a closing quotation mark or with an unknown escape");
+            if (name->size() > kMaxValueName) return fail("value name of more than 16383 bytes");
             value.name = *std::move(name);
         }
         skipBlanks(line);
-        if (!skip(line, "=")) return fail("a value without an equals sign");
+        if (!skip(line, "=")) return fail("value without an equals sign");
         skipBlanks(line);
         readData(line, value);
-        if (!withoutBlanks(line).empty()) return fail("more text behind a value");
+        if (!withoutBlanks(line).empty()) return fail("text after the value");
         key.values.push_back(std::move(value));
     }
 
     void readData(std::string_view& line, FileValue& value) {
         if (skip(line, "\"")) {
             const auto text = takeQuoted(line);
-            if (!text) return fail("a string without its end, or with an unknown escape");
+            if (!text) return fail("string without a closing quotation mark or with an unknown escape");
             value.type = REG_SZ;
             value.data.assign(text->c_str(), text->c_str() + text->size() + 1);
         } else if (skip(line, "dword:")) {
             const auto number = takeHex(line, 8);
-            if (!number) return fail("a dword without its number");
+            if (!number) return fail("dword without a hexadecimal number");
             value.type = REG_DWORD;
             for (int shift = 0; shift < 32; shift += 8) value.data.push_back(static_cast<BYTE>(*number >> shift));
         } else if (skip(line, "hex:")) {
@@ -127,25 +124,25 @@ private:
             readBytes(line, value.data);
         } else if (skip(line, "hex(")) {
             const auto type = takeHex(line, 8);
-            if (!type || !skip(line, "):")) return fail("a hex value without its type");
+            if (!type || !skip(line, "):")) return fail("hex value without a type");
             value.type = *type;
             readBytes(line, value.data);
         } else {
-            fail(line == "-" ? "a value's deletion, which a store can't hold" : "data of no known kind");
+            fail(line == "-" ? "value deletions are not supported" : "unknown type of data");
         }
     }
 
-    // Bytes separated by commas; a backslash behind a comma goes on in the next line.
+    // Reads bytes separated by commas. After a comma, a backslash continues on the next line.
     void readBytes(std::string_view& line, std::vector<BYTE>& data) {
         while (!withoutBlanks(line).empty()) {
             skipBlanks(line);
             if (withoutBlanks(line) == "\\") {
-                if (!nextLine()) return fail("a hex value without its last line");
+                if (!nextLine()) return fail("hex value is not complete at the end of the file");
                 line = line_;
                 continue;
             }
             const auto byte = takeHex(line, 2);
-            if (!byte) return fail("a hex value with something that is no byte");
+            if (!byte) return fail("not a hexadecimal byte");
             data.push_back(static_cast<BYTE>(*byte));
             skipBlanks(line);
             if (!skip(line, ",")) return;
@@ -155,7 +152,7 @@ private:
     std::string_view rest_;
     std::string_view line_;
     std::size_t number_ = 0;
-    FileResult& result_;
+    std::optional<TextError>& error_;
 };
 
 }  // namespace
@@ -183,8 +180,24 @@ std::optional<std::string> takeQuoted(std::string_view& text) {
     return std::nullopt;
 }
 
-std::vector<FileKey> readRegedit4(std::string_view text, FileResult& result) {
-    return Reader(text, result).read();
+std::vector<FileKey> readRegedit4(std::string_view text, std::optional<TextError>& error) {
+    return Reader(text, error).read();
+}
+
+std::optional<TextError> mergeRegistry(std::string_view text) {
+    std::optional<TextError> error;
+    const std::scoped_lock lock(registry().guard);
+    for (const FileKey& fileKey : readRegedit4(text, error)) {
+        bool created = false;
+        const auto key = createKey(fileKey.root, fileKey.path, created);
+        for (const FileValue& fileValue : fileKey.values) {
+            Value& value = key->addValue(fileValue.name);
+            value.type = fileValue.type;
+            // In a block exactly as large as the data.
+            value.data = std::vector<BYTE>(fileValue.data.begin(), fileValue.data.end());
+        }
+    }
+    return error;
 }
 
 }  // namespace standin

@@ -1,4 +1,3 @@
-#include <algorithm>
 
 #include "regedit4.h"
 
@@ -15,7 +14,7 @@ std::string hexNumber(DWORD number, std::size_t minDigits) {
     return digits;
 }
 
-// Quoted text, if that reads back to the same bytes.
+// The quoted text, if it would read back to the same bytes.
 std::optional<std::string> quoted(std::string_view text) {
     if (text.find_first_of(std::string_view("\0\r\n", 3)) != std::string_view::npos) return std::nullopt;
     std::string result = "\"";
@@ -57,14 +56,14 @@ void putData(std::string& text, const Value& value) {
     putBytes(text, data);
 }
 
-// Whether a key's path reads back to the same components.
+// Whether a key's path would read back to the same components.
 bool readsBack(const std::string& path, const std::vector<std::string_view>& names) {
     return path.find_first_of("\r\n") == std::string::npos && pathComponents(path) == names;
 }
 
 class Writer {
 public:
-    explicit Writer(std::string& message) : message_(message) {}
+    explicit Writer(std::string& reason) : reason_(reason) {}
 
     bool put(const Key& key, const std::string& rootName, const std::string& path) {
         if (!readsBack(path, names_)) return fail("a key name that the file format can't hold", key.name());
@@ -90,19 +89,20 @@ public:
 
 private:
     bool fail(const char* what, const std::string& name) {
-        message_ = std::string(what) + ": " + name;
+        reason_ = std::string(what) + ": " + name;
         return false;
     }
 
     std::string text_ = std::string("REGEDIT4") + kLineEnd + kLineEnd;
     std::vector<std::string_view> names_;  // of the key being written, from the root down
-    std::string& message_;
+    std::string& reason_;
 };
 
 }  // namespace
 
-std::optional<std::string> writeRegedit4(std::string& message) {
-    Writer writer(message);
+std::optional<std::string> registryAsText(std::string& reason) {
+    const std::scoped_lock lock(registry().guard);
+    Writer writer(reason);
     for (const Root& root : registry().roots) {
         if (root.key->children().empty() && root.key->values().empty()) continue;
         if (!writer.put(*root.key, root.name, "")) return std::nullopt;

@@ -1,4 +1,4 @@
-// The Win32 calls on registry keys: open, create, enumerate, delete, close; and the control over keys.
+// Win32 calls on registry keys (open, create, enumerate, delete, close), and the functions that control keys.
 #include <standin.h>
 
 #include <cstring>
@@ -15,14 +15,10 @@ const Root* rootOf(HKEY handle) {
 }
 
 REGSAM grantedAccess(REGSAM asked) {
-    REGSAM granted = asked;
-    if (asked & (GENERIC_ALL | MAXIMUM_ALLOWED)) granted |= KEY_ALL_ACCESS;
-    if (asked & GENERIC_READ) granted |= KEY_READ;
-    if (asked & GENERIC_WRITE) granted |= KEY_WRITE;
-    return granted;
+    return asked & MAXIMUM_ALLOWED ? asked | KEY_ALL_ACCESS : asked;
 }
 
-// A path may begin with a backslash below the class root only.
+// Only below the class root may a path begin with a backslash.
 bool acceptStart(HKEY key, std::string_view path) {
     return path.empty() || path[0] != '\\' || key == HKEY_CLASSES_ROOT;
 }
@@ -43,7 +39,7 @@ LONG enumerate(RegistryCall& call, HKEY handle, DWORD index, LPSTR name, LPDWORD
     std::memcpy(name, childName.data(), childName.size());
     name[childName.size()] = 0;
     *nameSize = static_cast<DWORD>(childName.size());
-    if (lastWrite) *lastWrite = child->key()->lastWrite;
+    if (lastWrite) *lastWrite = {};  // times are not kept
     return ERROR_SUCCESS;
 }
 
@@ -112,8 +108,8 @@ LONG WINAPI RegOpenKeyExA(HKEY key, LPCSTR path, DWORD, REGSAM access, PHKEY res
     return found ? openAs(std::move(found), access, result) : ERROR_FILE_NOT_FOUND;
 }
 
-// Which rights the parent's handle was opened with doesn't matter for creating and deleting below it: the platform
-// checks the key's own permissions.
+// The rights of the parent's handle do not matter for creating and deleting keys below it: the platform checks the
+// permissions of the key itself.
 LONG WINAPI RegCreateKeyExA(HKEY key, LPCSTR path, DWORD reserved, LPSTR, DWORD, REGSAM access, SECURITY_ATTRIBUTES*,
                             PHKEY result, LPDWORD disposition) {
     RegistryCall call;
@@ -164,7 +160,7 @@ LONG WINAPI RegEnumKeyExA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, L
     if (!name || !nameSize || reserved) return ERROR_INVALID_PARAMETER;
     const LONG result = enumerate(call, key, index, name, nameSize, lastWrite);
     if (result == ERROR_SUCCESS && classSize) {
-        // No key here has a class.
+        // Keys in the stand-in have no class.
         if (className && *classSize) *className = 0;
         *classSize = 0;
     }

@@ -5,12 +5,12 @@
 namespace standin {
 namespace {
 
-/// Walks through a name in upper case.
+/// Iterates over a name in upper case.
 class FoldedUnits {
 public:
     explicit FoldedUnits(std::string_view name) : rest_(name) {}
 
-    /// The next 16-bit unit, -1 at the end.
+    /// The next 16-bit unit; -1 at the end.
     int next() {
         if (pending_ != 0) {
             const int unit = pending_;
@@ -29,7 +29,7 @@ private:
         const CodePage& page = ansiCodePage();
         const WORD character = page.take(rest_);
         if (const auto unit = page.toUnicode(character)) return upperUnit(*unit);
-        // Characters without a Unicode value stay apart from each other: a surrogate pair spells them.
+        // Characters without a Unicode value are represented by a surrogate pair, so that they remain distinct.
         pending_ = 0xDC00 + LOBYTE(character);
         return 0xD800 + HIBYTE(character);
     }

@@ -1,7 +1,6 @@
 #include "registry_tree.h"
 
 #include <algorithm>
-#include <ctime>
 #include <utility>
 
 namespace standin {
@@ -26,7 +25,7 @@ std::string_view SubkeyEntry::name() const {
 
 namespace {
 
-/// Where a name is among the children, or would be.
+/// The position of a name among the children, or the position at which to insert it.
 auto placeOf(std::string_view name, const std::vector<SubkeyEntry>& children) {
     return std::ranges::partition_point(
         children, [name](const SubkeyEntry& entry) { return compareNames(entry.name(), name) < 0; });
@@ -35,7 +34,7 @@ auto placeOf(std::string_view name, const std::vector<SubkeyEntry>& children) {
 }  // namespace
 
 std::shared_ptr<Key> Key::child(std::string_view name) const {
-    // Passes open what they were just given; found there, it takes the same time whatever the number of children.
+    // An enumeration usually opens the key that it has just read, so it is found in constant time.
     if (lastEnumerated_ < children_.size() && children_[lastEnumerated_].name() == name)
         return children_[lastEnumerated_].key();
     const auto place = placeOf(name, children_);
@@ -52,14 +51,12 @@ std::shared_ptr<Key> Key::addChild(std::string_view name) {
     auto child = std::make_shared<Key>(name);
     child->parent = this;
     children_.emplace(placeOf(name, children_), child);
-    touch();
     return child;
 }
 
 void Key::removeChild(Key& child) {
     child.markDeleted();
     children_.erase(placeOf(child.name(), children_));
-    touch();
 }
 
 Value* Key::value(std::string_view name) {
@@ -78,7 +75,6 @@ bool Key::removeValue(std::string_view name) {
     const Value* present = value(name);
     if (!present) return false;
     values_.erase(values_.begin() + (present - values_.data()));
-    touch();
     return true;
 }
 
@@ -95,15 +91,6 @@ void Key::markDeleted() {
     for (const SubkeyEntry& child : children()) child.key()->markDeleted();
 }
 
-void Key::touch() {
-    timespec now{};
-    clock_gettime(CLOCK_REALTIME, &now);
-    // A FILETIME counts units of 100 ns from 1601-01-01.
-    const auto ticks = (static_cast<std::uint64_t>(now.tv_sec) + 11644473600u) * 10000000u +
-                       static_cast<std::uint64_t>(now.tv_nsec) / 100u;
-    lastWrite = {static_cast<DWORD>(ticks), static_cast<DWORD>(ticks >> 32)};
-}
-
 RegistryState::RegistryState()
     : roots{{HKEY_CLASSES_ROOT, "HKEY_CLASSES_ROOT", std::make_shared<Key>("")},
             {HKEY_CURRENT_USER, "HKEY_CURRENT_USER", std::make_shared<Key>("")},
@@ -118,7 +105,8 @@ HKEY RegistryState::openHandle(std::shared_ptr<Key> key, REGSAM access) {
 }
 
 RegistryState& registry() {
-    // Never destroyed: a library's own static objects may close keys after this file's would be gone.
+    // Never destroyed, because static objects of a library may close keys after static objects of this file were
+    // destroyed.
     static RegistryState& state = *new RegistryState;
     return state;
 }

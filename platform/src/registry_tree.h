@@ -1,8 +1,8 @@
 // The stand-in's registry: keys in a tree, their values, and the handles that are open on them.
 //
-// Nothing here locks or knows the fault plan; the calls in registry_keys.cpp and registry_values.cpp do.
-#ifndef TAMRIX_PLATFORM_REGISTRY_TREE_H
-#define TAMRIX_PLATFORM_REGISTRY_TREE_H
+// The functions here do not lock and do not use the fault plan; the calls in registry_keys.cpp and registry_values.cpp
+// do.
+#pragma once
 
 #include <windows.h>
 
@@ -17,20 +17,20 @@
 
 namespace standin {
 
-constexpr std::size_t kMaxKeyDepth = 512;     // below a root, in files; what walks the tree calls itself so deep
+constexpr std::size_t kMaxKeyDepth = 512;     // below a root, in files; also the recursion limit
 constexpr std::size_t kMaxKeyName = 255;      // bytes, without terminator
 constexpr std::size_t kMaxValueName = 16383;  // bytes, without terminator
 
 struct Value {
     std::string name;
     DWORD type = REG_NONE;
-    std::vector<BYTE> data;  // in a block of its own and exactly as large, so that a sanitizer sees what reads past it
+    std::vector<BYTE> data;  // has its own block of exactly its size, so that a sanitizer detects reads past it
 };
 
 class Key;
 
-/// A subkey in the order of its siblings. Short names lie in it, so that enumerating and searching walk through one
-/// block of memory and don't look at the keys.
+/// A subkey in the sorted list of its siblings. It contains short names, so that enumerating and searching use one
+/// block of memory and do not access the keys.
 class SubkeyEntry {
 public:
     explicit SubkeyEntry(std::shared_ptr<Key> key);
@@ -44,20 +44,20 @@ private:
     char shortName_[23];
 };
 
-/// A key and all below it.
+/// A key and its subkeys.
 class Key {
 public:
-    explicit Key(std::string_view name) : name_(name) { touch(); }
+    explicit Key(std::string_view name) : name_(name) {}
 
     const std::string& name() const { return name_; }
 
     std::shared_ptr<Key> child(std::string_view name) const;
     std::shared_ptr<Key> addChild(std::string_view name);
-    /// Takes a child out, with all below it; handles that are open on them find them deleted.
+    /// Removes a child with its subkeys. They count as deleted for open handles.
     void removeChild(Key& child);
     /// Sorted by name.
     const std::vector<SubkeyEntry>& children() const { return children_; }
-    /// The nth child, which is the one that a pass looks for next by its name; null past the end.
+    /// The nth child; null past the end. Remembers it, because an enumeration usually looks it up by name next.
     const SubkeyEntry* enumerated(std::size_t index) const;
 
     Value* value(std::string_view name);
@@ -65,19 +65,17 @@ public:
     bool removeValue(std::string_view name);
     const std::vector<Value>& values() const { return values_; }
 
-    /// Takes out everything: children, values, denial.
+    /// Removes children, values and denial.
     void clear();
-    void touch();
 
-    Key* parent = nullptr;  // none for a root and for a deleted key
+    Key* parent = nullptr;  // null for a root and for a deleted key
     bool deleted = false;
     bool denied = false;
-    FILETIME lastWrite{};
 
 private:
     void markDeleted();
 
-    // What opening a key and reading its values needs lies together, here and above; the subkeys come last.
+    // The fields for opening a key and reading its values are together, here and above; the subkeys are last.
     std::vector<Value> values_;
     std::string name_;
     std::vector<SubkeyEntry> children_;
@@ -89,15 +87,15 @@ struct OpenKey {
     REGSAM access;
 };
 
-/// One root as the registry file spells it.
+/// A root and its name in registry files.
 struct Root {
     HKEY handle;
     const char* name;
     std::shared_ptr<Key> key;
 };
 
-/// Everything the registry calls share. Handles are numbers that are never given out twice, so that a stale one is
-/// always told from a live one.
+/// The state that the registry calls share. Handles are numbers that are never reused, so that a closed handle is
+/// always recognised.
 struct RegistryState {
     std::mutex guard;
     std::vector<Root> roots;
@@ -110,13 +108,11 @@ struct RegistryState {
 
 RegistryState& registry();
 
-/// The key at a path below `from`, made with all that lacks on the way; null when a component is too long. `created`
-/// says whether it is new.
+/// The key at a path below `from`; creates missing components. Null if a component is too long. `created` tells whether
+/// the key is new.
 std::shared_ptr<Key> createKey(std::shared_ptr<Key> from, std::string_view path, bool& created);
 
-/// The key at a path below `from`; null when there is none.
+/// The key at a path below `from`; null if there is none.
 std::shared_ptr<Key> findKey(const std::shared_ptr<Key>& from, std::string_view path);
 
 }  // namespace standin
-
-#endif

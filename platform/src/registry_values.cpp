@@ -1,4 +1,4 @@
-// The Win32 calls on registry values: query, enumerate, set, delete.
+// Win32 calls on registry values: query, enumerate, set, delete.
 #include <standin.h>
 
 #include <cstring>
@@ -9,8 +9,8 @@ namespace {
 
 using namespace standin;
 
-// Hands a value's data out: its size always, its bytes when asked for and when they fit.
-LONG giveData(const Value& value, LPDWORD type, LPBYTE data, LPDWORD dataSize) {
+// Returns a value's data: always its size, and its bytes if requested and if they fit.
+LONG copyData(const Value& value, LPDWORD type, LPBYTE data, LPDWORD dataSize) {
     if (type) *type = value.type;
     if (!dataSize) return ERROR_SUCCESS;
     const DWORD capacity = *dataSize;
@@ -21,7 +21,7 @@ LONG giveData(const Value& value, LPDWORD type, LPBYTE data, LPDWORD dataSize) {
     return ERROR_SUCCESS;
 }
 
-LONG giveText(std::string_view text, LPSTR data, PLONG dataSize) {
+LONG copyText(std::string_view text, LPSTR data, PLONG dataSize) {
     if (!dataSize) return data ? ERROR_INVALID_PARAMETER : ERROR_SUCCESS;
     const LONG capacity = *dataSize;
     *dataSize = static_cast<LONG>(text.size());
@@ -39,7 +39,7 @@ LONG WINAPI RegQueryValueExA(HKEY key, LPCSTR name, LPDWORD reserved, LPDWORD ty
     const auto from = call.key(key, KEY_QUERY_VALUE);
     if (!from) return call.result();
     const Value* value = from->value(name ? name : "");
-    return value ? giveData(*value, type, data, dataSize) : ERROR_FILE_NOT_FOUND;
+    return value ? copyData(*value, type, data, dataSize) : ERROR_FILE_NOT_FOUND;
 }
 
 LONG WINAPI RegQueryValueA(HKEY key, LPCSTR path, LPSTR data, PLONG dataSize) {
@@ -51,10 +51,10 @@ LONG WINAPI RegQueryValueA(HKEY key, LPCSTR path, LPSTR data, PLONG dataSize) {
     if (!found) return ERROR_FILE_NOT_FOUND;
     if (!self && found->denied) return ERROR_ACCESS_DENIED;
     const Value* value = found->value("");
-    // A key without an unnamed value reads as the empty string.
-    if (!value) return giveText(std::string(1, '\0'), data, dataSize);
+    // If a key has no unnamed value, the result is the empty string.
+    if (!value) return copyText(std::string(1, '\0'), data, dataSize);
     if (value->type != REG_SZ) return ERROR_INVALID_DATA;
-    return giveText({reinterpret_cast<const char*>(value->data.data()), value->data.size()}, data, dataSize);
+    return copyText({reinterpret_cast<const char*>(value->data.data()), value->data.size()}, data, dataSize);
 }
 
 LONG WINAPI RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, LPDWORD reserved, LPDWORD type,
@@ -66,7 +66,7 @@ LONG WINAPI RegEnumValueA(HKEY key, DWORD index, LPSTR name, LPDWORD nameSize, L
     if (index >= from->values().size()) return ERROR_NO_MORE_ITEMS;
     const Value& value = from->values()[index];
     if (value.name.size() >= *nameSize) return ERROR_MORE_DATA;
-    const LONG result = giveData(value, type, data, dataSize);
+    const LONG result = copyData(value, type, data, dataSize);
     if (result != ERROR_SUCCESS) return result;
     std::memcpy(name, value.name.c_str(), value.name.size() + 1);
     *nameSize = static_cast<DWORD>(value.name.size());
@@ -84,7 +84,6 @@ LONG WINAPI RegSetValueExA(HKEY key, LPCSTR name, DWORD reserved, DWORD type, co
     Value& value = from->addValue(valueName);
     value.type = type;
     value.data = data ? std::vector<BYTE>(data, data + dataSize) : std::vector<BYTE>();
-    from->touch();
     return ERROR_SUCCESS;
 }
 

@@ -1,5 +1,5 @@
-// Modules and their resources, as a test or the command puts them there. Every resource's bytes lie in a block of
-// exactly their size.
+// Modules and their resources, which tests and the command add. The bytes of each resource are in a block of exactly
+// their size.
 #include <standin.h>
 
 #include <algorithm>
@@ -7,6 +7,7 @@
 #include <memory>
 #include <mutex>
 #include <utility>
+#include <vector>
 
 #include "faults.h"
 
@@ -33,7 +34,7 @@ Resources& resources() {
     return state;
 }
 
-// "#12" as a string means the number 12, and names know no case.
+// The string "#12" means the number 12, and names are case-insensitive.
 std::string identifier(const char* nameOrId) {
     if (IS_INTRESOURCE(nameOrId)) return '#' + std::to_string(reinterpret_cast<ULONG_PTR>(nameOrId));
     std::string name = nameOrId;

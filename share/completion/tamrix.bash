@@ -1,10 +1,10 @@
-# Completion of tamrix for bash. Commands, options and operands are those that its help lists.
+# Bash completion for tamrix. Commands, options and operands come from its help output.
 
 _tamrix_commands() {
     "$1" --help 2>/dev/null | sed -nE '/^Commands:/,/^$/s/^  ([a-z-]+( [a-z-]+)?) .*/\1/p'
 }
 
-# The help of a command: "$@" --help.
+# The options of a command, from "$@" --help.
 _tamrix_options() {
     "$@" --help 2>/dev/null | sed -n 's/^  \(-[-0-9a-z]*\).*/\1/p'
 }
@@ -13,7 +13,7 @@ _tamrix_words() {
     mapfile -t COMPREPLY < <(compgen -W "$1" -- "$current")
 }
 
-# Names of files, whatever they hold: a space does not end one, and readline quotes what it inserts.
+# File names with any characters, including spaces; readline quotes the name that it inserts.
 _tamrix_files() {
     mapfile -t COMPREPLY < <(compgen -f -- "$current")
     compopt -o filenames 2>/dev/null

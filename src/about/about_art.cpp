@@ -1,11 +1,11 @@
-// What the about box is made of: its bitmaps and palette, its text with the line table, its fonts.
+// Creates what the about box draws: its bitmaps and palette, its text with the line table, its fonts.
 #include <new>
 
 #include "about/bitmap_header.h"
 #include "about/credits_text.h"
 #include "about/drawing_handles.h"
 #include "base/global_memory.h"
-#include "base/library.h"
+#include "base/module.h"
 #include "tamrix32/about.h"
 
 namespace {
@@ -13,13 +13,13 @@ namespace {
 using namespace tamrix;
 
 constexpr WORD kPaletteVersion = 0x300;
-constexpr int kMostColours = 256;
+constexpr int kMaxColours = 256;
 
-/// A LOGPALETTE with room for every colour that 8 bits per pixel can name.
+/// A LOGPALETTE with room for all colours of 8 bits per pixel.
 struct LogicalPalette {
     WORD version;
     WORD count;
-    PALETTEENTRY entries[kMostColours];
+    PALETTEENTRY entries[kMaxColours];
 };
 
 std::optional<BitmapResource> readBitmap(CCustomResource& resource) {
@@ -32,7 +32,7 @@ void drawBits(HDC dc, const BitmapResource& bitmap) {
                   bitmap.bits().data(), reinterpret_cast<const BITMAPINFO*>(bitmap.header()), DIB_RGB_COLORS, SRCCOPY);
 }
 
-/// A bitmap as the screen keeps it, with the resource's pixels.
+/// A screen-compatible bitmap with the pixels of the resource.
 BitmapHandle screenBitmap(HDC screen, const BitmapResource& source, HPALETTE palette) {
     const MemoryContext memory(screen);
     BitmapHandle bitmap(memory ? CreateCompatibleBitmap(screen, source.width(), source.height()) : nullptr);
@@ -79,7 +79,7 @@ HGLOBAL CAboutQuillonAppleTalk::createOurText(HINSTANCE module, int textId) {
     char type[] = "TEXT";
     CCustomResource resource(module, textId, type);
     GlobalBlock copy(resource.copyData());
-    // A block that could not grow has no terminator: it is as good as missing.
+    // A block that could not be enlarged has no terminator, so it cannot be used.
     if (!copy || !GlobalReAlloc(copy.get(), static_cast<SIZE_T>(resource.getSize()) + 1, GMEM_MOVEABLE | GMEM_ZEROINIT))
         return nullptr;
     return copy.release();

@@ -1,10 +1,10 @@
-// The about box's life: construction, window, timer, painting, closing.
+// The about box's construction, window, timer, painting and closing.
 //
-// A window finds its box by a property of its own, so that several boxes may be open. The property goes with WM_DESTROY
-// and with the box: messages that a window still gets reach no box that is gone.
+// A window property points to the box, so that several boxes may be open. The property is removed on WM_DESTROY and
+// when the box is deleted, so that later messages to the window do not use a deleted box.
 //
-// A derived class may close its box in any of its operations, and a closed modeless box deletes itself. So after each
-// virtual call nothing of the box is touched unless the window still shows it.
+// A derived class may close its box in any virtual function, and a closed modeless box deletes itself. So after each
+// virtual call, the box is used only if the window's property still points to it.
 #include <cstddef>
 #include <cstdlib>
 #include <ctime>
@@ -15,13 +15,13 @@
 #include "about/drawing_handles.h"
 #include "about/perspective.h"
 #include "base/global_memory.h"
-#include "base/library.h"
+#include "base/module.h"
 #include "tamrix32/about.h"
 
-// Every compiler of this library places the fields of a class with virtual operations as it does those of a plain one.
+// All compilers of this library support offsetof for a class with virtual functions.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
-/// What clients compiled into their own classes and objects.
+/// The layout that compiled clients rely on.
 struct AboutLayout {
     using Box = CAboutQuillonAppleTalk;
     static_assert(sizeof(Box) == 148 && sizeof(AboutLine) == 8);
@@ -49,29 +49,29 @@ constexpr int kDefaultTextId = 1;
 constexpr int kFlyerCount = 3;
 constexpr int kWalkerCount = 3;
 
-/// The property holds the box's address and, since boxes are at multiples of 4, two flags.
+/// The property contains the box's address and, in its two low bits, which are 0 in the address, two flags.
 constexpr char kBoxProperty[] = "Tamrix32 about box";
-constexpr ULONG_PTR kClosing = 1;  // the window is on its way out
-constexpr ULONG_PTR kAsking = 2;   // canClose is being asked
+constexpr ULONG_PTR kClosing = 1;  // the window is closing
+constexpr ULONG_PTR kAsking = 2;   // canClose is being called
 
-ULONG_PTR keptBy(HWND window) {
+ULONG_PTR propertyOf(HWND window) {
     return reinterpret_cast<ULONG_PTR>(GetPropA(window, kBoxProperty));
 }
 
-bool keep(HWND window, ULONG_PTR kept) {
-    return SetPropA(window, kBoxProperty, reinterpret_cast<HANDLE>(kept)) != 0;
+bool setProperty(HWND window, ULONG_PTR property) {
+    return SetPropA(window, kBoxProperty, reinterpret_cast<HANDLE>(property)) != 0;
 }
 
 CAboutQuillonAppleTalk* boxOf(HWND window) {
-    return reinterpret_cast<CAboutQuillonAppleTalk*>(keptBy(window) & ~(kClosing | kAsking));
+    return reinterpret_cast<CAboutQuillonAppleTalk*>(propertyOf(window) & ~(kClosing | kAsking));
 }
 
-/// What `modal` says.
+/// Values of `modal`.
 constexpr int kModeless = 0;
 constexpr int kModal = 1;
 
-/// While showModeless opens its box's window, `modal` is the address of this, which is neither of the two: a box that
-/// closes then must not delete itself yet, and a derived class may delete it all the same.
+/// While showModeless runs, `modal` is the address of this struct, which is neither of the two values. A box that
+/// closes during that time must not delete itself yet, but a derived class may still delete it.
 struct Opening {
     bool hasClosed = false;
     bool isDeleted = false;
@@ -118,7 +118,7 @@ CAboutQuillonAppleTalk::CAboutQuillonAppleTalk(int textId, void* module)
     }
     text = createOurText(module ? static_cast<HINSTANCE>(module) : instance, textId ? textId : kDefaultTextId);
     if (!complete || !text || !CAboutQuillonAppleTalk::parseText()) return;
-    // Without the string the face stays empty, which marks the construction as failed.
+    // If the string is missing, the face stays empty, which marks the construction as failed.
     LoadStringA(instance, kFaceStringId, creditsFace, sizeof creditsFace);
     std::srand(static_cast<unsigned>(std::time(nullptr)));
 }
@@ -126,9 +126,9 @@ CAboutQuillonAppleTalk::CAboutQuillonAppleTalk(int textId, void* module)
 CAboutQuillonAppleTalk::~CAboutQuillonAppleTalk() {
     if (Opening* const opening = Opening::of(modal)) opening->isDeleted = true;
     if (boxOf(window) == this) {
-        // Its timer and its messages must not reach for a box that is gone.
+        // Timer and other messages must not use the deleted box.
         RemovePropA(window, kBoxProperty);
-        // A window of another thread ends only there.
+        // Only its own thread can destroy a window.
         if (!DestroyWindow(window)) PostMessageA(window, WM_CLOSE, 0, 0);
     }
     delete[] flyers;
@@ -157,7 +157,7 @@ int CAboutQuillonAppleTalk::showModeless() {
     modal = reinterpret_cast<int>(&opening);
     const HWND made =
         CreateDialogParamA(instance, MAKEINTRESOURCEA(kDialogId), nullptr, dialogProc, reinterpret_cast<LPARAM>(this));
-    // The window that loses the focus to this one may take it back, which closes the box.
+    // The window that had the focus may take it back, which closes the box.
     if (!opening.isDeleted && boxOf(made) == this && window) ShowWindow(made, SW_SHOWNORMAL);
     if (opening.isDeleted) return 1;
     modal = kModeless;
@@ -168,12 +168,12 @@ int CAboutQuillonAppleTalk::showModeless() {
 
 void CAboutQuillonAppleTalk::revoke() {
     const HWND closed = window;
-    if (!closed || (keptBy(closed) & kClosing)) return;
-    // Vanishing takes the focus away, which asks to close once more.
-    keep(closed, keptBy(closed) | kClosing);
+    if (!closed || (propertyOf(closed) & kClosing)) return;
+    // Closing the window removes its focus, which would close the box again.
+    setProperty(closed, propertyOf(closed) | kClosing);
     const BOOL done = modal == kModal ? EndDialog(closed, 0) : DestroyWindow(closed);
-    // This box may be gone by now. A window of another thread stays, and so stays open to its own closing.
-    if (!done) keep(closed, keptBy(closed) & ~kClosing);
+    // This box may have been deleted. A window of another thread is still open and must remain closable.
+    if (!done) setProperty(closed, propertyOf(closed) & ~kClosing);
 }
 
 int CAboutQuillonAppleTalk::isOpen() {
@@ -183,15 +183,15 @@ int CAboutQuillonAppleTalk::isOpen() {
 int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         auto* const shown = reinterpret_cast<CAboutQuillonAppleTalk*>(lParam);
-        if (keep(window, static_cast<ULONG_PTR>(lParam)))
+        if (setProperty(window, static_cast<ULONG_PTR>(lParam)))
             shown->initDialog(window);
-        else  // nothing would reach the box that the window shows; it stays its owner's
+        else  // without the property the window cannot find its box; the caller still owns the box
             DestroyWindow(window);
-        return boxOf(window) ? 1 : 0;  // a window that is gone gets no focus
+        return boxOf(window) ? 1 : 0;  // a destroyed window must not get the focus
     }
     CAboutQuillonAppleTalk* const box = boxOf(window);
     if (!box) {
-        // Its box was deleted by another thread, which can't take the window along.
+        // Another thread deleted the box but could not destroy the window.
         if (message == WM_CLOSE) DestroyWindow(window);
         return message == WM_CLOSE;
     }
@@ -210,15 +210,15 @@ int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARA
         case WM_LBUTTONDOWN:
         case WM_COMMAND:
         case WM_KILLFOCUS:
-            if (keptBy(window) & (kClosing | kAsking)) return 0;
-            keep(window, keptBy(window) | kAsking);
+            if (propertyOf(window) & (kClosing | kAsking)) return 0;
+            setProperty(window, propertyOf(window) | kAsking);
             if (const int mayClose = box->canClose(); boxOf(window) == box) {
-                keep(window, keptBy(window) & ~kAsking);
+                setProperty(window, propertyOf(window) & ~kAsking);
                 if (mayClose) box->revoke();
             }
             return 0;
         case WM_GETDLGCODE:
-            // A modal dialog's loop would keep the Tab and arrow keys to itself; any key closes this one.
+            // Otherwise a modal dialog's loop would process the Tab and arrow keys; here any key closes the box.
             SetWindowLongA(window, DWL_MSGRESULT, DLGC_WANTALLKEYS);
             return 1;
         case WM_DESTROY:
@@ -235,7 +235,7 @@ void CAboutQuillonAppleTalk::initDialog(void* dialog) {
     window = opened;
     const int width = frameRect.right;
     const int height = frameRect.bottom;
-    // Shifting rounds down, so that a box larger than the screen is centred too.
+    // Shifting rounds down, so that a box that is larger than the screen is centred too.
     MoveWindow(opened, (GetSystemMetrics(SM_CXSCREEN) - width) >> 1, (GetSystemMetrics(SM_CYSCREEN) - height) >> 1,
                width, height, TRUE);
     if (const HICON icon = LoadIconA(instance, MAKEINTRESOURCEA(kIconId))) {
@@ -273,7 +273,7 @@ void CAboutQuillonAppleTalk::dialogDestroyed() {
     KillTimer(window, timerId);
     window = nullptr;
     if (Opening* const opening = Opening::of(modal))
-        opening->hasClosed = true;  // showModeless deletes the box once nothing of it runs any more
+        opening->hasClosed = true;  // showModeless deletes the box when no member function is running any more
     else if (modal == kModeless)
         delete this;
 }

@@ -1,4 +1,4 @@
-// Composes a frame of the about box off screen: credits in perspective, the picture, the sprites.
+// Draws a frame of the about box off-screen: credits in perspective, the picture, the sprites.
 #include <array>
 
 #include "about/about_sprites.h"
@@ -34,7 +34,7 @@ struct CreditsFonts {
     }
 };
 
-/// Draws one line after the other into the strip and stretches it into the frame.
+/// Draws each line into the strip and stretches the strip into the frame.
 struct CreditsPainter {
     HDC frame;
     HDC strip;
@@ -44,7 +44,8 @@ struct CreditsPainter {
     COLORREF textColor;
     bool hasPalette;
 
-    /// Draws the strip of a line; false when the line is empty, whose strip is what the text area is filled with.
+    /// Draws a line into the strip. False for an empty line, which needs no drawing because the text area is already
+    /// filled with the background.
     bool drawText(std::string_view line) const {
         const MarkedLine marked = takeMarker(line, fonts.made());
         if (marked.text.empty()) return false;
@@ -59,15 +60,15 @@ struct CreditsPainter {
         return true;
     }
 
-    /// The default mode merges rows by keeping what is dark in any of them and would eat the white letters. Leaving
-    /// rows out keeps each stroke of a near line; of a far one averaging keeps more, but on some systems it takes
-    /// hundreds of times as long, others lack it, nor are a palette's colours there to average with.
+    /// The default mode combines rows so that dark pixels win, which would remove the white letters. Omitting rows
+    /// (COLORONCOLOR) preserves the strokes of near lines. Averaging (HALFTONE) preserves more of far lines, but takes
+    /// hundreds of times as long on some systems, is missing on others, and lacks the colours for it with a palette.
     void chooseStretching(bool isFar) const {
         SetStretchBltMode(frame, COLORONCOLOR);
         if (isFar && !hasPalette) SetStretchBltMode(frame, HALFTONE);
     }
 
-    /// A blank strip is not stretched: averaging might dither it.
+    /// A blank strip is not stretched, because averaging might dither it.
     void stretch(Perspective& perspective, bool isBlank) const {
         chooseStretching(perspective.isFar());
         for (int i = 0; i < kSlicesPerLine; ++i) {
@@ -79,7 +80,7 @@ struct CreditsPainter {
         perspective.endLine();
     }
 
-    /// `credits` is null when the text cannot be had; all lines are blank then.
+    /// `credits` is null if the text is not available; then all lines are blank.
     void draw(const char* credits, const AboutLine* farthest, int linesInFront, Perspective perspective,
               int bottom) const {
         const COLORREF formerColor = SetTextColor(strip, textColor);
@@ -138,7 +139,7 @@ void CAboutQuillonAppleTalk::animate() {
         copyPicture(frame.get(), source.get(), pictures[pictureIndex]);
         pictureIndex = nextPicture(pictureIndex);
     }
-    // A class derived from a box that could not be built may still ask for frames.
+    // A derived class may request frames even if the box could not be created.
     for (int i = 0; flyers && i < flyerCount; ++i) flyers[i].drawFrame(frame.get());
     for (int i = 0; walkers && i < walkerCount; ++i) walkers[i].drawFrame(frame.get());
 }

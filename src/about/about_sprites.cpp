@@ -2,14 +2,14 @@
 
 #include <cstdlib>
 
-#include "base/library.h"
+#include "base/module.h"
 
 namespace {
 
 constexpr int kFirstFlyerIcon = 10;
 constexpr int kFirstWalkerIcon = 20;
 
-// Loaded by the first sprite of each kind. Icons loaded from a module are shared and never released.
+// The first sprite of each kind loads them. Icons that are loaded from a module are shared and never released.
 HICON flyerIcons[tamrix::kFlyerIcons];
 HICON walkerIcons[tamrix::kWalkerRows][tamrix::kWalkerIcons];
 
@@ -21,17 +21,17 @@ void loadIcons(HICON* table, int count, int firstId) {
 }  // namespace
 
 void CAboutSprite::drawFrame(HDC dc) {
-    if (icons && icons[at.icon]) DrawIcon(dc, at.x, at.y, icons[at.icon]);
+    if (icons_ && icons_[at_.icon]) DrawIcon(dc, at_.x, at_.y, icons_[at_.icon]);
 }
 
 CFlyingSprite::CFlyingSprite() {
     loadIcons(flyerIcons, tamrix::kFlyerIcons, kFirstFlyerIcon);
-    tamrix::placeFlyer(at, velocity, std::rand);
-    icons = flyerIcons;
+    tamrix::placeFlyer(at_, velocity_, std::rand);
+    icons_ = flyerIcons;
 }
 
 void CFlyingSprite::drawFrame(HDC dc) {
-    tamrix::moveFlyer(at, velocity, std::rand);
+    tamrix::moveFlyer(at_, velocity_, std::rand);
     CAboutSprite::drawFrame(dc);
 }
 
@@ -40,7 +40,7 @@ CWalkingSprite::CWalkingSprite() {
 }
 
 void CWalkingSprite::drawFrame(HDC dc) {
-    if (!tamrix::moveWalker(at, walk, std::rand)) return;
-    icons = walkerIcons[tamrix::walkerRow(walk)];
+    if (!tamrix::moveWalker(at_, walk_, std::rand)) return;
+    icons_ = walkerIcons[tamrix::walkerRow(walk_)];
     CAboutSprite::drawFrame(dc);
 }

@@ -1,39 +1,39 @@
-// The sprites as the about box holds and draws them.
+// The sprite objects of the about box, which draw themselves.
 #pragma once
 
 #include <windows.h>
 
 #include "about/sprites.h"
 
-/// An icon of a row, drawn where it stands.
+/// A sprite: an icon from a row of icons, and its position.
 class CAboutSprite {
 public:
-    /// Draws the current icon; nothing while there is no row or its icon is missing.
+    /// Draws the current icon. Draws nothing if there is no row or the icon is missing.
     virtual void drawFrame(HDC dc);
 
 protected:
-    tamrix::Placement at;
-    const HICON* icons = nullptr;  // the current row
+    tamrix::Placement at_;
+    const HICON* icons_ = nullptr;  // the current row
 };
 
-/// Flies about in the picture area; never inactive.
+/// Flies around in the picture area; never inactive.
 class CFlyingSprite final : public CAboutSprite {
 public:
     CFlyingSprite();
-    /// Moves by one frame and draws.
+    /// Advances by one frame and draws.
     void drawFrame(HDC dc) override;
 
 private:
-    tamrix::Velocity velocity;
+    tamrix::Velocity velocity_;
 };
 
-/// Comes up in the text area now and then, walks or plays, and goes again.
+/// Appears in the text area from time to time, walks or plays, and disappears.
 class CWalkingSprite final : public CAboutSprite {
 public:
     CWalkingSprite();
-    /// Moves by one frame and draws, unless it is inactive.
+    /// Advances by one frame and draws, unless it is inactive.
     void drawFrame(HDC dc) override;
 
 private:
-    tamrix::Walk walk;
+    tamrix::Walk walk_;
 };

@@ -1,4 +1,4 @@
-// The bitmap resources of the about box: the platform's BITMAPINFOHEADER, a colour table, and pixel bits.
+// The about box's bitmap resources: the platform's BITMAPINFOHEADER, a colour table, and the pixels.
 //
 //   offset  bytes  field
 //   0       4      size of the header: 40
@@ -24,17 +24,17 @@ struct ColourEntry {
     std::uint8_t blue;
 };
 
-/// A bitmap resource whose header, colour table and bits lie within its bytes.
+/// A bitmap resource whose header, colour table and pixels are within its bytes.
 class BitmapResource {
 public:
-    /// Nothing when the bytes are too few, the header is of another kind, a side is not within 1 to 32767 or the
-    /// colours are more than 8 bits per pixel can name.
+    /// Returns nothing if there are too few bytes, the header is of another kind, width or height is not in the range 1
+    /// to 32767, or there are more colours than 8 bits per pixel allow.
     static std::optional<BitmapResource> read(std::span<const unsigned char> bytes);
 
     int width() const { return width_; }
     int height() const { return height_; }
     int colourCount() const { return colourCount_; }
-    /// `index` is below colourCount().
+    /// `index` must be less than colourCount().
     ColourEntry colour(int index) const;
     const unsigned char* header() const { return bytes_.data(); }
     std::span<const unsigned char> bits() const;

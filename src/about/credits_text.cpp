@@ -24,14 +24,14 @@ constexpr Marker kMarkers[] = {
     {'_', CreditsFont::underlined, &MarkedFonts::underlined},
 };
 
-/// Bytes of the character at `position`, which lies in `text`; a lead byte at the very end counts as one byte.
+/// Size in bytes of the character at `position`, which must be in `text`; 1 for a lead byte at the end.
 std::size_t characterSize(std::span<const char> text, std::size_t position, const LeadByteTable& leadBytes) {
     return leadBytes.leads(text[position]) && position + 1 < text.size() ? 2 : 1;
 }
 
 struct Replacement {
     std::string_view text;
-    std::size_t replaced;  // bytes of the line that it takes the place of
+    std::size_t replaced;  // number of bytes of the line that it replaces
 };
 
 Replacement replacementFor(std::string_view fromPercent) {

@@ -1,4 +1,4 @@
-// The credits: a text of lines in the ANSI code page, its line table, markers and placeholders.
+// The credits: text in the ANSI code page, its line table, markers and placeholders.
 //
 //   lines         CR (0x0D) ends a line, LF (0x0A) is dropped wherever it is, zero ends the text; what follows the last
 //                 CR is a line, too. Neither byte counts as the second of a double-byte character.
@@ -23,16 +23,16 @@ struct AboutLine {
 
 namespace tamrix {
 
-/// Drops line feeds from `text` in place, up to its first zero byte or its last byte, and ends it with a zero byte.
-/// Returns the number of lines, at least 1.
+/// Removes line feeds from `text` in place and terminates it with a zero byte. The text ends before its first zero byte
+/// or its last byte. Returns the number of lines, at least 1.
 std::int32_t compactCredits(std::span<char> text, const LeadByteTable& leadBytes);
 
-/// Fills one entry for each line of a compacted text and puts a zero byte after each line.
+/// Fills one entry per line of a compacted text and terminates each line with a zero byte.
 void splitCredits(std::span<char> text, const LeadByteTable& leadBytes, std::span<AboutLine> lines);
 
 enum class CreditsFont { regular, bold, italic, underlined };
 
-/// Which of the marked fonts could be made.
+/// Which of the fonts for marked lines could be created.
 struct MarkedFonts {
     bool bold;
     bool italic;
@@ -41,22 +41,22 @@ struct MarkedFonts {
 
 struct MarkedLine {
     CreditsFont font;
-    std::string_view text;  // as drawn, placeholders not yet expanded
+    std::string_view text;  // without the marker; placeholders are not yet expanded
 };
 
-/// Takes the marker off a line. A font that could not be made makes its marker, and those after it in the order above,
-/// characters like any other.
+/// Removes the marker from a line. If a font could not be created, its marker and those after it in the order above are
+/// ordinary characters.
 MarkedLine takeMarker(std::string_view line, MarkedFonts fonts);
 
-/// Most bytes of a line after its placeholders are expanded.
+/// Maximum size in bytes of a line with expanded placeholders.
 inline constexpr std::size_t kExpandedCapacity = 255;
 
-/// Writes the line with its placeholders replaced and returns how much of the buffer that is. A line that does not fit
-/// is cut at a character's start; a replacement that does not fit whole ends it.
+/// Writes the line with its placeholders replaced to the buffer, and returns the written part. A line that does not fit
+/// is truncated at a character boundary; a replacement that does not fit completely ends it.
 std::string_view expandPlaceholders(std::string_view line, const LeadByteTable& leadBytes,
                                     std::span<char, kExpandedCapacity> buffer);
 
-/// Whether the line has a per cent sign that is a character of its own.
+/// Whether the line has a percent sign that is not part of a double-byte character.
 bool hasPlaceholder(std::string_view line, const LeadByteTable& leadBytes);
 
 }  // namespace tamrix

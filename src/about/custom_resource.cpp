@@ -4,10 +4,10 @@
 #include "base/global_memory.h"
 #include "tamrix32/about.h"
 
-// Every compiler of this library places the fields of a class with virtual operations as it does those of a plain one.
+// All compilers of this library support offsetof for a class with virtual functions.
 #pragma GCC diagnostic ignored "-Winvalid-offsetof"
 
-/// What clients compiled into their own classes and objects, on the platform that has such clients.
+/// The layout that compiled clients rely on, on 32-bit platforms.
 struct CustomResourceLayout {
     static constexpr bool narrow = sizeof(void*) == 4;
     static_assert(!narrow || (sizeof(CCustomResource) == 32 && sizeof(AutoCustomResource) == 4));
@@ -90,7 +90,7 @@ void* CCustomResource::copyData() {
     if (!block) return nullptr;
     if (size) {
         const tamrix::GlobalBlockLock copy(block.get());
-        // Data that could not be locked has a size all the same.
+        // dataSize is set even if the data could not be locked.
         if (!copy.bytes() || !dataAddress) return nullptr;
         std::memcpy(copy.bytes(), dataAddress, size);
     }

@@ -1,5 +1,5 @@
-// Owners of the drawing handles that only the about box has: its bitmaps, its palette, and the contexts in which a
-// frame is composed.
+// Owner types for the drawing handles that only the about box uses: its bitmaps, its palette, and the device contexts
+// in which a frame is drawn.
 #pragma once
 
 #include <windows.h>
@@ -12,8 +12,8 @@ using BrushHandle = GdiObject<HBRUSH>;
 using BitmapHandle = GdiObject<HBITMAP>;
 using PaletteHandle = GdiObject<HPALETTE>;
 
-/// A palette selected into a device context as its foreground palette and realised there, for as long as this lives. A
-/// null palette selects nothing.
+/// Selects a palette into a device context as foreground palette, and realises it, for its own lifetime. A null palette
+/// selects nothing.
 class SelectedPalette {
 public:
     SelectedPalette(HDC context, HPALETTE palette)
@@ -31,7 +31,7 @@ private:
     HPALETTE former_;
 };
 
-/// A memory device context that suits another one.
+/// A memory device context that is compatible with another device context.
 class MemoryContext {
 public:
     explicit MemoryContext(HDC like) : context_(CreateCompatibleDC(like)) {}

@@ -1,17 +1,17 @@
-// Where a frame's parts lie, and the perspective in which the credits travel: each text line is drawn once into a strip
-// and stretched into the text area in three slices, every line lower, wider and taller than the one behind it.
-// All positions and sizes are in pixels of the frame bitmap.
+// The positions of a frame's parts, and the perspective of the credits: each text line is drawn once into a strip and
+// stretched into the text area in three slices. Each line is lower, wider and taller than the line behind it. All
+// positions and sizes are in pixels of the frame bitmap.
 #pragma once
 
 namespace tamrix {
 
-inline constexpr int kFrameBorder = 14;  // of bitmap 1; nothing is drawn there
+inline constexpr int kFrameBorder = 14;  // border of bitmap 1, in which nothing is drawn
 inline constexpr int kPictureCount = 4;
 inline constexpr int kPictureWidth = 383;
 inline constexpr int kPictureHeight = 180;
 inline constexpr int kSlicesPerLine = 3;
 
-/// A slice of the strip and where it goes. It spans the strip's whole width.
+/// A slice of the strip, over its whole width, and its destination.
 struct Slice {
     int sourceTop;
     int sourceHeight;
@@ -21,13 +21,13 @@ struct Slice {
     int height;
 };
 
-/// Gives the slices of one frame in order, from the farthest line on.
+/// Computes the slices of one frame in order, beginning with the farthest line.
 class Perspective {
 public:
     Perspective(int frameWidth, int textTop, int lineHeight)
         : lineHeight_(lineHeight), x_((frameWidth - frameWidth / 3) / 2), y_(textTop), width_(frameWidth / 3) {}
 
-    /// The index-th slice (0 to 2) of the current line; to be asked for once each, in order.
+    /// Slice `index` (0 to 2) of the current line. Call it once per slice, in order.
     Slice nextSlice(int index) {
         const int rows = lineHeight_ / kSlicesPerLine;
         const Slice slice{index * rows, rows, x_, y_, width_, height_};
@@ -45,10 +45,10 @@ public:
         shift_ -= 3;
     }
 
-    /// Whether the current line loses more than half of its rows, and so of its columns.
+    /// Whether the current line loses more than half of its rows, and therefore of its columns.
     bool isFar() const { return 2 * height_ < lineHeight_ / kSlicesPerLine; }
 
-    /// Whether the current line is to be drawn in an area that ends above `bottom`. The first one always is.
+    /// Whether the current line begins above `bottom` and must be drawn. The first line always is.
     bool reaches(int bottom) const { return height_ == 1 || y_ < bottom; }
 
 private:
@@ -66,7 +66,7 @@ constexpr int nextPicture(int picture) {
     return (picture + 1) % kPictureCount;
 }
 
-/// The farthest line of the next frame: the credits move on by one line on every second picture.
+/// The farthest line of the next frame: the credits advance by one line with every second picture.
 constexpr int nextTopLine(int topLine, int lineCount, int picture) {
     return picture % 2 ? (topLine + 1) % lineCount : topLine;
 }

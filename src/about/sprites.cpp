@@ -8,9 +8,9 @@ constexpr int kUp = 1;
 constexpr int kRightAndDown = 2;
 constexpr int kDown = 3;
 
-/// Icons 0 to 2 of a row emerge, 3 to 5 walk.
+/// Icons 0 to 2 of a row show emerging, 3 to 5 walking.
 constexpr int kFirstWalkingIcon = 3;
-/// A walker that plays emerges with one icon more than one that walks.
+/// A playing walker emerges with one icon more than a walking one.
 constexpr int kEmergingIconsOfPlayer = 4;
 constexpr int kStride = 2;
 

@@ -1,6 +1,6 @@
-// Owners of drawing handles. Each gives back what it holds in the way that kind of handle asks for; a selected object's
-// owner carries the device context and puts the former object back. Declare them in the order of use, so that a font is
-// deselected before it is deleted.
+// Owner types for drawing handles. Each releases its handle with the function for that kind of handle. The owner of a
+// selected object stores the device context and selects the previous object again. Declare owners in the order of use,
+// so that a font is deselected before it is deleted.
 #pragma once
 
 #include <windows.h>
@@ -16,7 +16,7 @@ struct GdiObjectTraits {
     static void close(Handle handle) { DeleteObject(handle); }
 };
 
-/// A font, brush, bitmap or palette of ours. Stock objects belong to the platform and never come in here.
+/// A font, brush, bitmap or palette that we created. Not for stock objects, which belong to the platform.
 template <typename Object>
 using GdiObject = UniqueHandle<GdiObjectTraits<Object>>;
 
@@ -40,7 +40,7 @@ private:
     HDC context_;
 };
 
-/// An object selected into a device context for as long as this lives. A null object selects nothing.
+/// Selects an object into a device context for its own lifetime. A null object selects nothing.
 class SelectedObject {
 public:
     SelectedObject(HDC context, HGDIOBJ object)

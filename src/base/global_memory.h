@@ -1,4 +1,4 @@
-// Owners of the platform's moveable global memory: a block, and the lock that gives its address.
+// Owner types for the platform's moveable global memory: for a block, and for the lock that yields its address.
 #pragma once
 
 #include <windows.h>
@@ -13,10 +13,10 @@ struct GlobalBlockTraits {
     static void close(Handle block) { GlobalFree(block); }
 };
 
-/// A global block by its handle.
+/// Owns a global memory block.
 using GlobalBlock = UniqueHandle<GlobalBlockTraits>;
 
-/// Keeps a block in place for as long as this lives. The block stays its owner's.
+/// Locks a block for its own lifetime. Does not own the block.
 class GlobalBlockLock {
 public:
     explicit GlobalBlockLock(HGLOBAL block) : block_(block), bytes_(block ? GlobalLock(block) : nullptr) {}
@@ -26,7 +26,7 @@ public:
     GlobalBlockLock(const GlobalBlockLock&) = delete;
     GlobalBlockLock& operator=(const GlobalBlockLock&) = delete;
 
-    /// The first byte; null when the block could not be locked.
+    /// The first byte; null if the block could not be locked.
     char* bytes() const { return static_cast<char*>(bytes_); }
 
 private:

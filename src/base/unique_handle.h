@@ -1,4 +1,4 @@
-// One owner for everything that must be given back. Traits say what is held and how it goes:
+// An owner type for every resource that must be released. The traits define the handle type and how to release it:
 //
 //     struct Traits {
 //         using Handle = HKEY;
@@ -28,13 +28,13 @@ public:
     Handle get() const { return handle_; }
     explicit operator bool() const { return handle_ != Traits::kNone; }
 
-    /// Where a platform call stores a new handle; what was held is closed first.
+    /// Closes the current handle and returns the address at which a platform call can store a new one.
     Handle* receive() {
         reset();
         return &handle_;
     }
 
-    /// Gives the handle up to the caller.
+    /// Passes ownership of the handle to the caller.
     [[nodiscard]] Handle release() {
         const Handle handle = handle_;
         handle_ = Traits::kNone;

@@ -1,11 +1,12 @@
-// The platform's file dialog as CBrowseDlg asks for it, and the window through which its Help button opens the help.
+// CBrowseDlg: shows the platform's file dialog. A hidden helper window receives the Help button's message and opens the
+// help.
 #include <windows.h>
 
 #include <cstddef>
 #include <memory>
 #include <new>
 
-#include "base/library.h"
+#include "base/module.h"
 #include "base/unique_handle.h"
 #include "dialogs/browse_paths.h"
 #include "dialogs/helper_class.h"
@@ -17,7 +18,7 @@ namespace {
 
 constexpr UINT kPlaceholderString = 225;
 
-// The record's first form; platforms of the library's age refuse a larger one.
+// Size of the first version of OPENFILENAME; old versions of Windows reject a larger one.
 constexpr DWORD kRecordSize = 76;
 static_assert(offsetof(OPENFILENAMEA, lpTemplateName) + sizeof(LPCSTR) == kRecordSize);
 
@@ -104,7 +105,7 @@ int CBrowseDlg::invoke(void* hOwner, char* pcPath, char* pcInitialPath) {
     const std::unique_ptr<WorkArea> area(new (std::nothrow) WorkArea());
     if (!area) return 0;
 
-    const bool asksForFolder = m_bFolder != 0;  // this object may be gone once the dialog has been shown
+    const bool asksForFolder = m_bFolder != 0;  // this object may be deleted while the dialog is open
     BufStrCpy(area->initialFolder, pcInitialPath, sizeof area->initialFolder);
     if (asksForFolder) {
         loadPlaceholder(pcPath);

@@ -24,7 +24,7 @@ const char* splitInitialPath(char* path, const LeadByteTable& table) {
 }
 
 void splitFilter(char* filter, int size, const LeadByteTable& table) {
-    char* const end = filter + size - 2;  // where the list's two zeros begin at the latest
+    char* const end = filter + size - 2;  // last position at which the two final zeros can begin
     bool mayHoldBars = true;
     while (filter < end) {
         int step = scan::characterSize(filter, table);

@@ -1,7 +1,7 @@
-// What the dialogs need of the platform.
+// Platform calls that both mapping dialogs use.
 #include <windows.h>
 
-#include "base/library.h"
+#include "base/module.h"
 #include "dialogs/extension_map_dialogs.h"
 #include "dialogs/pending_quit.h"
 #include "tamrix32/dialogs.h"
@@ -16,11 +16,11 @@ INT_PTR showDialog(DialogId id, HWND parent, DLGPROC procedure, void* state) {
     return ATModalDialog(instance, MAKEINTRESOURCEA(id), procedure, parent, reinterpret_cast<LPARAM>(state));
 }
 
-void keepState(HWND dialog, LPARAM state) {
+void setDialogState(HWND dialog, LPARAM state) {
     SetWindowLongA(dialog, DWL_USER, state);
 }
 
-void* keptState(HWND dialog) {
+void* dialogState(HWND dialog) {
     return reinterpret_cast<void*>(GetWindowLongA(dialog, DWL_USER));
 }
 
@@ -29,12 +29,10 @@ bool isQuitPending() {
     return PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) && message.message == WM_QUIT;
 }
 
-int ShowControlHelp(const HELPINFO* request, HWND dialog) {
-    if (request->iContextType != HELPINFO_WINDOW) return 0;
-    if (request->iCtrlId == 0) return 1;
+void showControlHelp(const HELPINFO* request, HWND dialog) {
+    if (request->iContextType != HELPINFO_WINDOW || request->iCtrlId == 0) return;
     const HelpFileName file(kHelpFile);
     if (file.loaded) WinHelpA(dialog, file.text, HELP_CONTEXTPOPUP, static_cast<ULONG_PTR>(request->iCtrlId));
-    return 1;
 }
 
 }  // namespace tamrix

@@ -1,13 +1,13 @@
 #include "dialogs/dialog_template.h"
 
-#include "dialogs/byte_cursor.h"
+#include "base/byte_cursor.h"
 #include "dialogs/dialog_template_format.h"
 
 namespace tamrix {
 namespace {
 
 void skipString(ByteReader& reader) {
-    while (reader.u16() != 0) continue;  // a reader that fails gives zero
+    while (reader.u16() != 0) continue;  // a failed reader returns zero
 }
 
 void skipNameOrOrdinal(ByteReader& reader) {
@@ -18,8 +18,8 @@ void skipNameOrOrdinal(ByteReader& reader) {
         skipString(reader);
 }
 
-/// Moves past one control record. In the standard format the size of the creation data counts its own word, unless
-/// there is nothing but that.
+/// Skips one control record. In the standard format the size of the creation data includes its own word, unless the
+/// size is 0.
 void skipItem(ByteReader& reader, bool extended) {
     reader.align(kTemplateAlignment);
     reader.take(extended ? kExtendedItemSize : kStandardItemSize);
@@ -40,7 +40,7 @@ void readStyles(ByteReader& reader, DialogTemplate& dialog) {
         dialog.exStyle = reader.u32();
         return;
     }
-    reader.u32();  // the marks
+    reader.u32();  // version and signature
     dialog.helpId = reader.u32();
     dialog.exStyle = reader.u32();
     dialog.style = reader.u32();

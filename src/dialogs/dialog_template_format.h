@@ -1,5 +1,5 @@
-// The two layouts of dialog templates, as the platform publishes them under the names DLGTEMPLATE with DLGITEMTEMPLATE
-// (standard) and DLGTEMPLATEEX with DLGITEMTEMPLATEEX (extended). All integers are little-endian.
+// The two formats of dialog templates, which the platform documents as DLGTEMPLATE with DLGITEMTEMPLATE (standard) and
+// DLGTEMPLATEEX with DLGITEMTEMPLATEEX (extended). All integers are little-endian.
 //
 //   standard                                      extended
 //   u32 style, u32 exStyle                        u16 version (1), u16 signature (0xFFFF), u32 helpId
@@ -14,9 +14,9 @@
 //     u16 size of the creation data, which          u16 size of the creation data, which
 //       counts itself unless it is 0                  does not count itself
 //
-// A string is 16-bit units up to and with a zero. Menu, window class and a control's title are each a name or an
-// ordinal: 0xFFFF and the ordinal, or a string, of which the empty one means none. Boundaries count from the template's
-// start, which lies on one itself.
+// A string consists of 16-bit units and ends with a zero unit. Menu, window class and a control's title are each a name
+// or an ordinal: either 0xFFFF and the ordinal, or a string; an empty string means none. Boundaries are relative to the
+// template's start, which is aligned itself.
 #pragma once
 
 #include <cstddef>

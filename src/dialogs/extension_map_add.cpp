@@ -1,17 +1,16 @@
-// The dialog that asks for one extension and a comment and adds the line to the editor's list.
+// The dialog that asks for one extension and a comment, and adds a line to the editor's list.
 #include <windows.h>
-
-#include <utility>
 
 #include "dialogs/extension_map_dialogs.h"
 #include "dialogs/mapping_lines.h"
+#include "extmap/extension_key.h"
 #include "tamrix32/dialogs.h"
 
 namespace tamrix {
 namespace {
 
 struct AddExtMapState {
-    char* creator;  // both are the caller's
+    char* creator;  // the caller owns both
     char* type;
     OwnedText extension;
     OwnedText comment;
@@ -21,11 +20,11 @@ constexpr INT_PTR kAccepted = 1;
 constexpr INT_PTR kCancelled = 2;
 
 AddExtMapState* stateOf(HWND dialog) {
-    return static_cast<AddExtMapState*>(keptState(dialog));
+    return static_cast<AddExtMapState*>(dialogState(dialog));
 }
 
 void onInit(HWND dialog, LPARAM param) {
-    keepState(dialog, param);
+    setDialogState(dialog, param);
     const auto* const state = reinterpret_cast<const AddExtMapState*>(param);
     SetDlgItemTextA(dialog, kCreatorText, state->creator);
     SetDlgItemTextA(dialog, kTypeText, state->type);
@@ -38,7 +37,7 @@ void rejectLength(HWND dialog) {
 }
 
 void onOk(HWND dialog) {
-    char extension[20];  // one that is cut is too long anyway
+    char extension[20];  // a truncated extension is too long anyway
     if (!isAcceptedLength(static_cast<int>(GetDlgItemTextA(dialog, kExtensionField, extension, sizeof extension)))) {
         rejectLength(dialog);
         return;
@@ -66,10 +65,10 @@ INT_PTR onCommand(HWND dialog, WORD control, WORD code) {
     }
 }
 
-constexpr DLGPROC AddExtMapDlgProc = mappingDialogProc<onInit, onCommand>;
+constexpr DLGPROC addDialogProc = mappingDialogProc<onInit, onCommand>;
 
-/// Adds the line and selects it. False without an extension, as when the dialog was ended from outside, without a list,
-/// and where the list takes no more.
+/// Adds the line and selects it. False if there is no extension, because other code ended the dialog, if there is no
+/// list, or if the list accepts no more lines.
 bool addLine(HWND editor, const AddExtMapState& state) {
     const HWND list = GetDlgItem(editor, kMappingList);
     if (!list || !state.extension || !state.comment) return false;
@@ -89,5 +88,5 @@ using namespace tamrix;
 int TAMRIX_CALL AddExtMapDlg(void* parent, char* creator, char* type) {
     AddExtMapState state{creator, type, nullptr, nullptr};
     const HWND editor = static_cast<HWND>(parent);
-    return showDialog(kAddDialog, editor, AddExtMapDlgProc, &state) == kAccepted && addLine(editor, state);
+    return showDialog(kAddDialog, editor, addDialogProc, &state) == kAccepted && addLine(editor, state);
 }

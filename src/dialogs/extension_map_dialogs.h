@@ -1,11 +1,11 @@
-// The two dialogs that edit the extension mappings of one creator and type, as far as they know of each other.
+// Declarations that the two dialogs for editing extension mappings share.
 #pragma once
 
 #include <windows.h>
 
 namespace tamrix {
 
-/// Templates and controls as src/resources/dialogs.rc numbers them; each control's id is its popup's help context, too.
+/// Ids of templates and controls in src/resources/dialogs.rc. A control's id is also the help context of its popup.
 enum DialogId {
     kEditDialog = 410,  // also the help context of its Help button
     kAddDialog = 411,
@@ -19,7 +19,7 @@ enum DialogId {
     kCommentField = 419,
 };
 
-/// Strings as src/resources/strings.rc numbers them.
+/// Ids of strings in src/resources/strings.rc.
 enum TextId {
     kHelpFile = 102,
     kErrorTitle = 160,
@@ -28,7 +28,7 @@ enum TextId {
     kConfirmationQuestion = 224,
 };
 
-/// A string of the library. Sizes are bytes with the terminator.
+/// A string resource of the library. Sizes are in bytes and include the terminator.
 template <int size>
 struct LibraryText {
     explicit LibraryText(TextId id) : loaded(load(text, size, id)) {}
@@ -39,20 +39,20 @@ struct LibraryText {
 using MessageText = LibraryText<260>;
 using HelpFileName = LibraryText<32>;
 
-/// Loads a string into a buffer of so many bytes; false when there is none.
+/// Loads a string into a buffer of `size` bytes; false if there is none.
 bool load(char* text, int size, TextId id);
 
-/// Shows a dialog of the library in the configured font; the value that it ends with, or -1.
+/// Shows a dialog of the library in the configured font. Returns the value passed to EndDialog, or -1.
 INT_PTR showDialog(DialogId id, HWND parent, DLGPROC procedure, void* state);
 
-/// Stores the state that comes with a dialog's first message, and gives it back from then on.
-void keepState(HWND dialog, LPARAM state);
-void* keptState(HWND dialog);
+/// Store the state that a dialog's first message contains, and return it later.
+void setDialogState(HWND dialog, LPARAM state);
+void* dialogState(HWND dialog);
 
-/// Answers a request for help about one control with its popup; 0 when it is about something else.
-int ShowControlHelp(const HELPINFO* request, HWND dialog);
+/// Shows the help popup of the control in a help request.
+void showControlHelp(const HELPINFO* request, HWND dialog);
 
-/// The procedure of either dialog. The first message leaves the focus to the handler.
+/// The procedure of both dialogs. The first message returns FALSE, so the platform does not set the focus.
 template <void (*onInit)(HWND dialog, LPARAM state), INT_PTR (*onCommand)(HWND dialog, WORD control, WORD code)>
 INT_PTR CALLBACK mappingDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {
@@ -60,7 +60,7 @@ INT_PTR CALLBACK mappingDialogProc(HWND dialog, UINT message, WPARAM wParam, LPA
             onInit(dialog, lParam);
             return FALSE;
         case WM_HELP:
-            ShowControlHelp(reinterpret_cast<const HELPINFO*>(lParam), dialog);
+            showControlHelp(reinterpret_cast<const HELPINFO*>(lParam), dialog);
             return TRUE;
         case WM_COMMAND:
             return onCommand(dialog, LOWORD(wParam), HIWORD(wParam));

@@ -1,5 +1,5 @@
-// The dialog that edits the extension mappings of one creator and type. Add and Remove change its list only; once the
-// user has confirmed OK, the difference to what was listed is saved.
+// The dialog that edits the extension mappings of one creator and type. Add and Remove change only its list. When the
+// user has confirmed OK, the differences from the original list are saved.
 #include <windows.h>
 
 #include <algorithm>
@@ -18,10 +18,10 @@
 namespace tamrix {
 namespace {
 
-/// Lines in the order in which they came.
+/// Lines in the order in which they were added.
 class KeyedLines {
 public:
-    /// Makes room for one more; false when memory runs out.
+    /// Reserves memory for one more line; false if memory runs out.
     bool reserveOne() {
         if (count_ < capacity_) return true;
         const std::size_t capacity = 2 * capacity_ + 16;
@@ -32,7 +32,7 @@ public:
         capacity_ = capacity;
         return true;
     }
-    /// Into the room that is reserved.
+    /// Adds a line. reserveOne() must have succeeded before.
     void add(KeyedLine line) { lines_[count_++] = std::move(line); }
     std::span<const KeyedLine> all() const { return {lines_.get(), count_}; }
 
@@ -45,22 +45,21 @@ private:
 struct ExtMapEditState {
     OwnedText creator;
     OwnedText type;
-    int result = 0;
-    KeyedLines listed = {};  // when the dialog opened
-    bool isAsking = false;   // whether to save
+    KeyedLines listed = {};  // the lines when the dialog opened
+    bool isAsking = false;   // the confirmation is open
 };
 
 ExtMapEditState* stateOf(HWND dialog) {
-    return static_cast<ExtMapEditState*>(keptState(dialog));
+    return static_cast<ExtMapEditState*>(dialogState(dialog));
 }
 
 bool isNamedIn(std::span<const KeyedLine> lines, const KeyedLine& line) {
     return !isToBeRemoved(line, lines);
 }
 
-/// Lists each mapping once: where another program changes the store meanwhile, the cursor may give one twice. What
-/// can't be listed is left out, and so left alone.
-void FillExtMapList(HWND list, ExtMapEditState& state) {
+/// Lists each mapping once, because the cursor may return one twice if another program changes the store meanwhile. A
+/// mapping that cannot be listed is omitted, and is then not changed on OK.
+void fillList(HWND list, ExtMapEditState& state) {
     if (!list) return;
     CExtensionMap cursor;
     for (int found = cursor.FirstCT(state.creator.get(), state.type.get()); found; found = cursor.NextCT()) {
@@ -71,7 +70,7 @@ void FillExtMapList(HWND list, ExtMapEditState& state) {
     }
 }
 
-/// A line of a list, whole; null past its end or when memory runs out.
+/// The complete text of a line; null past the end of the list or if memory runs out.
 OwnedText lineAt(HWND list, WPARAM index) {
     const LRESULT length = SendMessageA(list, LB_GETTEXTLEN, index, 0);
     if (length == LB_ERR) return nullptr;
@@ -80,7 +79,7 @@ OwnedText lineAt(HWND list, WPARAM index) {
     return line;
 }
 
-/// Reads the whole list; false when a line of it can't be had.
+/// Reads the whole list; false if a line cannot be read.
 bool readList(HWND list, KeyedLines& lines) {
     const LRESULT count = list ? SendMessageA(list, LB_GETCOUNT, 0, 0) : LB_ERR;
     for (LRESULT i = 0; i < count; ++i) {
@@ -91,7 +90,7 @@ bool readList(HWND list, KeyedLines& lines) {
     return count != LB_ERR;
 }
 
-/// Stores what a line says unless memory runs out.
+/// Stores the mapping of a line, unless memory runs out.
 void write(const char* text, const ExtMapEditState& state) {
     const MappingLine line = splitLine(copiedText(text));
     CExtensionMap mapping;
@@ -99,12 +98,12 @@ void write(const char* text, const ExtMapEditState& state) {
     mapping.SetComment(line.comment);
     mapping.SetCreator(state.creator.get());
     mapping.SetType(state.type.get());
-    const bool isHeld =
+    const bool isComplete =
         mapping.Extension() && mapping.Creator() && mapping.Type() && !line.comment == !mapping.Comment();
-    if (isHeld) mapping.Create();
+    if (isComplete) mapping.Create();
 }
 
-/// Only what still has these codes: another program may have given an extension others meanwhile.
+/// Removes only mappings that still have these codes, because another program may have changed them meanwhile.
 void removeMappings(std::span<const KeyedLine> lines, const ExtMapEditState& state) {
     CExtensionMap cursor;
     for (int found = cursor.FirstCT(state.creator.get(), state.type.get()); found; found = cursor.NextCT()) {
@@ -113,8 +112,8 @@ void removeMappings(std::span<const KeyedLine> lines, const ExtMapEditState& sta
     }
 }
 
-/// Saves the difference, unless the list can't be read whole. Whatever then fails costs one mapping at most.
-void ApplyExtMapList(HWND list, const ExtMapEditState& state) {
+/// Saves the differences, unless the list cannot be read completely. A later failure loses at most one mapping.
+void saveList(HWND list, const ExtMapEditState& state) {
     KeyedLines now;
     if (!canBeStored(state.creator.get(), state.type.get()) || !readList(list, now)) return;
     const std::span<const KeyedLine> lines = now.all();
@@ -133,13 +132,13 @@ void enableRemove(HWND dialog, bool enabled) {
 }
 
 void onInit(HWND dialog, LPARAM param) {
-    keepState(dialog, param);
+    setDialogState(dialog, param);
     auto* const state = reinterpret_cast<ExtMapEditState*>(param);
     SetDlgItemTextA(dialog, kCreatorText, state->creator.get());
     SetDlgItemTextA(dialog, kTypeText, state->type.get());
     int commentColumn = 115;  // dialog units from the list's left edge to the comments' heading
     SendDlgItemMessageA(dialog, kMappingList, LB_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&commentColumn));
-    FillExtMapList(GetDlgItem(dialog, kMappingList), *state);
+    fillList(GetDlgItem(dialog, kMappingList), *state);
     enableRemove(dialog, false);
 }
 
@@ -151,7 +150,7 @@ void onAdd(HWND dialog) {
     if (AddExtMapDlg(dialog, creator, type)) enableRemove(dialog, true);
 }
 
-/// A disabled button that has the focus would leave the keyboard without any effect.
+/// If a disabled button had the focus, the keyboard would have no effect.
 void disableRemove(HWND dialog) {
     if (GetFocus() == GetDlgItem(dialog, kRemoveButton)) moveFocusToCancel(dialog);
     enableRemove(dialog, false);
@@ -174,7 +173,7 @@ void onHelpButton(HWND dialog) {
     if (file.loaded) WinHelpA(dialog, file.text, HELP_CONTEXT, kEditDialog);
 }
 
-/// A question that could not be asked, or that a program's end took away, is not confirmed.
+/// False too if the question could not be shown or was closed because the program is quitting.
 bool isConfirmed(HWND dialog) {
     const MessageText question(kConfirmationQuestion);
     const MessageText title(kConfirmationTitle);
@@ -189,13 +188,13 @@ void onOk(HWND dialog) {
     state->isAsking = true;
     const bool confirmed = isConfirmed(dialog);
     state->isAsking = false;
-    // Whoever ended the dialog while it asked wants no answer any more; an ended dialog is hidden.
+    // If other code ended the dialog during the question, the answer no longer counts. An ended dialog is hidden.
     if (!IsWindowVisible(dialog)) return;
     if (!confirmed) {
         moveFocusToCancel(dialog);
         return;
     }
-    ApplyExtMapList(GetDlgItem(dialog, kMappingList), *state);
+    saveList(GetDlgItem(dialog, kMappingList), *state);
     EndDialog(dialog, 0);
 }
 
@@ -224,7 +223,7 @@ INT_PTR onCommand(HWND dialog, WORD control, WORD code) {
     }
 }
 
-constexpr DLGPROC ExtMapEditDlgProc = mappingDialogProc<onInit, onCommand>;
+constexpr DLGPROC editDialogProc = mappingDialogProc<onInit, onCommand>;
 
 }  // namespace
 }  // namespace tamrix
@@ -235,6 +234,6 @@ int TAMRIX_CALL FileExtMapEditDlg(void* parent, char* creator, char* type) {
     if (!creator || !type) return 0;
     ExtMapEditState state{copiedText(creator), copiedText(type)};
     if (!state.creator || !state.type) return 0;
-    const INT_PTR ended = showDialog(kEditDialog, static_cast<HWND>(parent), ExtMapEditDlgProc, &state);
-    return ended == -1 ? 0 : state.result;
+    showDialog(kEditDialog, static_cast<HWND>(parent), editDialogProc, &state);
+    return 0;
 }

@@ -5,7 +5,7 @@
 namespace tamrix {
 namespace {
 
-/// The font in which dialogs were made while nobody could choose one.
+/// The font that dialogs were designed with before the font was configurable.
 constexpr char16_t kAuthoredFace[] = u"MS Sans Serif";
 constexpr std::uint16_t kAuthoredPoints = 8;
 
@@ -14,7 +14,7 @@ bool hasAuthoredFont(const DialogTemplate& dialog) {
            std::memcmp(dialog.face.data(), kAuthoredFace, sizeof kAuthoredFace) == 0;
 }
 
-/// The low 16 bits of `size` times `numerator` over `denominator`, cut toward zero.
+/// The low 16 bits of `size` * `numerator` / `denominator`, rounded towards zero.
 std::int16_t scaled(std::int16_t size, double numerator, double denominator) {
     return static_cast<std::int16_t>(static_cast<std::int64_t>(size * numerator / denominator));
 }
@@ -31,7 +31,7 @@ FontDecision chooseFont(const char* configuredFace, std::uint32_t configuredPoin
 
 DialogSize adjustedSize(DialogSize size, const FontMetrics& newFont, const FontMetrics& reference) {
     if (reference.averageWidth == 0 || reference.height == 0) return size;
-    // One pixel more, so that a slightly narrower font cuts no text.
+    // One pixel is added so that no text is cut off in a slightly narrower font.
     return {scaled(size.cx, newFont.averageWidth + 1.0, reference.averageWidth),
             scaled(size.cy, newFont.height, reference.height)};
 }

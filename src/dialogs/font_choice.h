@@ -1,4 +1,4 @@
-// Which font a dialog template gets, and how its size follows the font.
+// Selection of a dialog template's font, and adjustment of the dialog's size to it.
 #pragma once
 
 #include <cstdint>
@@ -7,23 +7,23 @@
 
 namespace tamrix {
 
-/// A typeface in the ANSI code page, null for none, and its size in points.
+/// A typeface name in the ANSI code page (null for none) and its size in points.
 struct FontChoice {
     const char* face;
     std::uint16_t points;
 };
 
 struct FontDecision {
-    FontChoice font;     // without a face the template keeps what it has
-    bool sizeMayFollow;  // false for a template that was made for a font of its own
+    FontChoice font;     // if the face is null, the template keeps its font
+    bool sizeMayFollow;  // false for a template that was designed with its own font
 };
 
-/// The configured font (with a size of which the low 16 bits count) goes before everything; the candidate replaces only
-/// a missing font and 8-point "MS Sans Serif".
+/// The configured font replaces every font; only the low 16 bits of its size are used. The candidate replaces only a
+/// missing font and 8-point "MS Sans Serif".
 FontDecision chooseFont(const char* configuredFace, std::uint32_t configuredPoints, const DialogTemplate& dialog,
                         const FontChoice& candidate);
 
-/// What a font measures, in pixels.
+/// The metrics of a font in pixels.
 struct FontMetrics {
     std::int32_t averageWidth;
     std::int32_t height;
@@ -34,8 +34,8 @@ struct DialogSize {
     std::int16_t cx, cy;
 };
 
-/// The size after a change from the reference font to the new one, cut to whole units and to 16 bits. It stays as it is
-/// when the reference measures nothing.
+/// The size adjusted from the reference font to the new one, truncated to whole units and to 16 bits. Not changed if a
+/// metric of the reference font is 0.
 DialogSize adjustedSize(DialogSize size, const FontMetrics& newFont, const FontMetrics& reference);
 
 }  // namespace tamrix

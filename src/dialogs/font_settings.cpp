@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "base/library.h"
+#include "base/settings_key.h"
 #include "tamrix32/registry.h"
 
 namespace tamrix {

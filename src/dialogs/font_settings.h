@@ -1,5 +1,4 @@
-// The font in which the installation wants dialogs shown. Written while the library is being loaded, only read
-// afterwards.
+// The configured dialog font. Written while the library is being loaded, only read afterwards.
 #pragma once
 
 #include <cstdint>
@@ -8,10 +7,10 @@ namespace tamrix {
 
 struct DialogFontSettings {
     bool isConfigured;
-    char faceName[129];       // in the ANSI code page; a registry value holds at most 128 bytes
-    std::uint32_t pointSize;  // dialog templates take its low 16 bits
+    char faceName[129];       // in the ANSI code page; registry values are read up to 128 bytes
+    std::uint32_t pointSize;  // dialog templates use its low 16 bits
 
-    /// Null when no font is configured.
+    /// The name, or null if no font is configured.
     const char* face() const { return isConfigured ? faceName : nullptr; }
 };
 
@@ -19,7 +18,7 @@ extern DialogFontSettings dialogFontSettings;
 
 void configureDialogFont(const char* face, std::uint32_t points);
 
-/// Takes face and size from the registry; none is configured unless it has both.
+/// Reads face and size from the registry. No font is configured unless both exist.
 void loadDialogFontSettings();
 
 }  // namespace tamrix

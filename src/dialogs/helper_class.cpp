@@ -4,7 +4,7 @@
 
 #include <utility>
 
-#include "base/library.h"
+#include "base/module.h"
 
 namespace tamrix {
 

@@ -1,5 +1,5 @@
-// The window class through which the browse dialog's Help button opens the help: registered when a dialog first wants
-// help, unregistered when the library is unloaded, since its procedure goes with the library.
+// The class of the window that opens the help for the browse dialog's Help button. It is registered for the first
+// dialog with help, and unregistered when the library is unloaded, because its window procedure is in the library.
 #pragma once
 
 namespace tamrix {

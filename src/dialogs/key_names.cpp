@@ -6,7 +6,7 @@
 
 namespace tamrix {
 
-// Through Unicode and its simple case pairs, as the registry does it.
+// Converts case through Unicode, as the registry does.
 bool foldKeyName(char* name) {
     const int size = static_cast<int>(std::strlen(name)) + 1;
     return LCMapStringA(LOCALE_SYSTEM_DEFAULT, LCMAP_UPPERCASE, name, size, name, size) != 0;

@@ -4,6 +4,8 @@
 #include <cstring>
 #include <utility>
 
+#include "extmap/extension_key.h"
+
 namespace tamrix {
 namespace {
 

@@ -29,10 +29,6 @@ OwnedText joinedLine(const char* extension, const char* comment) {
     return comment ? joined(extension, "\t", comment) : copiedText(extension);
 }
 
-OwnedText dottedExtension(const char* typed) {
-    return joined(typed[0] == '.' ? "" : ".", typed, "");
-}
-
 OwnedText copiedText(const char* text) {
     return joined(text, "", "");
 }
@@ -53,7 +49,7 @@ MappingLine splitLine(OwnedText line) {
 }
 
 bool canBeStored(const char* creator, const char* type) {
-    // Codes are bytes: half a character counts, too.
+    // Codes are bytes, so half a character counts too.
     return std::strlen(creator) <= kCodeLength && std::strlen(type) <= kCodeLength;
 }
 

@@ -1,4 +1,5 @@
-// Dialog templates in the configured font: fetches fonts and metrics, lets font_choice.h decide, and shows the result.
+// Dialog templates in the configured font: gets fonts and metrics from the platform, applies the rules in
+// font_choice.h, and shows the dialog.
 #include <windows.h>
 
 #include <cstdlib>
@@ -17,8 +18,8 @@ namespace {
 
 using BlockPointer = std::unique_ptr<std::uint8_t[]>;
 
-/// The stock font that new fonts are measured against. Its logfont's face becomes the candidate when it is the default
-/// GUI font; the system font only measures.
+/// The stock font whose metrics are the reference for new fonts. It is the default GUI font, whose face is then the
+/// candidate, or else the system font, which is only a reference.
 struct ReferenceFont {
     HGDIOBJ font;
     LOGFONTA description;
@@ -44,7 +45,7 @@ std::optional<FontMetrics> measure(HDC context, HGDIOBJ font) {
     return FontMetrics{metrics.tmAveCharWidth, metrics.tmHeight};
 }
 
-/// The face in the ANSI code page; null when it does not convert.
+/// The face in the ANSI code page; null if it cannot be converted.
 std::unique_ptr<char[]> ansiFace(TemplateBytes face) {
     const auto wide = reinterpret_cast<LPCWSTR>(face.data());
     const int size = WideCharToMultiByte(CP_ACP, 0, wide, -1, nullptr, 0, nullptr, nullptr);
@@ -75,8 +76,9 @@ void adjustSizeToFont(DialogTemplate& dialog, HGDIOBJ referenceFont) {
     dialog.cy = size.cy;
 }
 
-/// `buffer` keeps the face that the template gets.
-void giveFont(DialogTemplate& dialog, WideFace& buffer, bool adjustSize) {
+/// Sets the template's font and, if requested, adjusts its size. `buffer` stores the face and must outlive the
+/// template.
+void setFont(DialogTemplate& dialog, WideFace& buffer, bool adjustSize) {
     ReferenceFont reference;
     fetchReferenceFont(reference);
     const FontDecision decision =
@@ -88,14 +90,15 @@ void giveFont(DialogTemplate& dialog, WideFace& buffer, bool adjustSize) {
     if (adjustSize && decision.sizeMayFollow && !dialog.face.empty()) adjustSizeToFont(dialog, reference.font);
 }
 
-/// The rewritten template in a block that begins, like all of the allocator's, on a 32-bit boundary. Its padding is
-/// zeroed, so that the same template always gives the same bytes. One byte is to spare: a last record whose creation
-/// data counts one byte ends inside the word that says so, and the platform reads the whole word.
+/// The rewritten template in a new block, which is 32-bit aligned like every block from the allocator. Its padding is
+/// zero, so that the same template always results in the same bytes. The block has one extra byte: if the last record
+/// has a creation data size of one byte, it ends within the word that contains this size, and the platform reads the
+/// whole word.
 BlockPointer templateWithCorrectFont(HINSTANCE module, const char* name, bool adjustSize) {
     std::optional<DialogTemplate> dialog = parseTemplate(dialogResource(module, name));
     if (!dialog) return nullptr;
     WideFace face;
-    giveFont(*dialog, face, adjustSize);
+    setFont(*dialog, face, adjustSize);
     const std::size_t size = writeTemplate(*dialog, {});
     BlockPointer block(new (std::nothrow) std::uint8_t[size + 1]());
     if (block) writeTemplate(*dialog, {block.get(), size});

@@ -5,7 +5,7 @@
 namespace tamrix {
 namespace {
 
-/// Some platforms fail with all ones.
+/// Some platforms return a value with all bits set on failure.
 template <typename Handle>
 bool isHandle(Handle handle) {
     return handle && reinterpret_cast<LONG_PTR>(handle) != -1;

@@ -1,4 +1,4 @@
-// What a dialog template takes from the platform: its resource, and its typeface converted from the ANSI code page.
+// Platform calls for dialog templates: loading the resource, and converting the typeface name from the ANSI code page.
 #pragma once
 
 #include <windows.h>
@@ -7,13 +7,13 @@
 
 namespace tamrix {
 
-/// The bytes of a dialog resource, which stay mapped as long as the module; empty when there is none.
+/// The bytes of a dialog resource, which stay valid as long as the module is loaded; empty if there is none.
 TemplateBytes dialogResource(HINSTANCE module, const char* name);
 
-/// Room for the longest face that the registry can hold, 128 bytes, and its terminator.
+/// Room for the longest face that is read from the registry, 128 bytes, and its terminator.
 using WideFace = char16_t[129];
 
-/// A face, given in the ANSI code page, as templates hold it, in `buffer`; empty when it does not convert.
+/// Converts a face from the ANSI code page to the form in templates, in `buffer`; empty if it cannot be converted.
 TemplateBytes wideFace(const char* face, WideFace& buffer);
 
 }  // namespace tamrix

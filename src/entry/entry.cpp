@@ -1,6 +1,6 @@
 #include "entry/entry.h"
 
-#include "base/library.h"
+#include "base/module.h"
 #include "dialogs/font_settings.h"
 #include "dialogs/helper_class.h"
 #include "macnames/name_settings.h"
@@ -8,7 +8,7 @@
 
 namespace tamrix {
 
-// The linker marks this section as shared; data in it needs an explicit value to be stored there.
+// The linker marks this section as shared. Only variables with an explicit initial value are placed in it.
 __attribute__((section(".shared"))) SharedCounters sharedCounters = {0, 0};
 
 void loadProcess() {
@@ -20,9 +20,9 @@ void loadProcess() {
 namespace {
 
 BOOL detachProcess(bool processEnds) {
-    // When the process ends its windows are gone, and other libraries may be, too.
+    // When the process ends, its windows are already destroyed, and other libraries may be unloaded.
     if (!processEnds) unregisterHelperClass();
-    // On Windows 95 the result says no more than whether the new count is below, at or above zero.
+    // On Windows 95 the result only tells whether the new count is less than, equal to or greater than zero.
     const LONG left = InterlockedDecrement(&sharedCounters.processCount);
     return sharedCounters.threadCount <= 0 && left <= 0;
 }
@@ -32,7 +32,7 @@ BOOL detachProcess(bool processEnds) {
 
 extern "C" BOOL WINAPI DllMain(HINSTANCE module, DWORD reason, LPVOID reserved) {
     using namespace tamrix;
-    // Written where it changes only: other threads may be reading it.
+    // Writing only on a change avoids a data race with threads that read it.
     if (instance != module) instance = module;
     switch (reason) {
         case DLL_PROCESS_DETACH:

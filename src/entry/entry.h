@@ -1,11 +1,11 @@
-// The library's entry point, all that happens at load, and the attach counters.
+// The library's entry point, its initialization at load, and the attach counters.
 #pragma once
 
 #include <windows.h>
 
 namespace tamrix {
 
-/// Attachments not yet matched by a detachment, one copy for all processes that have the library loaded.
+/// Numbers of attached processes and threads. All processes that load the library share one copy.
 struct SharedCounters {
     LONG processCount;
     LONG threadCount;
@@ -13,8 +13,8 @@ struct SharedCounters {
 
 extern SharedCounters sharedCounters;
 
-/// Fills in everything that a process has of its own: lead bytes, the rules for names, the dialogs' font. Keeps no
-/// memory and never fails; what can't be read counts as not configured.
+/// Initializes the variables of the process: lead bytes, name rules, dialog font. Keeps no allocated memory and never
+/// fails; settings that cannot be read count as not configured.
 void loadProcess();
 
 }  // namespace tamrix

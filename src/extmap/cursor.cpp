@@ -1,5 +1,5 @@
-// CExtensionMap: a cursor over the mappings. Its held strings are heap copies; where memory for one runs out, none is
-// held in its place.
+// CExtensionMap: a cursor over the mappings. It stores its strings as heap copies; if memory for one runs out, that
+// string is not set.
 #include <windows.h>
 
 #include <cstddef>
@@ -10,12 +10,13 @@
 #include <type_traits>
 #include <utility>
 
+#include "extmap/extension_key.h"
 #include "extmap/store_layout.h"
 #include "strings/copied_string.h"
 #include "tamrix32/extmap.h"
 #include "tamrix32/registry.h"
 
-/// The cursor begins with the record's fields.
+/// The cursor begins with the same fields as the record.
 struct ExtensionMapLayout {
     static_assert(std::is_standard_layout_v<CExtensionMap>);
     static_assert(offsetof(CExtensionMap, extension) == offsetof(SExtensionMap, extension));
@@ -32,31 +33,21 @@ namespace {
 
 using Text = std::unique_ptr<char[]>;
 
-/// A copy; null for null and when memory runs out.
+/// Returns a copy; null for null and if memory runs out.
 Text copyOf(const char* text) {
     return Text(copiedString(text));
 }
 
-/// The key name of an extension to find: with a dot in front where it lacks one, never shortened.
-Text keyNameOf(const char* extension) {
-    if (!extension || extension[0] == '.') return copyOf(extension);
-    Text name(new (std::nothrow) char[std::strlen(extension) + 2]);
-    if (!name) return nullptr;
-    name[0] = '.';
-    std::strcpy(name.get() + 1, extension);
-    return name;
+void assign(char*& field, Text text) {
+    Text old(std::exchange(field, text.release()));
 }
 
-void hold(char*& held, Text text) {
-    Text old(std::exchange(held, text.release()));
+/// Moves a string out of its field, so that it is not freed when the field is set again.
+Text takeOut(char*& field) {
+    return Text(std::exchange(field, nullptr));
 }
 
-/// Takes a held string out, so that it outlives what is held after it.
-Text takeOut(char*& held) {
-    return Text(std::exchange(held, nullptr));
-}
-
-/// A copy of a string value; null when it is missing, too long, of another type, or memory runs out.
+/// A copy of a string value; null if it is missing, too long or of another type, or memory runs out.
 Text readText(RegKey& key, const char* valueName) {
     RegValue value;
     if (!key.ValueByName(valueName, &value) || value.Type() != RegValString) return nullptr;
@@ -67,18 +58,18 @@ bool fitsCode(const char* code) {
     return code && std::strlen(code) <= kCodeLength;
 }
 
-/// Byte for byte; one that is none is like no other.
+/// Compares byte by byte; a null code is different from every code.
 bool isSame(const char* code, const char* wanted) {
     return code && wanted && std::strcmp(code, wanted) == 0;
 }
 
-/// A wanted code counts with its first four bytes.
+/// Truncates a requested code to four bytes.
 void cutToCode(char* code) {
     if (code && !fitsCode(code)) code[kCodeLength] = 0;
 }
 
-/// The key of one extension in the class root, created where it is missing. It is not open when the extension is none
-/// or empty: the root itself is never written to.
+/// The key of an extension in the class root, created if it is missing. It is not open if the extension is null or
+/// empty, so that nothing is written to the root itself.
 class ExtensionKey {
 public:
     explicit ExtensionKey(const char* extension)
@@ -96,7 +87,7 @@ void endPass(RegKey*& rootKey, RegKey*& childKey) {
     delete std::exchange(rootKey, nullptr);
 }
 
-/// Replaces the keys of an earlier pass; leaves no pass when memory runs out.
+/// Ends an earlier enumeration and starts a new one; none is in progress if memory runs out.
 void startPass(RegKey*& rootKey, RegKey*& childKey) {
     endPass(rootKey, childKey);
     rootKey = new (std::nothrow) RegKey(HKEY_CLASSES_ROOT);
@@ -136,7 +127,7 @@ CExtensionMap& CExtensionMap::operator=(const CExtensionMap& other) {
 
 CExtensionMap::~CExtensionMap() {
     endPass(rootKey, childKey);
-    for (char** held : {&extension, &type, &creator, &comment}) hold(*held, nullptr);
+    for (char** field : {&extension, &type, &creator, &comment}) assign(*field, nullptr);
 }
 
 int CExtensionMap::First() {
@@ -148,15 +139,17 @@ int CExtensionMap::Next() {
     if (!rootKey || !childKey) return 0;
     while (const char* name = rootKey->NextSubKey(childKey)) {
         if (name[0] != '.' || !childKey->Opened()) continue;
+        // A mapping that cannot be read completely is skipped, and the cursor's strings are not changed.
         Text fetchedCreator = readText(*childKey, kCreatorValue);
-        Text fetchedType = fetchedCreator ? readText(*childKey, kTypeValue) : nullptr;
-        Text fetchedExtension = fetchedType ? copyOf(name) : nullptr;
-        // What cannot be fetched whole is passed over, and leaves what was held.
+        if (!fetchedCreator) continue;
+        Text fetchedType = readText(*childKey, kTypeValue);
+        if (!fetchedType) continue;
+        Text fetchedExtension = copyOf(name);
         if (!fetchedExtension) continue;
-        hold(extension, std::move(fetchedExtension));
-        hold(creator, std::move(fetchedCreator));
-        hold(type, std::move(fetchedType));
-        hold(comment, readText(*childKey, kCommentValue));
+        assign(extension, std::move(fetchedExtension));
+        assign(creator, std::move(fetchedCreator));
+        assign(type, std::move(fetchedType));
+        assign(comment, readText(*childKey, kCommentValue));
         return 1;
     }
     endPass(rootKey, childKey);
@@ -165,12 +158,12 @@ int CExtensionMap::Next() {
 
 int CExtensionMap::FirstCT(char* wantedCreator, char* wantedType) {
     if (!fitsCode(wantedCreator) || !fitsCode(wantedType)) return 0;
-    // Either may be a string that this cursor holds.
+    // The arguments may be strings of this cursor.
     Text creatorCopy = copyOf(wantedCreator);
     Text typeCopy = copyOf(wantedType);
     if (!creatorCopy || !typeCopy) return 0;
-    hold(creator, std::move(creatorCopy));
-    hold(type, std::move(typeCopy));
+    assign(creator, std::move(creatorCopy));
+    assign(type, std::move(typeCopy));
     startPass(rootKey, childKey);
     return NextCT();
 }
@@ -183,27 +176,27 @@ int CExtensionMap::NextCT() {
     cutToCode(wantedType.get());
     bool isMatch = false;
     while (!isMatch && Next()) isMatch = isSame(creator, wantedCreator.get()) && isSame(type, wantedType.get());
-    hold(creator, std::move(wantedCreator));
-    hold(type, std::move(wantedType));
+    assign(creator, std::move(wantedCreator));
+    assign(type, std::move(wantedType));
     return isMatch;
 }
 
 int CExtensionMap::Find(char* wanted) {
-    // The wanted extension may be the held one, and outlives the pass in any case.
-    const Text name = keyNameOf(wanted);
+    // The argument may be a string of this cursor, so it is copied before anything else.
+    const Text name = dottedExtension(wanted);
     endPass(rootKey, childKey);
     ExtensionKey key(name.get());
     Text foundCreator = readText(*key, kCreatorValue);
     Text foundType = readText(*key, kTypeValue);
     if (!foundCreator || !foundType) return 0;
-    hold(creator, std::move(foundCreator));
-    hold(type, std::move(foundType));
+    assign(creator, std::move(foundCreator));
+    assign(type, std::move(foundType));
     return 1;
 }
 
 void CExtensionMap::Default() {
-    // A held code may be shorter than what the lookup fills. A default for a code that is not held is not asked for,
-    // and so cannot spoil the other one.
+    // A code of the cursor may be shorter than a default, so separate buffers are filled. A default for a code that is
+    // not set is not requested, because if it were missing, the other default would not be used either.
     CodeBuffer defaultType;
     CodeBuffer defaultCreator;
     SExtensionMap defaults;
@@ -246,14 +239,14 @@ char* CExtensionMap::Comment() {
 }
 
 void CExtensionMap::SetExtension(char* text) {
-    hold(extension, copyOf(text));
+    assign(extension, copyOf(text));
 }
 void CExtensionMap::SetType(char* text) {
-    hold(type, copyOf(text));
+    assign(type, copyOf(text));
 }
 void CExtensionMap::SetCreator(char* text) {
-    hold(creator, copyOf(text));
+    assign(creator, copyOf(text));
 }
 void CExtensionMap::SetComment(char* text) {
-    hold(comment, copyOf(text));
+    assign(comment, copyOf(text));
 }

@@ -1,5 +1,7 @@
-// The rule that turns an extension, as callers give it, into the name of its key.
+// Conversion of an extension, as callers pass it, to the name of its key.
 #pragma once
+
+#include <memory>
 
 #include "extmap/store_layout.h"
 
@@ -8,8 +10,11 @@ namespace tamrix {
 /// Room for a dot, an extension and the terminator.
 using KeyNameBuffer = char[1 + kExtensionSize];
 
-/// The key name of an extension: one that begins with a dot is the name, at any length; any other is cut to 15 bytes at
-/// a character's boundary and written to `buffer` behind a dot. Null for null.
+/// The key name of an extension. An extension that begins with a dot is the key name, at any length. Any other is
+/// truncated to 15 bytes at a character boundary and written to `buffer` after a dot. Null for null.
 const char* extensionKeyName(const char* extension, KeyNameBuffer& buffer);
+
+/// The extension with its dot as a copy, at any length. Null for null and when memory runs out.
+std::unique_ptr<char[]> dottedExtension(const char* extension);
 
 }  // namespace tamrix

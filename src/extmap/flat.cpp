@@ -1,5 +1,5 @@
-// The flat functions of the extension store, over the platform's registry calls. Whatever they are handed is the
-// caller's; they allocate nothing.
+// The flat functions of the extension store. They use the platform's registry calls and allocate no memory. The caller
+// owns all buffers.
 #include <windows.h>
 
 #include <climits>
@@ -7,7 +7,7 @@
 #include <cstring>
 #include <initializer_list>
 
-#include "base/library.h"
+#include "base/settings_key.h"
 #include "extmap/extension_key.h"
 #include "extmap/store_layout.h"
 #include "registry/unique_key.h"
@@ -38,8 +38,8 @@ UniqueKey openExtension(const char* extension) {
     return name ? openKey(HKEY_CLASSES_ROOT, name) : UniqueKey();
 }
 
-/// Reads a code; false, with `code` undefined, unless the value is a string of exactly a code's size. A value stored
-/// without its terminator gives its first four bytes.
+/// Reads a code. False, with `code` undefined, unless the value is a string of exactly the size of a code. If it was
+/// stored without a terminator, its first four bytes are the code.
 bool readCode(HKEY key, const char* valueName, char* code) {
     DWORD type = REG_NONE;
     DWORD size = kCodeSize;
@@ -48,14 +48,14 @@ bool readCode(HKEY key, const char* valueName, char* code) {
     return result == ERROR_SUCCESS && type == REG_SZ && size == kCodeSize;
 }
 
-/// Reads each code that has a buffer; true when all of them could be read.
+/// Reads each code that has a buffer. True if all of these could be read.
 bool readCodes(HKEY key, const SExtensionMap& map, const char* typeValue, const char* creatorValue) {
     const bool hasType = !map.type || readCode(key, typeValue, map.type);
     const bool hasCreator = !map.creator || readCode(key, creatorValue, map.creator);
     return hasType && hasCreator;
 }
 
-/// Reads the comment; it is empty when there is none or it doesn't fit with a terminator.
+/// Reads the comment. It is empty if there is none or if it does not fit with a terminator.
 void readComment(HKEY key, char* comment, DWORD capacity) {
     DWORD type = REG_NONE;
     DWORD size = capacity;
@@ -74,22 +74,22 @@ bool isCode(const char* code) {
     return code && std::strlen(code) == kCodeLength;
 }
 
-/// Whether a stored code is the wanted one. A shorter wanted code never is.
+/// Whether a stored code equals the wanted one. A wanted code of fewer than four bytes matches nothing.
 bool isSameCode(const char* stored, const char* wanted) {
     for (int i = 0; i < kCodeLength; ++i)
         if (wanted[i] == 0 || stored[i] != wanted[i]) return false;
     return true;
 }
 
-/// Walks the keys of the class root, whose number nobody knows beforehand.
+/// Enumerates the keys of the class root, whose number is not known in advance.
 class ClassKeys {
 public:
     explicit ClassKeys(unsigned& index) : index_(index) {}
 
-    /// Fetches the name at the index and moves on. Names that don't fit, and those that can't be had, come out empty.
-    /// False at the end, and where the class root seems to refuse all of them.
+    /// Reads the name at the index and advances the index. A name that does not fit or cannot be read is returned as an
+    /// empty string. False at the end, and after too many consecutive failures.
     bool next(KeyNameBuffer& name) {
-        if (index_ == UINT_MAX || failuresInARow_ == kMostFailuresInARow) return false;
+        if (index_ == UINT_MAX || failuresInARow_ == kMaxFailuresInARow) return false;
         const LONG result = RegEnumKeyA(HKEY_CLASSES_ROOT, index_++, name, sizeof name);
         if (result != ERROR_SUCCESS) name[0] = 0;
         failuresInARow_ = result == ERROR_SUCCESS || result == ERROR_MORE_DATA ? 0 : failuresInARow_ + 1;
@@ -97,18 +97,19 @@ public:
     }
 
 private:
-    static constexpr int kMostFailuresInARow = 16;
+    static constexpr int kMaxFailuresInARow = 16;
     unsigned& index_;
     int failuresInARow_ = 0;
 };
 
-/// Whether nothing at all is left in a key. Anything but the platform's plain "no more" counts as content.
+/// Whether a key has no subkeys and no values. Any result other than "no more items" counts as content.
 bool isEmpty(HKEY key) {
     char name[32];
     DWORD nameSize = sizeof name;
     if (RegEnumKeyA(key, 0, name, sizeof name) != ERROR_NO_MORE_ITEMS) return false;
     if (RegEnumValueA(key, 0, name, &nameSize, nullptr, nullptr, nullptr, nullptr) != ERROR_NO_MORE_ITEMS) return false;
-    // Windows 95 gives every key an unnamed value, listed or not; one too long for the buffer is content.
+    // On Windows 95 every key has an unnamed value, whether it is enumerated or not. A value that does not fit in the
+    // buffer counts as content.
     char unnamed[32] = "";
     LONG unnamedSize = sizeof unnamed;
     return RegQueryValueA(key, nullptr, unnamed, &unnamedSize) == ERROR_SUCCESS && unnamed[0] == 0;

@@ -1,11 +1,11 @@
-// How a mapping is stored. It lives in the key of HKEY_CLASSES_ROOT that is named by the extension with its dot, beside
-// whatever else the system keeps there:
+// The format of a stored mapping. It is in the key of HKEY_CLASSES_ROOT that is named by the extension with its dot, in
+// which the system stores other data too:
 //
 //   "Mac Type"     REG_SZ  the type code's 4 bytes and a terminator
 //   "Mac Creator"  REG_SZ  the creator code's 4 bytes and a terminator
 //   "Mac Comment"  REG_SZ  free text, optional
 //
-// The default codes stand in the settings key, in the same form.
+// The default codes are in the settings key, in the same format.
 #pragma once
 
 namespace tamrix {
@@ -22,7 +22,7 @@ inline constexpr int kCodeSize = kCodeLength + 1;  // bytes with the terminator
 inline constexpr int kExtensionSize = 16;  // an extension with its terminator, without its dot
 inline constexpr unsigned kCommentSize = 256;
 
-/// Room for a code and its terminator.
+/// A buffer for a code and its terminator.
 using CodeBuffer = char[kCodeSize];
 
 }  // namespace tamrix

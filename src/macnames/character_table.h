@@ -1,6 +1,6 @@
 // The built-in table between the Macintosh and the Windows Western character sets. Most letters and symbols map to the
-// character of the same look in code page 1252; positions that one side lacks are paired among themselves, so the table
-// is no published mapping.
+// same character in code page 1252; characters that only one of the sets has are paired with each other. It is not a
+// published mapping.
 #pragma once
 
 #include <cstdint>
@@ -16,13 +16,13 @@ using CharacterTable = CharacterPair[256];
 
 extern const CharacterTable kCharacterTable;
 
-/// Which table the process uses, chosen once when the library is loaded.
+/// The table that the process uses, selected once when the library is loaded.
 struct SbcsTranslator {
     std::uint16_t oemCodePage;
-    const CharacterTable* table;  // null: bytes pass unchanged
+    const CharacterTable* table;  // null: bytes are not converted
 };
 
-/// The table is on for a single-byte ANSI code page with the Western OEM code pages 437 and 850.
+/// Selects the table for a single-byte ANSI code page with OEM code page 437 or 850 (Western), otherwise none.
 SbcsTranslator chooseTranslator(std::uint16_t oemCodePage, bool ansiHasLeadBytes);
 
 }  // namespace tamrix

@@ -1,4 +1,4 @@
-// The bytes of a Macintosh name that are quoted while no set is configured.
+// The bytes of a Macintosh name that are quoted if no quote set is configured.
 #include <cstddef>
 
 #include "macnames/name_rules.h"
@@ -6,11 +6,11 @@
 namespace tamrix {
 namespace {
 
-// What Windows reserves in names and what client paths use as delimiters, and delete; zero and the control characters
-// are quoted, too.
+// Characters that Windows reserves in names, delimiters in client paths, and DEL. Zero and the control characters are
+// also quoted.
 constexpr unsigned char kAlways[] = {'"', '*', '/', ':', '<', '>', '?', '\\', '|', '@', '`', 0x7F};
 
-// Macintosh characters that lack a Windows counterpart of their own or that Windows folds onto another.
+// Macintosh characters that have no Windows counterpart, or that Windows maps to the same character as another.
 constexpr unsigned char kSingleByte[] = {0x87, 0x89, 0x8F, 0x90, 0x91, 0x92, 0x93, 0x94, 0x95, 0x97,  //
                                          0x98, 0x99, 0x9C, 0x9D, 0x9E, 0xB7, 0xD5, 0xD8, 0xDA, 0xDB,  //
                                          0xDD, 0xDE, 0xDF, 0xE0, 0xE1, 0xE2, 0xE4, 0xE5, 0xE8, 0xFF};

@@ -25,8 +25,8 @@ bool endsName(ByteRole role, const Byte* in) {
     return role == ByteRole::end || (role == ByteRole::lead && in[1] == 0);
 }
 
-/// Translates plain bytes until another one comes or the room is used up; returns how many. Most of a name passes here,
-/// so the room is compared once for several bytes.
+/// Converts plain bytes up to the first other byte or until `room` bytes are written; returns their number. Most bytes
+/// of a name are handled here, so the remaining room is checked once for several bytes.
 std::size_t translateRun(const ByteRule (&rules)[256], char* dst, const Byte* in, std::size_t room) {
     const auto translated = [&rules, dst, in](std::size_t at) {
         const ByteRule rule = rules[in[at]];
@@ -58,18 +58,18 @@ void writeQuote(char* dst, const NameRules& rules, unsigned byte) {
     dst[4] = static_cast<char>(rules.close);
 }
 
-/// Whether Windows would drop the last byte of the name that ends at `end`, so that it must be quoted, unless it was
-/// (`lastQuoted`). `count` is what the name came to without that. A period behind the value of a lead byte stays,
-/// though that byte may be a trail byte.
+/// Whether Windows would drop the last byte of the name that ends at `end`, so that it must be quoted. It is not quoted
+/// again if `lastQuoted` points to it. `count` is the number of bytes written so far. A period after a byte with a lead
+/// byte's value is not quoted, even if that byte is a trail byte.
 bool endsInDroppedByte(const NameRules& rules, const Byte* end, std::size_t count, const Byte* lastQuoted) {
-    // A quoted period may be all of a name and still count more than two bytes.
+    // A name may consist of one quoted period, which has more than two bytes.
     if (count == 0 || end - 1 == lastQuoted) return false;
     if (end[-1] == ' ') return true;
     if (end[-1] != '.') return false;
     return count <= 2 || rules.mac[end[-2]].role() != ByteRole::lead;
 }
 
-/// The byte that the quote at an opening bracket stands for, -1 when it is no quote that decodes.
+/// The byte that is encoded by the quote at an opening bracket; -1 if it is not a quote that decodes.
 int quotedByte(const NameRules& rules, const Byte* in) {
     const auto digit = [in](int i) { return static_cast<unsigned>(in[i]) - '0'; };
     if (digit(1) > 9 || digit(2) > 9 || digit(3) > 9 || in[4] != rules.close) return -1;
@@ -112,10 +112,10 @@ int macToWindows(const NameRules& rules, char* dst, const char* afpName, unsigne
 
 int macToWindowsCapacity(const NameRules& rules, const char* afpName) {
     const Byte* in = bytesOf(afpName);
-    const Byte* singles = in;  // where the single bytes before `in` begin
+    const Byte* singles = in;  // start of the single bytes before `in`
     std::size_t count = 0;
     for (;;) {
-        for (std::size_t most = rules.most[*in]; most != 0; most = rules.most[*++in]) count += most;
+        for (std::size_t size = rules.maxSize[*in]; size != 0; size = rules.maxSize[*++in]) count += size;
         if (endsName(rules.mac[*in].role(), in)) break;
         count += 2;
         singles = in += 2;
@@ -142,7 +142,7 @@ int windowsToMac(const NameRules& rules, char* dst, const char* windowsName, uns
             continue;
         }
         if (endsName(rule.role(), in)) return finishAt(dst, count);
-        // Both bytes and the terminator, so that a character is never cut here.
+        // There must be room for both bytes and the terminator, so that no character is split.
         if (size - count < 3) return cutAt(dst + count);
         copyCharacter(dst + count, in);
         in += 2;

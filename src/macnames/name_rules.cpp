@@ -22,9 +22,9 @@ NameRules makeNameRules(const QuoteSettings& quotes, const LeadByteTable& leadBy
         const auto same = static_cast<std::uint8_t>(byte);
         rules.inSet[byte] = quotes.inSet[byte];
         rules.decodes[byte] = rules.inSet[byte] || byte == ' ' || byte == '.';
-        const bool lead = leadBytes.isLead[byte] != 0;
+        const bool lead = leadBytes.isLead[byte];
         const bool quoted = rules.inSet[byte] && !isNeverQuoted(byte);
-        if (byte != 0 && !lead) rules.most[byte] = rules.inSet[byte] ? kQuoteSize : std::uint8_t{1};
+        if (byte != 0 && !lead) rules.maxSize[byte] = rules.inSet[byte] ? kQuoteSize : std::uint8_t{1};
         rules.mac[byte] = {roleOf(byte, lead, quoted), table ? (*table)[byte].toWindows : same};
         rules.windows[byte] = {roleOf(byte, lead, byte == rules.open), byte == '\\' ? std::uint8_t{0}
                                                                        : table      ? (*table)[byte].toMacintosh

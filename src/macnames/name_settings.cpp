@@ -5,7 +5,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "base/library.h"
+#include "base/settings_key.h"
 #include "strings/lead_bytes.h"
 #include "tamrix32/registry.h"
 
@@ -16,7 +16,7 @@ NameRules nameRules{};
 
 namespace {
 
-/// Whether a string value holds two characters to take as brackets; anything else counts as absent.
+/// Whether a string value contains two characters for the brackets; anything else counts as absent.
 bool holdsBrackets(RegValue& value) {
     return value.Type() == RegValString && value.String() && value.DataLen() >= 2 && value.String()[0] &&
            value.String()[1];
@@ -24,7 +24,7 @@ bool holdsBrackets(RegValue& value) {
 
 void readQuoteSettings(RegKey& key, QuoteSettings& quotes) {
     RegValue value;
-    // A value of a type that carries no data has a length but no buffer.
+    // A value of a type that stores no data has a length but no buffer.
     if (key.ValueByName("QuoteChars", &value) && value.Buffer()) {
         std::fill(std::begin(quotes.inSet), std::end(quotes.inSet), false);
         for (unsigned long i = 0; i < value.DataLen(); ++i) quotes.inSet[value.Buffer()[i]] = true;
@@ -38,7 +38,7 @@ void readQuoteSettings(RegKey& key, QuoteSettings& quotes) {
 }  // namespace
 
 void loadNameSettings() {
-    const bool hasLeadBytes = leadByteTable.hasLeadBytes != 0;
+    const bool hasLeadBytes = leadByteTable.hasLeadBytes;
     sbcsTranslator = chooseTranslator(static_cast<std::uint16_t>(GetOEMCP()), hasLeadBytes);
     QuoteSettings quotes = defaultQuotes(hasLeadBytes);
     RegKey key;

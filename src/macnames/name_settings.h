@@ -1,5 +1,5 @@
-// What names are translated by in this process: the choice of the character table, and the rules for each byte with the
-// configured quote set and brackets. Written while the library is being loaded, only read afterwards.
+// The selected character table and the name rules of this process, with the configured quote set and brackets. They are
+// written while the library is being loaded and only read afterwards.
 #pragma once
 
 #include "macnames/character_table.h"
@@ -10,7 +10,7 @@ namespace tamrix {
 extern SbcsTranslator sbcsTranslator;
 extern NameRules nameRules;
 
-/// Takes both from the platform's code pages and the registry; the lead-byte table must be built.
+/// Initializes both from the platform's code pages and the registry. The lead-byte table must have been built.
 void loadNameSettings();
 
 }  // namespace tamrix

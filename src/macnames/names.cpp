@@ -1,4 +1,4 @@
-// The exported name translation: the process's rules, and the in-place forms.
+// The exported functions for name conversion, which use the process's rules, and the in-place versions.
 #include <memory>
 #include <new>
 
@@ -11,7 +11,7 @@ namespace {
 
 using Translation = int (*)(const tamrix::NameRules& rules, char* dst, const char* name, unsigned size);
 
-/// Translates by way of a block of the same capacity; the name keeps what comes before the block's first zero.
+/// Converts into a temporary buffer of the same capacity and copies the result up to its first zero.
 int translateInPlace(Translation translation, char* name, unsigned size) {
     if (size == 0) return translation(tamrix::nameRules, name, name, 0);
     const std::unique_ptr<char[]> translated(new (std::nothrow) char[size]);

@@ -1,4 +1,4 @@
-// Whole strings through one column of a character table; without a table bytes pass unchanged.
+// Conversion of whole strings by one column of a character table. Without a table, bytes are not converted.
 #pragma once
 
 #include <cstddef>
@@ -11,10 +11,10 @@ using TableColumn = std::uint8_t CharacterPair::*;
 
 void translateString(const CharacterTable* table, TableColumn column, char* s);
 
-/// Copies with the terminator.
+/// Converts while copying; the terminator is copied too.
 void copyTranslated(const CharacterTable* table, TableColumn column, char* dst, const char* src);
 
-/// Writes exactly `size` bytes: the translated source as far as it fits, then zeros.
+/// Writes exactly `size` bytes: as much of the converted source as fits, then zeros.
 void copyTranslated(const CharacterTable* table, TableColumn column, char* dst, const char* src, std::size_t size);
 
 }  // namespace tamrix

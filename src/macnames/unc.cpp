@@ -24,22 +24,22 @@ bool isGiven(const char* text) {
     return text && *text;
 }
 
-/// Appends to a path, keeping it terminated.
+/// Appends to a path and keeps it terminated.
 class PathWriter {
 public:
-    explicit PathWriter(char* path) : end(path) {}
+    explicit PathWriter(char* path) : end_(path) {}
     void append(char delimiter) {
-        *end++ = delimiter;
-        *end = 0;
+        *end_++ = delimiter;
+        *end_ = 0;
     }
     void append(const char* text) {
         const std::size_t bytes = std::strlen(text);
-        std::memcpy(end, text, bytes + 1);
-        end += bytes;
+        std::memcpy(end_, text, bytes + 1);
+        end_ += bytes;
     }
 
 private:
-    char* end;
+    char* end_;
 };
 
 char* find(const LeadByteTable& leads, char* text, char delimiter) {
@@ -47,18 +47,18 @@ char* find(const LeadByteTable& leads, char* text, char delimiter) {
                               : std::strchr(text, delimiter);
 }
 
-void give(char* part, const char* text) {
+void copyPart(char* part, const char* text) {
     if (part) std::strcpy(part, text);
 }
 
-/// Null `text`: there is no rest, and of a buffer that may be large only the first byte is written.
-void giveRest(const LeadByteTable& leads, const UncParts& parts, const char* text) {
+/// A null `text` means that there is no rest; then only the first byte of the buffer, which may be large, is written.
+void copyRest(const LeadByteTable& leads, const UncParts& parts, const char* text) {
     if (!parts.wantsRest()) return;
     *parts.rest = 0;
     if (!text) return;
-    const unsigned most = std::min(parts.restSize - 1, static_cast<unsigned>(INT_MAX));
-    scan::copyPadded(parts.rest, text, static_cast<int>(most), leads);
-    parts.rest[most] = 0;
+    const unsigned capacity = std::min(parts.restSize - 1, static_cast<unsigned>(INT_MAX));
+    scan::copyPadded(parts.rest, text, static_cast<int>(capacity), leads);
+    parts.rest[capacity] = 0;
 }
 
 bool splitPrinter(const LeadByteTable& leads, char* zone, char* delimiter, const UncParts& parts) {
@@ -67,20 +67,20 @@ bool splitPrinter(const LeadByteTable& leads, char* zone, char* delimiter, const
     *delimiter = *separator = 0;
     const char* const name = delimiter + 1;
     const char* const share = separator + 1;
-    give(parts.zone, *zone ? zone : kOwnZone);
-    give(parts.name, name);
-    give(parts.share, share);
+    copyPart(parts.zone, *zone ? zone : kOwnZone);
+    copyPart(parts.name, name);
+    copyPart(parts.share, share);
     return isGiven(name) && isGiven(share);
 }
 
-/// Null `delimiter`: the path names no zone. The separator is found before anything is cut, so a delimiter after it
-/// cuts the volume, and the name is what follows.
+/// A null `delimiter` means that the path has no zone. The separator is searched for before the path is cut, so a
+/// delimiter after the separator cuts the volume, and the name is the part after the delimiter.
 void splitServer(const LeadByteTable& leads, char* zone, char* delimiter, const UncParts& parts) {
     char* const separator = find(leads, zone, kSeparator);
     if (delimiter) *delimiter = 0;
     if (separator) *separator = 0;
-    give(parts.zone, delimiter ? zone : "");
-    give(parts.name, delimiter ? delimiter + 1 : zone);
+    copyPart(parts.zone, delimiter ? zone : "");
+    copyPart(parts.name, delimiter ? delimiter + 1 : zone);
     const char* rest = nullptr;
     if (parts.share) {
         char* const next = separator ? find(leads, separator + 1, kSeparator) : nullptr;
@@ -88,15 +88,15 @@ void splitServer(const LeadByteTable& leads, char* zone, char* delimiter, const 
             *next = 0;
             rest = next + 1;
         }
-        give(parts.share, separator ? separator + 1 : "");
+        copyPart(parts.share, separator ? separator + 1 : "");
     }
-    giveRest(leads, parts, rest);
+    copyRest(leads, parts, rest);
 }
 
 }  // namespace
 
 int uncLength(int kind, const char* zone, const char* name, const char* share) {
-    // One part alone may be too long; the sum of three that are not can't overflow.
+    // Each length is limited so that the sum of three cannot overflow.
     const auto lengthOf = [](const char* text) {
         return static_cast<int>(std::min(std::strlen(text), std::size_t{kLongestUnc}));
     };

@@ -1,10 +1,10 @@
-// The paths under which AppleTalk servers and printers are named, over an explicit lead-byte table:
+// UNC paths of AppleTalk servers and printers, with the lead-byte table as an argument:
 //
 //   server    \\ [zone @] name [\ volume [\ rest]]
 //   printer   \\ [zone] ` name \ share
 //
-// The zone "*" is the local one and is never written. Delimiters are looked for character by character, so that a trail
-// byte is never taken for one.
+// The zone "*" is the local zone and is never written. Delimiters are searched for character by character, so that a
+// trail byte is not mistaken for one.
 #pragma once
 
 #include "strings/lead_bytes.h"
@@ -14,16 +14,16 @@ namespace tamrix {
 inline constexpr int kServerPath = 1;
 inline constexpr int kPrinterPath = 2;
 
-/// The longest path with its terminator, in bytes; lengths are handed out as signed 16-bit numbers.
+/// Maximum length of a path with its terminator, in bytes, so that lengths fit in a signed 16-bit number.
 inline constexpr int kLongestUnc = 32767;
 
-/// As UNCLength and StringsToUNC.
+/// See UNCLength and StringsToUNC.
 int uncLength(int kind, const char* zone, const char* name, const char* share);
 int joinUnc(int kind, char* unc, unsigned short size, const char* zone, const char* name, const char* share);
 
-/// Where the parts of a path go; null for a part that is not wanted.
+/// Output buffers for the parts of a path; null for a part that is not wanted.
 struct UncParts {
-    char* zone;  // this and the next two hold any part of the path that is split
+    char* zone;  // this and the next two have room for the whole path
     char* name;
     char* share;
     char* rest;
@@ -34,10 +34,10 @@ struct UncParts {
 
 bool hasUncPrefix(const char* path);
 
-/// Empties every part that is wanted.
+/// Sets every wanted part to the empty string.
 void clearParts(const UncParts& parts);
 
-/// Splits a path that has the prefix, cutting it apart in place. The kind of path, or 0 when it is neither.
+/// Splits a path that has the prefix, overwriting delimiters in place. Returns the kind of path, or 0 if it is neither.
 int splitUnc(const LeadByteTable& leads, char* path, const UncParts& parts);
 
 }  // namespace tamrix

@@ -1,4 +1,4 @@
-// The exported functions for UNC paths: the process's lead bytes, and a working copy of a path that is split.
+// The exported functions for UNC paths. They use the process's lead bytes; splitting works on a copy of the path.
 #include <cstddef>
 #include <memory>
 #include <new>

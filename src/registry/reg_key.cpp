@@ -9,10 +9,10 @@
 
 namespace {
 
-constexpr DWORD kScratchSize = 128;  // of names with their terminator, and of data
+constexpr DWORD kScratchSize = 128;  // bytes for a name with its terminator, or for data
 
-/// What one registry call may fill. The registry vouches neither for terminators nor for the size that a type suggests,
-/// so everything behind the returned bytes is zero, and there is one byte more than the registry knows of.
+/// A buffer for the result of one registry call. The registry guarantees neither a terminator nor the size that a type
+/// implies, so all bytes after the returned ones are zero, and the buffer has one byte more than the registry is told.
 struct Scratch {
     BYTE bytes[kScratchSize + 1] = {};
     DWORD size = kScratchSize;
@@ -24,7 +24,7 @@ struct Scratch {
     }
 };
 
-/// Whether a handle is one of the platform's own, which closing leaves open.
+/// Whether a handle is a predefined one, which stays open when it is closed.
 bool isPredefined(HKEY key) {
     return (reinterpret_cast<ULONG_PTR>(key) & 0x80000000U) != 0;
 }
@@ -33,15 +33,15 @@ bool isThere(const RegKey* key) {
     return key != nullptr;
 }
 
-bool keepsData(RegValType type) {
+bool holdsData(RegValType type) {
     return type == RegValString || type == RegValBinary || type == RegValDword;
 }
 
-/// Replaces name, type and data together; false, with nothing changed, when memory runs out.
+/// Replaces name, type and data together. False, with nothing changed, if memory runs out.
 bool fill(RegValue& value, const char* name, DWORD type, Scratch& data) {
     data.trim();
     RegValue fresh(static_cast<RegValType>(type), name, data.bytes, data.size);
-    if ((name && !fresh.Name()) || (keepsData(fresh.Type()) && !fresh.Buffer())) return false;
+    if ((name && !fresh.Name()) || (holdsData(fresh.Type()) && !fresh.Buffer())) return false;
     RegistryLayout::swap(value, fresh);
     return true;
 }
@@ -80,7 +80,7 @@ void RegKey::Init() {
 }
 
 int RegKey::SetRelPath(const char* path) {
-    // The copy is made first: the new path may be a part of the old.
+    // The copy is made first because the new path may be part of the old one.
     delete[] std::exchange(relativePath, tamrix::copiedString(path ? path : ""));
     return 1;
 }
@@ -105,7 +105,7 @@ int RegKey::Exists(HKEY newAncestor, const char* path) {
 int RegKey::Open() {
     Close();
     subKeyPosition = valuePosition = 0;
-    // The registry would take a missing path for the ancestor itself.
+    // For a null path, the registry would open the ancestor itself.
     if (!ancestor || !relativePath) return 0;
     tamrix::UniqueKey key;
     if (RegOpenKeyExA(ancestor, relativePath, 0, tamrix::kKeyAccess, key.receive()) != ERROR_SUCCESS) return 0;
@@ -142,7 +142,7 @@ int RegKey::Create(HKEY newAncestor, const char* path) {
 }
 
 int RegKey::Close() {
-    // A handle that is closed may be another program's or object's soon: nothing is opened below it any more.
+    // The system may soon reuse the value of a closed handle, so nothing may be opened below it any more.
     if (ancestor == handle && !isPredefined(handle)) ancestor = nullptr;
     const tamrix::UniqueKey closed{std::exchange(handle, nullptr)};
     opened = 0;

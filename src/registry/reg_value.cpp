@@ -9,13 +9,13 @@
 
 namespace {
 
-/// What a value keeps of its data: `size` bytes at `bytes`, or nothing at all when there is none or memory ran out.
-struct KeptData {
+/// The data that a value stores: `size` bytes at `bytes`, or nothing if there is none or memory ran out.
+struct DataCopy {
     unsigned char* bytes = nullptr;
     unsigned long size = 0;
 };
 
-/// At least one byte, all zero.
+/// Allocates `size` zero bytes, at least one.
 unsigned char* zeroedBytes(unsigned long size) {
     if (size == 0) size = 1;
     auto* bytes = new (std::nothrow) unsigned char[size];
@@ -23,7 +23,7 @@ unsigned char* zeroedBytes(unsigned long size) {
     return bytes;
 }
 
-KeptData keepString(const char* text, unsigned long length) {
+DataCopy copyOfString(const char* text, unsigned long length) {
     if (!text) text = "";
     const auto needed = static_cast<unsigned long>(std::strlen(text)) + 1;
     if (length < needed) length = needed;
@@ -33,7 +33,7 @@ KeptData keepString(const char* text, unsigned long length) {
     return {bytes, length};
 }
 
-KeptData keepBytes(const unsigned char* source, unsigned long length) {
+DataCopy copyOfBytes(const unsigned char* source, unsigned long length) {
     if (!source) return {};
     unsigned char* bytes = zeroedBytes(length);
     if (!bytes) return {};
@@ -41,8 +41,8 @@ KeptData keepBytes(const unsigned char* source, unsigned long length) {
     return {bytes, length};
 }
 
-/// Four bytes of the source, in a block that is as long as the length says.
-KeptData keepNumber(const unsigned char* source, unsigned long length) {
+/// Copies four bytes of the source to a block of `length` bytes, at least four; the rest is zero.
+DataCopy copyOfNumber(const unsigned char* source, unsigned long length) {
     if (!source) return {};
     unsigned char* bytes = zeroedBytes(std::max<unsigned long>(length, sizeof(std::uint32_t)));
     if (!bytes) return {};
@@ -50,14 +50,14 @@ KeptData keepNumber(const unsigned char* source, unsigned long length) {
     return {bytes, length};
 }
 
-KeptData keep(RegValType type, const unsigned char* source, unsigned long length) {
+DataCopy copyOf(RegValType type, const unsigned char* source, unsigned long length) {
     switch (type) {
         case RegValString:
-            return keepString(reinterpret_cast<const char*>(source), length);
+            return copyOfString(reinterpret_cast<const char*>(source), length);
         case RegValBinary:
-            return keepBytes(source, length);
+            return copyOfBytes(source, length);
         case RegValDword:
-            return keepNumber(source, length);
+            return copyOfNumber(source, length);
     }
     return {nullptr, length};
 }
@@ -93,14 +93,14 @@ RegValue::~RegValue() {
 }
 
 void RegValue::SetName(const char* newName) {
-    // The copy is made first: the new name may be a part of the old.
+    // The copy is made first because the new name may be part of the old one.
     delete[] std::exchange(name, tamrix::copiedString(newName));
 }
 
 void RegValue::SetData(RegValType newType, unsigned char* newData) {
-    const KeptData kept = keep(newType, newData, dataLength);
-    delete[] std::exchange(data, kept.bytes);
-    dataLength = kept.size;
+    const DataCopy copy = copyOf(newType, newData, dataLength);
+    delete[] std::exchange(data, copy.bytes);
+    dataLength = copy.size;
     type = newType;
 }
 

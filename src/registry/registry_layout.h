@@ -1,4 +1,5 @@
-// The fields of RegKey and RegValue as old clients compiled them, and the one thing done to them from outside.
+// The layout of RegKey and RegValue that old clients rely on, and the one function outside the classes that accesses
+// their fields.
 #pragma once
 
 #include <cstddef>
@@ -7,7 +8,7 @@
 #include "tamrix32/registry.h"
 
 struct RegistryLayout {
-    /// Exchanges what two values hold.
+    /// Swaps the contents of two values.
     static void swap(RegValue& a, RegValue& b) {
         std::swap(a.name, b.name);
         std::swap(a.type, b.type);

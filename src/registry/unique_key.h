@@ -1,4 +1,4 @@
-// The owner of an open registry key, and the rights that keys are opened with.
+// The owner type for an open registry key, and the access rights with which keys are opened.
 #pragma once
 
 #include <windows.h>
@@ -15,8 +15,7 @@ struct RegistryKeyTraits {
 
 using UniqueKey = UniqueHandle<RegistryKeyTraits>;
 
-/// The rights of every open, also where a key is only read: to write to it and delete it are asked for with each
-/// handle.
+/// Every handle asks for write and delete access, even if a key is only read.
 inline constexpr REGSAM kKeyAccess =
     KEY_QUERY_VALUE | KEY_SET_VALUE | KEY_CREATE_SUB_KEY | KEY_ENUMERATE_SUB_KEYS | KEY_NOTIFY | DELETE;
 static_assert(kKeyAccess == 0x1001F);

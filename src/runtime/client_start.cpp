@@ -1,4 +1,4 @@
-// The start of a console program that clang builds for the platform's C++ without a vendor's runtime, as one object
-// that goes into the package: entry point, initialisers, heap.
+// Start-up code for console programs that clang builds for the Windows platform's C++ ABI without a vendor's runtime:
+// entry point, static initialisers, heap. The package contains it as one object file.
 #include "runtime/runtime.cpp"
 #include "runtime/start_program.cpp"

@@ -1,6 +1,6 @@
-// The heap and the few names that every program and library asks for, over msvcrt: there is no vendor C++ runtime. The
-// DLL has no more than this: nothing in it is constructed at run time, so that linking fails where something wants to
-// be.
+// The heap and the few symbols that every program and library needs, based on msvcrt, because there is no vendor C++
+// runtime. The DLL contains nothing else of a runtime. It must have no dynamic initialisers; linking fails if there is
+// one.
 #include <stdlib.h>
 
 #include <new>
@@ -32,12 +32,13 @@ void operator delete[](void* block, const std::nothrow_t&) noexcept {
     free(block);
 }
 
-// A pure virtual slot that is called is a broken caller.
+// A call of a pure virtual function is an error in the caller.
 extern "C" int __cdecl _purecall() {
     abort();
 }
 
-// Objects that use floating point ask for this name, by which a start-up that knows none would fail to link.
+// Object files that use floating point refer to this symbol, so that they cannot be linked with start-up code that does
+// not support it.
 extern "C" {
 extern const int _fltused;
 const int _fltused = 0;

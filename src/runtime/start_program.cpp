@@ -1,5 +1,5 @@
-// A console program's start over msvcrt: initialisers and exits, and what containers need of a runtime, memory or the
-// end of the process.
+// Start-up code of a console program, based on msvcrt: static initialisers, exit functions, and the functions that
+// containers call for memory and errors.
 #include <stdlib.h>
 #include <windows.h>
 
@@ -32,20 +32,20 @@ void* allocate(size_t size) {
 
 using Step = void (*)();
 
-constexpr int kMostExits = 16;
-Step exits[kMostExits];
+constexpr int kMaxExits = 16;
+Step exits[kMaxExits];
 int exitCount;
 
 }  // namespace
 
-// The linker sorts what compilers put into .CRT$XC* between these two.
+// The linker places the pointers from .CRT$XC*, which compilers generate, between these two.
 #pragma section(".CRT$XCA", read)
 #pragma section(".CRT$XCZ", read)
 extern "C" __declspec(allocate(".CRT$XCA")) Step firstInitialiser[1] = {nullptr};
 extern "C" __declspec(allocate(".CRT$XCZ")) Step lastInitialiser[1] = {nullptr};
 
 extern "C" int __cdecl atexit(void(__cdecl* step)(void)) {
-    if (exitCount == kMostExits) return -1;
+    if (exitCount == kMaxExits) return -1;
     exits[exitCount++] = step;
     return 0;
 }
@@ -81,8 +81,8 @@ void __throw_bad_function_call() {
 }
 }  // namespace std
 
-// libstdc++ compiles these once into its own library, which no program here links; from release 13 on, its headers
-// leave a part of every replacement in a string (_M_replace_cold) to that library in C++20, too.
+// libstdc++ compiles these into its own library, which programs here do not link. From release 13 on, its headers also
+// leave _M_replace_cold, a part of every replacement in a string, to that library in C++20.
 template class std::allocator<char>;
 template class std::basic_string<char>;
 

@@ -7,7 +7,8 @@
 namespace tamrix {
 namespace {
 
-/// The mapped size, 0 when the platform fails. A double-byte character becomes at most one of four bytes.
+/// Returns the size of the result, or 0 if the platform fails. The result of a double-byte character has at most four
+/// bytes.
 int mapped(const char* character, scan::Case wanted, char (&result)[4]) {
     const DWORD flag = wanted == scan::Case::upper ? LCMAP_UPPERCASE : LCMAP_LOWERCASE;
     return LCMapStringA(LOCALE_SYSTEM_DEFAULT, flag, character, 2, result, sizeof result);
@@ -15,9 +16,10 @@ int mapped(const char* character, scan::Case wanted, char (&result)[4]) {
 
 }  // namespace
 
-// The platform goes through Unicode and back, which turns what is no character into a default one, and the second of
-// two codes of one character into the first. Only a mapping that leads back is a pair: to the character itself, or to
-// the first code of a letter that has two. A letter differs in its two cases; a second code of anything else stays.
+// The platform converts to Unicode and back. This changes an invalid character into a default character, and the second
+// of two codes of a character into the first. So a mapping is a case pair only if the reverse mapping leads back,
+// either to the character itself or to the first code of a letter that has two codes. The two cases of a letter differ;
+// the second code of any other character is not changed.
 bool mapDoubleByteCase(char* character, scan::Case wanted) {
     const scan::Case other = wanted == scan::Case::upper ? scan::Case::lower : scan::Case::upper;
     char there[4];

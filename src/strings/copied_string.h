@@ -1,4 +1,4 @@
-// Fresh copies of strings for the fields that own them.
+// Copies of strings, for fields that own their string.
 #pragma once
 
 #include <cstring>
@@ -6,7 +6,7 @@
 
 namespace tamrix {
 
-/// A copy to be freed by delete[]; null for null and when memory runs out.
+/// Returns a copy, which the caller frees with delete[]; null for null and if memory runs out.
 inline char* copiedString(const char* text) {
     if (!text) return nullptr;
     const std::size_t size = std::strlen(text) + 1;

@@ -6,14 +6,13 @@ namespace tamrix {
 
 LeadByteTable leadByteTable;
 
-int buildLeadByteTable() {
+void buildLeadByteTable() {
     leadByteTable = {};
     for (int value = 0; value < 256; ++value) {
         if (!IsDBCSLeadByte(static_cast<BYTE>(value))) continue;
-        leadByteTable.isLead[value] = 1;
-        leadByteTable.hasLeadBytes = 1;
+        leadByteTable.isLead[value] = true;
+        leadByteTable.hasLeadBytes = true;
     }
-    return 1;
 }
 
 }  // namespace tamrix

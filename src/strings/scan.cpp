@@ -5,8 +5,8 @@
 namespace tamrix::scan {
 namespace {
 
-/// The character at `p` as a number: the byte, or lead * 256 + trail. The trail byte is zero after a lone lead byte
-/// only.
+/// The character at `p` as a number: the byte, or lead * 256 + trail. The trail byte is zero only after a lone lead
+/// byte.
 int valueAt(const char* p, const LeadByteTable& table) {
     const auto byte = [p](int i) { return static_cast<int>(static_cast<unsigned char>(p[i])); };
     return table.leads(*p) ? byte(0) * 256 + byte(1) : byte(0);
@@ -16,7 +16,7 @@ int sizeOf(int value) {
     return value > 0xFF ? 2 : 1;
 }
 
-/// Whether nothing follows: the terminator, or a lone lead byte before it.
+/// Whether this is the end of the string: the terminator, or a lone lead byte before it.
 bool endsString(int value) {
     return value % 256 == 0;
 }
@@ -89,7 +89,7 @@ const char* findLast(const char* s, int c, const LeadByteTable& table) {
 }
 
 const char* previous(const char* current, const char* start, const LeadByteTable& table) {
-    // A byte that leads nothing ends a character, so one begins right after it.
+    // A byte that is not a lead byte ends a character, so a character begins right after it.
     if (current - start >= 2 && !table.leads(current[-2])) return current - 1;
     const char* const target = current - 1;
     const char* p = start;

@@ -1,14 +1,16 @@
-// The double-byte scans of the dbcs_ functions, over an explicit lead-byte table. They read strings character by
-// character and stop at the terminator; a lone lead byte before the terminator ends the string as the terminator does,
-// but for the comparisons, to which it is the last character. Arguments are never null. What each one gives is said at
-// its namesake in tamrix32/strings.h.
+// The double-byte versions of the dbcs_ functions, with the lead-byte table as an argument. They process strings
+// character by character and stop at the terminator. A lone lead byte before the terminator ends the string too, except
+// in comparisons, where it is the last character. Arguments must not be null. tamrix32/strings.h documents the results
+// at the exported functions.
 #pragma once
+
+#include <cstdint>
 
 #include "strings/lead_bytes.h"
 
 namespace tamrix::scan {
 
-/// Bytes of the character at `p`, 0 at the string's end.
+/// Size of the character at `p` in bytes; 0 at the end of the string.
 inline int characterSize(const char* p, const LeadByteTable& table) {
     if (!table.leads(*p)) return *p != 0;
     return p[1] ? 2 : 0;
@@ -16,7 +18,7 @@ inline int characterSize(const char* p, const LeadByteTable& table) {
 
 enum class Case : std::uint8_t { upper, lower };
 
-/// Changes the two bytes of a double-byte character to the wanted case in place; false when that can't be found out.
+/// Converts a double-byte character to the wanted case in place; false if the platform cannot map it.
 using CaseMapping = bool (*)(char* character, Case wanted);
 
 constexpr char asciiInCase(char byte, Case wanted) {

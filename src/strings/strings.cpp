@@ -1,5 +1,5 @@
-// The exported string functions: null arguments, the fast path through C's own functions for single-byte code pages,
-// and the process's lead-byte table for double-byte ones.
+// The exported string functions. They handle null arguments, call C library functions for single-byte code pages (the
+// fast path), and pass the process's lead-byte table for double-byte code pages.
 #include "tamrix32/strings.h"
 
 #include <array>
@@ -14,10 +14,10 @@ using tamrix::scan::Case;
 namespace {
 
 bool isDoubleByte() {
-    return leadByteTable.hasLeadBytes != 0;
+    return leadByteTable.hasLeadBytes;
 }
 
-/// A look-up goes the same way for all bytes; telling letters from others would guess wrong at many.
+/// A table lookup has no branch; branching on whether a byte is a letter would often be mispredicted.
 constexpr auto kSmallLetters = [] {
     std::array<unsigned char, 256> letters{};
     for (std::size_t byte = 0; byte < letters.size(); ++byte)
@@ -25,7 +25,7 @@ constexpr auto kSmallLetters = [] {
     return letters;
 }();
 
-/// C knows no comparison without case, and its vendors' own follow the program's locale.
+/// Standard C has no case-insensitive comparison, and vendors' versions depend on the program's locale.
 int compareAsciiFolded(const char* a, const char* b) {
     for (;; ++a, ++b) {
         const int left = kSmallLetters[static_cast<unsigned char>(*a)];
@@ -34,11 +34,11 @@ int compareAsciiFolded(const char* a, const char* b) {
     }
 }
 
-/// As memccpy, which not every C library has under that name, but always terminated, and also onto the source itself.
+/// Like memccpy, which not every C library has under that name, but always terminates, and allows `dst` to be `src`.
 int copyBoundedBytes(char* dst, const char* src, int size) {
-    const auto most = static_cast<std::size_t>(size - 1);
-    const void* const end = std::memchr(src, 0, most);
-    const std::size_t bytes = end ? static_cast<std::size_t>(static_cast<const char*>(end) - src) : most;
+    const auto maxBytes = static_cast<std::size_t>(size - 1);
+    const void* const end = std::memchr(src, 0, maxBytes);
+    const std::size_t bytes = end ? static_cast<std::size_t>(static_cast<const char*>(end) - src) : maxBytes;
     std::memmove(dst, src, bytes);
     dst[bytes] = 0;
     return static_cast<int>(bytes);

@@ -1,9 +1,11 @@
 # What the command's tests share. A test file ends in harness.main(); its arguments are the program: the native one or,
 # for the shipped one, "wine" and its path. Each test has an empty folder of its own, in which the program runs, and
-# natively an empty registry. Expectations are written from the rules, not from output.
+# natively an empty registry. Expectations are written from the rules, not from output. Bytes that are no UTF-8 are
+# surrogates in strings, as Python has them in file names.
 import json
 import os
 import pathlib
+import pty
 import resource
 import shlex
 import subprocess
@@ -26,45 +28,61 @@ class CommandTest(unittest.TestCase):
         # Wine takes arguments in the locale's encoding; this locale is always there, and is Western.
         self.environment = dict(os.environ, XDG_DATA_HOME=str(self.folder / "data"), LC_ALL="C.UTF-8")
 
-    def tamrix(self, line, *arguments, status=0, named="", typed=b"", full_disk=False, **options):
-        # What the program prints, as bytes. `line` is split as a shell would, and `arguments` follow as they are. It
-        # ends with `status`, and complains of what it did not do, each time with its name, and at some time of `named`.
-        # A limit on the size of files stands for a full disk; with the signal ignored, it is an error of writing.
+    def terminal(self):
+        # Both ends of one. A container may have no /dev/pts; what is left of the test is skipped there.
+        try:
+            return pty.openpty()
+        except OSError as reason:
+            self.skipTest(str(reason))
+
+    def tamrix(self, line, *arguments, status=0, named="", full_disk=False, at_call=0, then="", **options):
+        # What the program prints. `line` is split as a shell would, with `<<<` and what is typed at its end, and
+        # `arguments` follow as they are. It ends with `status`, and complains of what it did not do, each time with its
+        # name, and at some time of each `named`. A limit on the size of files stands for a full disk; with the signal
+        # ignored, it is an error of writing. Before call number `at_call` of those that change the disk, the shell runs
+        # `then`, whose status is the error of that call.
+        words, typed, environment = shlex.split(line), "", dict(self.environment)
+        if "<<<" in words:
+            *words, _, typed = words
+        if at_call:
+            environment |= {"AT_CALL": str(at_call), "THEN": then, "LD_PRELOAD": os.environ["TAMRIX_AT_CALL"],
+                            "ASAN_OPTIONS": "verify_asan_link_order=0:detect_leaks=0"}
         limit = (lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (8, 8))) if full_disk else None
-        ran = subprocess.run([*PROGRAM, *shlex.split(line), *arguments], input=typed, cwd=self.folder,
-                             env=self.environment, stdout=options.get("stdout", subprocess.PIPE),
-                             stderr=subprocess.PIPE, preexec_fn=limit, restore_signals=not full_disk, timeout=120)
-        said = ran.stderr.decode(errors="surrogateescape")
-        self.assertIn(ran.returncode, status if isinstance(status, tuple) else (status,), (line, arguments, ran.stdout, said))
-        self.assertTrue(ran.returncode == 0 or said or ran.stdout or named is None, line)
+        ran = subprocess.run([*PROGRAM, *words, *arguments], input=os.fsencode(typed), cwd=self.folder, env=environment,
+                             preexec_fn=limit, restore_signals=not full_disk, timeout=120,
+                             **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE} | options)
+        said, printed = os.fsdecode(ran.stderr or b""), os.fsdecode(ran.stdout or b"")
+        self.assertIn(ran.returncode, status if isinstance(status, tuple) else (status,), (line, arguments, printed, said))
+        self.assertTrue(ran.returncode == 0 or said or printed or named is None, line)
         self.assertTrue(all(each.startswith("tamrix: ") for each in said.splitlines()), (line, said))
+        self.assertTrue(status != 2 or said.count("\n") == 1, said)
         for each in named if isinstance(named, list) else [named or ""]:
             self.assertIn(each, said, line)
-        return ran.stdout
+        return printed
 
     def json(self, line, *arguments, **keywords):
-        return json.loads(self.tamrix(line, *arguments, "--json", **keywords).decode("utf-8"))
+        return json.loads(self.tamrix(line, *arguments, "--json", **keywords))
 
     def rows(self, rows, **keywords):
-        # Runs one line a row: (line, what it prints) or, of what fails, (line, status, what the complaint names).
+        # Runs one line a row: (line, what it prints) or, of what fails, (line, status, what the complaint names) and
+        # what it prints all the same, if anything.
         for line, *expected in rows:
             with self.subTest(line):
-                if len(expected) == 1:
-                    self.assertEqual(self.tamrix(line, **keywords).decode(), expected[0])
-                else:
-                    printed = self.tamrix(line, status=expected[0], named=expected[1], **keywords)
-                    self.assertFalse(expected[0] == 2 and printed, "done by half")
+                status, named, printed = (0, "", *expected) if len(expected) == 1 else (*expected, "")[:3]
+                self.assertEqual(self.tamrix(line, status=status, named=named, **keywords), printed)
 
 
-def keep_wine_up():
-    # One program that waits for input keeps Wine up between the others, which then start at once. Nobody reads what it
-    # prints: Wine's own processes inherit its output and hold it open.
-    silent = {"stdout": subprocess.DEVNULL, "stderr": subprocess.DEVNULL}
-    waiting = subprocess.Popen([*PROGRAM, "name", "to-mac"], stdin=subprocess.PIPE, **silent)
-    unittest.addModuleCleanup(lambda: (waiting.stdin.close(), waiting.wait()))
-    subprocess.run([*PROGRAM, "--version"], check=True, **silent)
+def windows_registry(line, folder=None):
+    subprocess.run([PROGRAM[0], "reg", *line.split()], cwd=folder, check=True, stdout=subprocess.DEVNULL)
+
+
+def on_windows_95(tests):
+    # Runs the Windows tests of a class where the program takes the system for Windows 95: without wide calls.
+    key = r"HKCU\Software\Wine\AppDefaults\tamrix.exe"
+    tests.setUpClass = lambda: windows_registry(f"add {key} /v Version /d win95 /f")
+    tests.tearDownClass = lambda: windows_registry(f"delete {key} /f")
+    return windows_only(tests)
 
 
 def main():
-    sys.modules["__main__"].setUpModule = (lambda: None) if IS_NATIVE else keep_wine_up
     unittest.main(argv=sys.argv[:1])

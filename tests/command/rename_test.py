@@ -1,17 +1,15 @@
 # Renaming: nothing is overwritten or confused, all comes back, and text is text on every way in and out. Each file
 # holds the name it began with.
 import os
-import pathlib
-import pty
 import random
 import shutil
 import subprocess
 
-from harness import IS_NATIVE, PROGRAM, CommandTest, main, native_only, windows_only
+from harness import IS_NATIVE, CommandTest, main, native_only, on_windows_95, windows_only
 
-OMEGA, OHM = "\u03a9", "\u2126"
 TO_WINDOWS = "rename --to-windows --apply tree"
 JOURNAL = "tree.tamrix-journal"
+UNDO = "rename --undo " + JOURNAL
 
 
 class RenameTest(CommandTest):
@@ -32,96 +30,82 @@ class RenameTest(CommandTest):
                 os.readlink(path) if path.is_symlink() else os.fsdecode(path.read_bytes())
                 for path in (self.folder / "tree").rglob("*") if path.is_symlink() or path.is_file()}
 
-    def at_call(self, number, then, line, **options):
-        # Runs a line, and the shell's `then` before call `number` of those that change the disk.
-        preloaded = {"AT_CALL": str(number), "THEN": then, "LD_PRELOAD": os.environ["TAMRIX_AT_CALL"],
-                     "ASAN_OPTIONS": "verify_asan_link_order=0:detect_leaks=0"}
-        return subprocess.run([*PROGRAM, *line.split()], cwd=self.folder, env=self.environment | preloaded,
-                              **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE} | options)
-
-    def undo(self, journal=JOURNAL, **keywords):
-        return self.tamrix("rename --undo", journal, **keywords)
-
 
 class Text(RenameTest):
     def test_names_are_text_on_every_way_in_and_out(self):
-        apart, one = "cafe\u0301", "caf\u00e9"
-        for arguments, typed, printed, refused in (
-                ([apart, "b"], "", f"{one}\nb\n", ""), (["\u4e00", "b"], "", "b\n", "\u4e00: not a name in Mac Roman"),
-                ([], f"\ufeff{apart}\n\u0142\nb", f"{one}\nb\n", "\u0142"), ([], "\ufeff", "", "")):
-            self.assertEqual(self.tamrix("name to-windows --text utf-8", *arguments, typed=typed.encode(),
-                                         named=refused, status=1 if refused else 0).decode(), printed)
-        for name in self.json("name to-windows", OMEGA, OHM):  # one character of Mac Roman
-            self.assertEqual((name["fromHex"], name["from"]), ("BD", OMEGA))
-        for malformed in (b"\xff", b"\xc3", b"\xc0\xaf", b"\xed\xa0\x80", b"\xf4\x90\x80\x80"):
-            self.tamrix("name to-windows --text utf-8", typed=malformed, status=1, named=f"\\x{malformed[0]:02X}")
-        mark = self.tamrix("name to-mac --bytes", typed=b"caf\xe9\n\xef\xbb\xbf")
-        self.assertEqual((mark[:5], len(mark)), (b"caf\x8e\n", 9))
-        self.tamrix("name check --bytes --text utf-8 a", status=2, named="give one of")
+        apart, one, line = "cafe\u0301", "caf\u00e9", "name to-windows --text utf-8 "
+        malformed = ("\udcff", "\udcc3", "\udcc3a", "\udcc0\udcaf", "\udced\udca0\udc80", "\udcf4\udc90\udc80\udc80")
+        self.rows([(f"{line} {apart} b", f"{one}\nb\n"), (f"{line} \u4e00 b", 1, "\u4e00: cannot be represented", "b\n"),
+                   (f"{line} <<< '\ufeff{apart}\n\u0142\nb'", 1, "\u0142: ", f"{one}\nb\n"), (f"{line} <<< \ufeff", ""),
+                   *((f"{line} <<< {name}", 1, f"\\x{ord(name[0]) - 0xDC00:02X}") for name in malformed),
+                   ("name check --bytes --text utf-8 a", 2, "use either")])
+        for name in self.json("name to-windows \u03a9 \u2126"):  # both omegas are one character of Mac Roman
+            self.assertEqual((name["fromHex"], name["from"]), ("BD", "\u03a9"))
+        marked = self.tamrix("name to-mac --bytes <<< 'caf\udce9\n\ufeff'")
+        self.assertEqual((marked[:5], len(os.fsencode(marked))), ("caf\udc8e\n", 9), "with --bytes a mark is a name")
 
-    @native_only
     def test_where_no_characters_are_translated_macintosh_names_are_in_the_code_page(self):
-        self.make("\u8868\u30bd:", "\u00e9")  # the trail bytes are backslashes
-        self.tamrix("--code-page 932 " + TO_WINDOWS, status=1, named="\u00e9: not a name in this code page")
-        self.assertEqual(set(self.tree()), {"\u8868\u30bd[058]", "\u00e9"})
-        twin, = self.json("name to-mac --code-page 949 \uf95c")
-        self.assertEqual(twin["from"], "\uf95c", "composed it would have other bytes")
+        page, self.environment["LC_ALL"] = "--code-page 932" if IS_NATIVE else "", "ja_JP.UTF-8"
+        self.rows([(page + " name to-windows --text utf-8 <<< '\u8868\u30bd:\n\u00e9'", 1,  # trail bytes: backslashes
+                    "\u00e9: cannot be represented in the ANSI", "\u8868\u30bd[058]\n"),
+                   *([("name to-mac --code-page 949 \uf95c", "\uf95c\n")] if IS_NATIVE else [])])  # composed: other bytes
 
     @windows_only
     def test_pipes_have_the_code_page_and_the_disk_has_every_name(self):
-        for arguments, typed in (["\u00e9"], b""), ([], b"\xe9\n"), ([], "\ufeff\u00e9\n".encode()):
-            self.assertEqual(self.tamrix("name to-windows", *arguments, typed=typed), b"\xe9\n")
-        self.tamrix("name to-mac --bytes \u03c0", status=2, named="not text of this code page")
-        self.make("x\u03c0/a[064]", "xp/b[064]", "\u0142[064]")
-        printed = self.tamrix("rename --to-mac --apply tree", status=1, named="\\u{142}[064]: not a name")
-        self.assertEqual(set(printed.split(b"\n")), {b"tree\\x\\u{3C0}\\a[064] -> a@", b"tree\\xp\\b[064] -> b@", b""})
-        self.assertEqual(set(self.tree()), {"x\u03c0/a@", "xp/b@", "\u0142[064]"})
+        self.rows([("name to-mac --bytes \u03c0", 2, "cannot be represented in"),
+                   *((f"name to-windows {way}", "\udce9\n") for way in ("\u00e9", "<<< \udce9", "<<< \ufeff\u00e9"))])
+        before = self.make("x\u03c0/a[064]", "xp/b[064]", "\u0142[064]", "e\u0301", "\u00e9[064]", links=[("l", "xp")])
+        wide = {"tree\\x\\u{3C0}\\a[064] -> a@", "tree\\e\\u{301} -> \udce9 (Unicode composition only)",
+                "tree\\\udce9[064] -> \udce9@"}
+        for journal, more in (("j\u00e9", wide), ("k\u00e9 --bytes", {"tree\\\udce9[064] -> \udc8e@"})):
+            printed = self.tamrix(f"rename --to-mac --apply tree --journal {journal}", status=1, named="l: the link")
+            self.assertEqual(set(printed.splitlines()), {"tree\\xp\\b[064] -> b@"} | more)
+            self.tamrix("rename --undo " + journal.split()[0])
+            self.assertEqual(self.tree(), before)
+        console, end = self.terminal()
+        self.tamrix("name to-mac \u0161", stdout=end)
+        self.assertIn("\u2211".encode(), os.read(console, 9999), "a console shows what the code page lacks")
 
 
 class Rename(RenameTest):
     def test_apply_does_what_the_dry_run_says_and_undo_takes_it_back(self):
-        before = self.make("d[064]/e[096]/f[064]", "d[064]/plain", "g[064]", "g@", "see [047", "Cafe\u0301")
-        planned = self.json("rename --to-mac tree", status=1)
-        self.assertEqual(self.tree(), before)
-        self.assertEqual({reason: count for reason, count in planned["summary"].items() if count}, {
-            "toRename": 4, "unchanged": 3, "collisions": 1, "onlyComposed": 1, "wouldNotComeBack": 1, "left": 1})
-        names = [(row["from"], row["to"], row["reason"].split(":")[0]) for row in planned["entries"]]
-        self.assertEqual([row for row in names if row[0] != row[1]], [
-            ("f[064]", "f@", ""), ("e[096]", "e`", ""), ("Cafe\u0301", "Caf\u00e9", "only composed"),
-            ("d[064]", "d@", ""), ("g[064]", "g@", "collision")])
-        done = self.json("rename --to-mac --apply tree", status=1)["entries"]
-        self.assertEqual(sorted((row["from"], row["to"], row["reason"].split(":")[0]) for row in done), sorted(names))
-        self.assertEqual(set(self.tree()), {"d@/e`/f@", "d@/plain", "g[064]", "g@", "see [047", "Caf\u00e9"})
-        self.tamrix("rename --to-mac tree", status=2, named="was renamed this way already")
-        self.tamrix("rename --to-mac tree/d@", status=2, named=JOURNAL)
+        before = self.make("d[064]/e[096]/f[064]", "d[064]/plain", "g[064]", "g@", "see [047")
+        counts = {"toRename": 3, "unchanged": 3, "collisions": 1, "wouldNotComeBack": 1, "left": 1}
+        for options, status, done in (("", "would rename", {}), (" --apply", "renamed", {"done": 3})):
+            self.assertEqual(self.tree(), before)
+            said = self.json("rename --to-mac tree" + options, status=1)
+            self.assertEqual({reason: count for reason, count in said["summary"].items() if count}, counts | done)
+            self.assertEqual(said["journal"].endswith(JOURNAL), bool(done))
+            self.assertEqual(sorted((f'{row["folder"]}/{row["from"]}'.replace("\\", "/"), row["to"], row["status"])
+                                    for row in said["entries"]), [
+                ("tree/d[064]", "d@", status), ("tree/d[064]/e[096]", "e`", status),
+                ("tree/d[064]/e[096]/f[064]", "f@", status), ("tree/g@", "g@", "noted"), ("tree/g[064]", "g@", "left")])
+        self.assertEqual(set(self.tree()), {"d@/e`/f@", "d@/plain", "g[064]", "g@", "see [047"})
+        self.rows([("rename --to-mac tree", 2, "has already been renamed in"), ("rename --to-mac tree/d@", 2, JOURNAL)])
         self.json("rename --to-mac --force tree", status=1)
-        self.undo(named="4 put back, 0 left with a reason")
-        self.undo(named="0 put back, 0 left with a reason")
+        self.tamrix(UNDO, named="3 reverted, 0 skipped")
+        self.tamrix(UNDO, named="0 reverted, 0 skipped")
         self.assertEqual(self.tree(), before)
-        self.json("rename --to-mac tree", status=1)
+        self.tamrix("rename --to-mac --apply tree/d[064]")
+        self.rows([("rename --to-mac tree", 2, ["tree: a folder in it has", "d[064].tamrix-journal"])])
+        self.json("rename --to-windows tree", status=1)
 
     def test_never_more_than_is_meant(self):
-        before, root = self.make("a[064]"), "/" if IS_NATIVE else "C:\\"
+        before, root = self.make("a[064]"), "/" if IS_NATIVE else "C:\\\\"
         (self.folder / "kept").write_text("kept")
-        for arguments, named in (
-                (["--to-mac", ""], "DIR is empty"), (["--to-mac", root], "a whole disk"), ([], "DIR"),
-                (["tree"], "give one"),
-                (["--to-mac", "tree/a[064]"], "a[064]: not a folder"), (["--to-mac", "no"], "no: "),
-                (["--to-mac", "--apply", "--journal", "tree/j", "tree"], "tree/j: the journal may not lie in"),
-                (["--to-mac", "--apply", "--journal", "kept", "tree"], "kept: "),
-                (["--undo", "tree/a[064]"], "not a journal"), (["--undo", "no", "tree"], "nothing else")):
-            self.assertEqual(self.tamrix("rename", *arguments, status=2, named=named), b"")
+        self.rows([("rename --to-mac ''", 2, "DIR is empty"), (f"rename --to-mac {root}", 2, "a whole disk"),
+                   ("rename", 2, "DIR"), ("rename tree", 2, "use either"), ("rename --to-mac no", 2, "no: "),
+                   ("rename --to-mac tree/a[064]", 2, "a[064]: not a folder"), ("rename --undo kept", 2, "not a journal"),
+                   ("rename --to-mac --apply --journal tree/j tree", 2, "tree/j: the journal must not be in"),
+                   ("rename --to-mac --apply --journal kept tree", 2, "kept: "), ("rename --undo j tree", 2, "only the")])
         self.assertEqual((self.tree(), (self.folder / "kept").read_text()), (before, "kept"))
 
     @native_only
     def test_nothing_is_overwritten_or_confused_and_all_comes_back(self):
-        raw = ["\udc80", "\udcc4", "\udc83"]  # Macintosh 80 -> Windows C4 -> 83 -> C9: each takes the name of the next
         parts = [*"Aa\u00c4\u00e4e\u0301:. \r\\\udcff\u0142", "[058]", "AUX", "con"]
         for seed in range(20):
             numbers, bytes_only = random.Random(seed), seed % 5 == 0
-            pool = raw * 4 + parts if bytes_only else parts
-            names = {"".join(numbers.choices(pool, k=numbers.randint(1, 3))) for _ in range(12)} - {".", ".."}
-            names = {os.fsdecode(os.fsencode(name)) for name in names}
+            names = {"".join(numbers.choices(parts, k=numbers.randint(1, 3))) for _ in range(12)} - {".", ".."}
             before = self.make(*names)
             printed = self.json(TO_WINDOWS, *["--bytes"] * bytes_only, status=(0, 1))["entries"]
             rows = {os.fsdecode(bytes.fromhex(row["fromHex"])): row["status"] for row in printed}
@@ -135,19 +119,22 @@ class Rename(RenameTest):
                 self.assertNotRegex(name, r'(?i)^(AUX|CON) *(\.|$)|[ .]$|[":]')
                 self.assertTrue(bytes_only or "\udcff" not in name and "e\u0301" not in name and "\u0142" not in name)
             if (self.folder / JOURNAL).exists():
-                self.undo()
+                self.tamrix(UNDO)
             self.assertEqual(self.tree(), before)
 
     @native_only
     def test_names_that_windows_or_this_disk_does_not_keep_are_left_with_their_reason(self):
-        names = {"con.txt": "device", "x" * 252 + ":": "too long", "\udcff": "Mac Roman", "Y": "in case",
-                 "y": "in case", "e\u0301:": "another entry", "\u00e9:": "another entry"}
-        self.make(*names, "COM0", "con-x")
-        rows = {row["from"] or "\udcff": row["reason"] for row in self.json(TO_WINDOWS, status=1)["entries"]}
+        devices = ("AUX", "con.txt", "COM1.doc", "nul", "prn .a.b", "lpt9", "conin$")
+        others = "\udcff\x80\u07ff\u0800\ud7ff\ue000\uffff\U00010000\U0010ffff"  # the last ones of each length, and the first
+        names = {**dict.fromkeys(devices, "device"), **dict.fromkeys(others, "Mac Roman"), "x" * 251 + ":": "too long",
+                 "Y": "in case", "y": "in case", "e\u0301:": "another entry", "\u00e9:": "another entry"}
+        self.make(*names, "COM0", "com10", "lpt.1", "con-x", "x" * 250 + ":")
+        rows = {row["from"] or "\udcff": row["reason"] for row in self.json(TO_WINDOWS, status=1)["entries"]
+                if row["status"] == "left"}
         self.assertEqual(rows.keys(), names.keys())
         self.assertTrue(all(reason in rows[name] for name, reason in names.items()), rows)
         self.make("a[047]b", "c[000]", "Y", "y")
-        self.tamrix("rename --to-mac tree", status=1, named=["slash", "zero byte", "by the disk: 2", "unchanged: 2"])
+        self.tamrix("rename --to-mac tree", status=1, named=["slash", "zero byte", "by the disk: 2", "nothing to rename"])
 
     @native_only
     def test_links_follow_what_they_point_to(self):
@@ -155,61 +142,75 @@ class Rename(RenameTest):
         before = self.make("d:/f:", "p", links=[
             ("a", "d:/f:"), ("b:", "./d:/../d:/"), ("c", "b:/f:"), ("d:/up", "../p"), ("e", tree + "/d:"),
             ("i", "../tree/d:"), ("o", "../out"), ("x", "gone:")])
-        self.tamrix(TO_WINDOWS, named="tree/o: leads out of the folder: ../out")
+        planned = {row["from"]: row for row in self.json("rename --to-windows tree")["entries"] if "newTarget" in row}
+        self.assertEqual([planned["a"][name] for name in ("status", "oldTarget", "newTarget")],
+                         ["would point", "d:/f:", "d[058]/f[058]"])
+        self.tamrix(TO_WINDOWS, named="tree/o: the link's target is outside the folder: ../out")
         self.assertEqual(self.tree(), {
             "d[058]/f[058]": "d:/f:", "p": "p", "a": "d[058]/f[058]", "b[058]": "./d[058]/../d[058]/",
             "c": "b[058]/f[058]", "d[058]/up": "../p", "e": tree + "/d[058]", "i": "../tree/d[058]", "o": "../out",
             "x": "gone:"})
-        self.undo()
-        self.assertEqual(self.tree(), before)
+        (self.folder / "tree/a").unlink()
+        os.symlink("p", self.folder / "tree/a")
+        self.tamrix(UNDO, status=1, named="tree/a: has another target now")
+        self.assertEqual(self.tree(), before | {"a": "p"})
 
     @native_only
     def test_killed_at_any_step_all_comes_back(self):
-        line, kill, number, status = TO_WINDOWS + " --bytes", "kill -KILL $PPID", 0, -9
-        while status == -9:
-            number += 1
+        kill = "kill -KILL $PPID"
+        for number in range(1, 19):  # before each of seventeen writes, flushes, renames and links, and then not at all
+            # Macintosh 80 -> Windows C4 -> 83 -> C9: each takes the name of the next.
             before = self.make("d:/f:", "d:/g", "\udc80", "\udcc4", "\udc83", links=[("l", "d:/f:")])
-            status = self.at_call(number, kill, line).returncode
+            self.tamrix(TO_WINDOWS + " --bytes", at_call=number, then=kill, status=-9 * (number < 18), named=None)
             journal = (self.folder / JOURNAL).read_bytes()
             if journal:
-                self.at_call(number % 7 + 1, kill, "rename --undo " + JOURNAL)
-                self.undo(named=" 0 left with a reason, 0 left to do")
+                self.tamrix(UNDO, at_call=number % 9 + 1, then=kill, status=(0, -9), named=None)
+                self.assertNotIn("\\x", self.tamrix(UNDO, named=" 0 skipped, 0 remaining"), "bytes stay bytes")
             self.assertEqual(self.tree(), before, number)
-        self.assertEqual((status, number), (0, 13), "twelve writes, renames and links")
         for cut in range(journal.index(b"in\t"), journal.index(b"name\t\xc4"), 9):
             (self.folder / "torn").write_bytes(journal[:cut])  # no step is done before its whole line is there
-            self.undo("torn", named="0 put back, 0 left")
-            self.undo("torn")
+            self.tamrix("rename --undo torn", named="0 reverted, 0 skipped")
+            self.tamrix("rename --undo torn")
         self.assertEqual(self.tree(), before)
 
     @native_only
     def test_a_disk_that_changes_is_noticed_and_an_interrupt_ends_in_order(self):
-        for call, then, named in ((3, "rm tree/b:", "b: is not there"),
-                                  (3, "touch 'tree/b[058]'", "b[058] is there now"),
-                                  (4, "kill -TERM $PPID", "stopped: interrupted")):
+        for call, then, named, done in ((4, "rm tree/b:", "b: was removed", 1), (2, "exit 28", "No space left on device", 0),
+                                        (4, "touch 'tree/b[058]'", "b[058] now exists", 1),
+                                        (3, "exit 5", "stopped: Input/output error", 0),
+                                        (5, "kill -TERM $PPID", "stopped: interrupted", 2)):
             self.make("a:", "b:", "c:")
-            ran = self.at_call(call, then, TO_WINDOWS)
-            self.assertEqual((ran.returncode, named in ran.stderr.decode()), (1, True), ran)
-            self.assertRegex(ran.stderr, rb", [12] left to do\n")
-            self.undo(named=f"{call - 2} put back, 0 left")
+            self.tamrix(TO_WINDOWS, at_call=call, then=then, status=1, named=[named, f", {3 - done} remaining\n"])
+            self.tamrix(UNDO, named=f"{done} reverted, 0 skip")
             self.assertLessEqual({"a:", "c:"}, self.tree().keys())
-        self.make("a:", "b:", "c:")
-        self.tamrix(TO_WINDOWS + " --journal j")
-        os.rename(self.folder / "tree/a[058]", self.folder / "tree/elsewhere")
+        self.tamrix(TO_WINDOWS, at_call=4, then="exit 5", status=1, named=["a:: Input/output error", "2 renamed, 1 skip"])
+        self.tamrix(UNDO + "-2", named="2 reverted, 0 skip")
+        self.tamrix(TO_WINDOWS + " --journal j", at_call=4, then="exit 22", named="3 renamed, 0 skip")
+        self.tamrix("rename --undo j", at_call=1, then="kill -TERM $PPID", status=1, named="stopped: interrupted")
         (self.folder / "tree/b:").write_bytes(b"new")
-        self.undo("j", status=1, named=["a[058]: has changed meanwhile: it is", "b[058]: has changed meanwhile: both"])
-        self.assertEqual(self.tree(), {"elsewhere": "a:", "b:": "new", "b[058]": "b:", "c:": "c:"})
+        self.tamrix("rename --undo j", status=1, named="b[058]: both names now exist")
+        self.assertEqual(self.tree(), {"a:": "a:", "b:": "new", "b[058]": "b:", "c:": "c:"})
+
+        self.make("d:/f:", links=[("l", "d:/f:")])
+        changed = ["l has another target now", ", 1 remaining"]
+        self.tamrix(TO_WINDOWS, at_call=5, then="ln -sfn p tree/l", status=1, named=changed)
 
     @native_only
     def test_paths_may_be_long_and_a_terminal_sees_how_far_it_is(self):
-        folders = subprocess.run("mkdir tree; cd tree; for i in $(seq 200); do mkdir $(printf %030d: $i); "
-                                 "cd -P $(printf %030d: $i); done", shell=True, cwd=self.folder)
-        self.assertEqual(folders.returncode, 0)
-        self.tamrix(TO_WINDOWS, named="200 renamed, 0 left with a reason, 0 left to do")
-        terminal, end = pty.openpty()
-        ran = self.at_call(4, "sleep 2.1", "rename --undo " + JOURNAL, stderr=end)
-        self.assertEqual((ran.returncode, ran.stdout.count(b"\n")), (0, 200))
+        subprocess.run("mkdir tree; cd tree; for i in $(seq 200); do mkdir $(printf %030d: $i); "
+                       "cd -P $(printf %030d: $i); done", shell=True, cwd=self.folder, check=True)
+        self.tamrix(TO_WINDOWS, named="200 renamed, 0 skipped, 0 remaining")
+        terminal, end = self.terminal()
+        self.assertEqual(self.tamrix(UNDO, at_call=4, then="sleep 2.1", stderr=end).count("\n"), 200)
         self.assertRegex(os.read(terminal, 9999), rb"\r\d+ of 200")
+
+
+@on_windows_95
+class OnOldWindows(Rename):
+    def test_names_that_the_code_page_lacks_are_left(self):
+        before = self.make("x\u03c0/a[064]", "xp/b[064]", "\u0142[064]")
+        self.tamrix("rename --to-mac --apply tree", status=1, named=["another entry under this name", "the ANSI code page"])
+        self.assertEqual(self.tree(), before)
 
 
 if __name__ == "__main__":

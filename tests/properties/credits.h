@@ -1,10 +1,10 @@
-// The credits in a block of exact size beside a model of their lines, markers and placeholders; bitmap resources with
-// any fields, cut to any size, beside the sizes that the platform's structure asks for.
+// The credits in a block of exact size next to a model of their lines, markers and placeholders; bitmap resources with
+// any fields, cut to any size, next to the sizes that the platform's structure asks for.
 #pragma once
 
-#include <algorithm>
 #include <array>
-#include <vector>
+#include <bit>
+#include <map>
 
 #include "about/bitmap_header.h"
 #include "about/credits_text.h"
@@ -12,105 +12,92 @@
 
 namespace properties {
 
-/// The characters up to a zero; the last one may be a lone lead byte.
-inline std::vector<std::string> characters(const std::string& text, const tamrix::LeadByteTable& leads) {
-    std::vector<std::string> found;
-    for (std::size_t at = 0; at < text.size() && text[at]; at += found.back().size())
-        found.push_back(text.substr(at, leads.leads(text[at]) ? 2 : 1));
-    return found;
-}
-
-inline std::vector<std::string> linesOf(const std::string& text, const tamrix::LeadByteTable& leads) {
+inline std::vector<std::string> linesOf(const tamrix::LeadByteTable& leads, const std::string& text) {
     std::vector<std::string> lines(1);
-    for (const std::string& character : characters(text, leads)) {
-        if (leads.leads(character[0]) && (character.size() == 1 || !character[1])) break;
-        if (character == "\r")
-            lines.emplace_back();
-        else if (character != "\n")
-            lines.back() += character;
+    for (const std::string& character : charactersOf(leads, text.substr(0, text.find('\0')))) {
+        if (character == "\r") lines.emplace_back();
+        if (character != "\r" && character != "\n") lines.back() += character;
     }
     return lines;
 }
 
-inline std::string expanded(const std::string& line, const tamrix::LeadByteTable& leads) {
-    std::string shown;
-    const std::vector<std::string> all = characters(line, leads);
-    for (std::size_t i = 0; i < all.size(); ++i) {
-        const bool percent = all[i] == "%";
-        const std::string sign = percent && i + 1 < all.size() ? all[i + 1] : "";
-        const std::string placeholder = sign == "v" ? "6.1" : sign == "y" ? "1995-97" : sign == "%" ? "%" : " ";
-        const std::string& next = percent ? placeholder : all[i];
-        if (shown.size() + next.size() > 255) break;
-        shown += next;
-        i += percent && placeholder != " ";
+inline std::string expanded(const tamrix::LeadByteTable& leads, const std::string& line) {
+    static const std::map<std::string, std::string> placeholders = {{"%v", "6.1"}, {"%y", "1995-97"}, {"%%", "%"}};
+    std::vector<std::string> characters = charactersOf(leads, line, true), shown;
+    characters.emplace_back();
+    for (std::size_t i = 0; i + 1 < characters.size(); ++i) {
+        const auto found = placeholders.find(characters[i] + characters[i + 1]);
+        const bool isFound = found != placeholders.end();
+        shown.push_back(isFound ? found->second : characters[i] == "%" ? " " : characters[i]);
+        i += isFound;
     }
-    return shown;
+    return fitting(shown, tamrix::kExpandedCapacity);
 }
 
-inline void holdLine(const std::string& line, const tamrix::LeadByteTable& leads, const std::array<bool, 3>& made) {
-    const std::size_t kind = std::string("*/_").find(line[0]);
-    const bool marked = kind < 3 && made[0] && (kind < 1 || made[1]) && (kind < 2 || made[2]);
-    const auto [font, text] = tamrix::takeMarker(line, {made[0], made[1], made[2]});
-    require(static_cast<std::size_t>(font) == (marked ? kind + 1 : 0) && text == line.substr(marked), "the marker");
+/// `made` has a bit for each marked font; markers count up to the first font that could not be made.
+inline void holdLine(const tamrix::LeadByteTable& leads, const std::string& line, std::uint8_t made) {
+    const std::size_t marker = std::string("*/_").find(line[0]);
+    const bool isMarked = marker < static_cast<std::size_t>(std::countr_one(made));
+    const auto [font, text] = tamrix::takeMarker(line, {(made & 1) != 0, (made & 2) != 0, (made & 4) != 0});
+    require(static_cast<std::size_t>(font) == (isMarked ? marker + 1 : 0) && text == line.substr(isMarked), "a marker");
     std::array<char, tamrix::kExpandedCapacity> buffer;
-    require(tamrix::expandPlaceholders(text, leads, buffer) == expanded(std::string(text), leads), "placeholders");
-    const auto all = characters(line, leads);
-    require(tamrix::hasPlaceholder(line, leads) == (std::count(all.begin(), all.end(), "%") > 0), "hasPlaceholder");
+    require(tamrix::expandPlaceholders(text, leads, buffer) == expanded(leads, std::string(text)), "placeholders");
+    const bool hasPercent = withoutDoubles(leads, line).find('%') != std::string::npos;
+    require(tamrix::hasPlaceholder(line, leads) == hasPercent, "whether there is a placeholder");
 }
 
-inline void holdCredits(const std::string& block, const tamrix::LeadByteTable& leads, std::uint8_t made) {
-    const std::vector<std::string> wanted = linesOf(block.substr(0, block.size() - 1), leads);
-    const std::unique_ptr<char[]> copy(new char[block.size()]);
-    const std::span<char> text(copy.get(), block.size());
-    block.copy(copy.get(), block.size());
+inline void holdCredits(const tamrix::LeadByteTable& leads, const std::string& credits, std::uint8_t made) {
+    const std::vector<std::string> wanted = linesOf(leads, credits);
+    const Block block(credits.size() + 1);  // the last byte gives way to the terminator
+    credits.copy(block, credits.size());
+    const std::span<char> text(static_cast<char*>(block), credits.size() + 1);
     std::vector<AboutLine> lines(static_cast<std::size_t>(tamrix::compactCredits(text, leads)));
     require(lines.size() == wanted.size(), "the number of lines");
     tamrix::splitCredits(text, leads, lines);
     std::size_t offset = 0;
-    for (std::size_t i = 0; i < lines.size(); ++i) {
+    for (std::size_t i = 0; i < lines.size(); offset += wanted[i++].size() + 1) {
         require(lines[i].offset == offset && &text[offset] == wanted[i], "line " + std::to_string(i));
         require(static_cast<std::size_t>(lines[i].length) == wanted[i].size(), "a length");
-        offset += wanted[i].size() + 1;
-        holdLine(wanted[i], leads, {(made & 1) != 0, (made & 2) != 0, (made & 4) != 0});
+        holdLine(leads, wanted[i], made);
     }
 }
 
 inline void holdBitmap(Input& input) {
-    const std::uint32_t sides[] = {1, 2, 13, 0x7FFF, 0x8000, 0x1000001, 0}, counts[] = {0, 1, 2, 256, 257, 0x40000000};
-    const std::uint32_t width = input.oneOf(sides), height = input.oneOf(sides), colours = input.oneOf(counts);
-    const std::uint32_t depths[] = {0, 1, 4, 8, 9, 0x108}, kinds[] = {0, 1, 0x01000000};
-    const std::uint32_t depth = input.oneOf(depths), stated = input.byte(), compression = input.oneOf(kinds);
-    const std::uint32_t header = input.byte() % 16 ? 40 : 12;
+    const std::uint32_t headers[] = {40, 40, 40, 12}, sides[] = {1, 2, 13, 0x7FFF, 0x8000, 0x1000001, 0};
+    const std::uint32_t depths[] = {0, 1, 4, 8, 9, 0x108}, counts[] = {0, 1, 2, 256, 257, 0x40000000};
+    const std::uint32_t header = input.oneOf(headers), width = input.oneOf(sides), height = input.oneOf(sides);
+    const std::uint32_t depth = input.oneOf(depths), colours = input.oneOf(counts);
+    const std::uint32_t compression = input.byte() % 2U << input.byte() % 2 * 24, stated = input.byte();
     const bool fits = header == 40 && width - 1 < 0x7FFF && height - 1 < 0x7FFF && depth - 1 < 8 && colours <= 256;
     const std::size_t table = colours ? colours : 1u << depth % 16;
     const std::size_t bits = compression ? stated : (std::size_t{width} * depth + 31) / 32 * 4 * height;
     if (fits && bits > 2000) return;
-    std::string bytes;
+    std::vector<unsigned char> bytes;
     for (const std::uint32_t field :
          {header, width, height, 1 | depth << 16, compression, stated, 0u, 0u, colours, 0u, 0u, 0x00332211u})
-        for (const int shift : {0, 8, 16, 24}) bytes += static_cast<char>(field >> shift);
-    for (const std::size_t cut : {std::size_t{input.byte()}, 40 + 4 * table + bits - 1, 40 + 4 * table + bits}) {
-        std::vector<unsigned char> exact(bytes.begin(), bytes.end());
+        for (const int shift : {0, 8, 16, 24}) bytes.push_back(static_cast<unsigned char>(field >> shift));
+    const std::size_t needed = 40 + 4 * table + bits;
+    for (const std::size_t cut : {std::size_t{input.byte()}, needed - 1, needed}) {
+        std::vector<unsigned char> exact = bytes;
         exact.resize(fits ? cut : 4000);
+        exact.shrink_to_fit();
         const auto bitmap = tamrix::BitmapResource::read(exact);
-        require(bitmap.has_value() == (fits && bits && cut >= 40 + 4 * table + bits), "whether a bitmap is accepted");
+        require(bitmap.has_value() == (fits && bits && cut >= needed), "whether a bitmap is accepted");
         if (!bitmap) continue;
         require(bitmap->width() == static_cast<int>(width) && bitmap->height() == static_cast<int>(height), "sides");
         require(bitmap->colourCount() == static_cast<int>(table) && bitmap->bits().size() >= bits, "colours and bits");
-        if (table < 2) continue;
-        const tamrix::ColourEntry second = bitmap->colour(1);
-        require(second.red == 0x33 && second.green == 0x22 && second.blue == 0x11, "the second colour");
+        const tamrix::ColourEntry second = bitmap->colour(table > 1);
+        require(table < 2 || (second.red == 0x33 && second.green == 0x22 && second.blue == 0x11), "the second colour");
     }
 }
 
 inline void property(Input& input) {
     require(tamrix::compactCredits({}, {}) == 1, "the lines of nothing");
     const tamrix::LeadByteTable leads = input.leadBytes();
-    const std::uint8_t made = input.byte();
+    const std::uint8_t made = input.byte() % 8;
     holdBitmap(input);
-    const std::string longLine = std::string(input.byte(), 'x') + input.text(32);
-    holdLine(longLine, leads, {true, true, true});
-    holdCredits(input.restBytes() + 'x', leads, made);  // the last byte gives way to the terminator
+    holdLine(leads, std::string(input.byte(), 'x') + input.text(32), 7);
+    holdCredits(leads, input.restBytes(), made);
 }
 
 }  // namespace properties

@@ -10,6 +10,7 @@
 #include "client/mapping_file.h"
 #include "entry/entry.h"
 #include "properties/property.h"
+#include "tamrix32/registry.h"
 #include "tamrix32/strings.h"
 
 namespace properties {
@@ -29,12 +30,6 @@ inline std::string unquoted(const std::string& field) {
     return bytes;
 }
 
-inline bool endsWithinCharacter(const std::string& text) {
-    std::size_t end = 0;
-    while (end < text.size()) end += isdbchar(text[end]) ? 2 : 1;
-    return end > text.size();
-}
-
 /// The mapping of one line; without an extension where the line is bad.
 inline Mapping mappingOf(const std::string& line) {
     const std::string field = R"-(("(?:[^"\\]|\\[\\"tnr]|\\x[0-9A-Fa-f][0-9A-Fa-f])*"|[^"\t][^\t]*|))-";
@@ -45,19 +40,12 @@ inline Mapping mappingOf(const std::string& line) {
     if (found[4].matched) mapping.comment = unquoted(found[4]);
     if (!mapping.extension.starts_with('.')) mapping.extension.insert(0, 1, '.');
     const std::string all = mapping.extension + mapping.type + mapping.creator + mapping.comment.value_or("");
+    const int end = static_cast<int>(mapping.extension.size());
     const bool isGood = all.find('\0') == std::string::npos && mapping.type.size() == 4 &&
-                        mapping.creator.size() == 4 && mapping.extension.size() > 1 && mapping.extension.size() <= 16 &&
-                        !dbcs_strchr(mapping.extension.c_str(), '\\') && !endsWithinCharacter(mapping.extension);
+                        mapping.creator.size() == 4 && end > 1 && end <= 16 &&
+                        MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, mapping.extension.data(), end, nullptr, 0) &&
+                        !dbcs_strchr(mapping.extension.c_str(), '\\');
     return isGood ? mapping : Mapping{};
-}
-
-/// Whether the key of an extension is new to the registry, where it is from then on.
-inline bool makesKey(const std::string& extension) {
-    DWORD result = 0;
-    HKEY key = nullptr;
-    RegCreateKeyExA(HKEY_CLASSES_ROOT, extension.c_str(), 0, nullptr, 0, KEY_READ, nullptr, &key, &result);
-    RegCloseKey(key);
-    return result == REG_CREATED_NEW_KEY;
 }
 
 inline void property(Input& input) {
@@ -68,16 +56,19 @@ inline void property(Input& input) {
     const bool hasMark = text.starts_with("\xEF\xBB\xBF");
     std::istringstream lines(text.substr(hasMark ? 3 : 0));
     std::vector<Mapping> mappings;
-    std::size_t bad = 0, repeated = 0, number = 1;
-    for (std::string line; !bad && std::getline(lines, line); ++number) {
+    std::size_t blamed = 0, number = 1;
+    for (std::string line; std::getline(lines, line); ++number) {
         if (line.ends_with('\r')) line.pop_back();
         if (line.empty() || line[0] == '#') continue;
         const bool isOdd = hasMark && std::regex_search(line, std::regex("[^\\x01-\\x7F]"));
         mappings.push_back(isOdd ? Mapping{} : mappingOf(line));
-        if (mappings.back().extension.empty()) bad = number;
-        if (!bad && !makesKey(mappings.back().extension) && !repeated) repeated = number;
+        const char* name = mappings.back().extension.c_str();
+        // The registry says which extensions are the same: each has a key from its first line on.
+        RegKey key;
+        if (!*name || (!blamed && (key.Open(HKEY_CLASSES_ROOT, name) || !key.Create(HKEY_CLASSES_ROOT, name))))
+            blamed = number;
+        if (!*name) break;
     }
-    const std::size_t blamed = bad ? bad : repeated;
     const tamrix::client::MappingFile file = tamrix::client::parseMappings(text);
     require((file.error ? file.error->line : 0) == blamed, "line " + std::to_string(blamed) + " is not blamed");
     require(file.mappings == (blamed ? std::vector<Mapping>() : mappings), "other mappings");

@@ -5,63 +5,50 @@
 #include <algorithm>
 #include <cctype>
 
-#include "code_pages.h"
-#include "entry/entry.h"
 #include "macnames/name_settings.h"
 #include "properties/property.h"
 #include "tamrix32/macnames.h"
 
 namespace properties {
 
-inline std::string bytesOfHex(const std::string& hex) {
-    std::string bytes;
-    for (std::size_t i = 0; i < hex.size(); i += 2)
-        bytes += static_cast<char>(std::stoi(hex.substr(i, 2), nullptr, 16));
-    return bytes;
-}
-
 /// What each Windows byte from 0x7F on is on a Macintosh; the bytes before are their own images.
-inline const std::string kOnMacintosh = bytesOfHex(
-    "D9DADBDCC4ADC9A0BDB0B2B3B6CEDDDEDFE0D4D5D2D3A5D0D1E3AAB7B8CFE4E5B9"
-    "CAC1A2A3BAB4E6A4ACA9BBC7C2E7A8E8A1B18AC3ABB5A6C5C6D7BCC8E9EAEBC0"
-    "CBECEDCC8081AE82EE83EFF0F1F2F3F4F584F6F7F8CD85F9AFFAFBFC86FDFEA7"
-    "8887898B958CBE8D8F8E9091939294E2FF969897999B9AD6BF9D9C9E9FE17FD8");
+inline const std::string kOnMacintosh =
+    "\xD9\xDA\xDB\xDC\xC4\xAD\xC9\xA0\xBD\xB0\xB2\xB3\xB6\xCE\xDD\xDE\xDF\xE0\xD4\xD5\xD2\xD3\xA5\xD0\xD1\xE3"
+    "\xAA\xB7\xB8\xCF\xE4\xE5\xB9\xCA\xC1\xA2\xA3\xBA\xB4\xE6\xA4\xAC\xA9\xBB\xC7\xC2\xE7\xA8\xE8\xA1\xB1\x8A"
+    "\xC3\xAB\xB5\xA6\xC5\xC6\xD7\xBC\xC8\xE9\xEA\xEB\xC0\xCB\xEC\xED\xCC\x80\x81\xAE\x82\xEE\x83\xEF\xF0\xF1"
+    "\xF2\xF3\xF4\xF5\x84\xF6\xF7\xF8\xCD\x85\xF9\xAF\xFA\xFB\xFC\x86\xFD\xFE\xA7\x88\x87\x89\x8B\x95\x8C\xBE"
+    "\x8D\x8F\x8E\x90\x91\x93\x92\x94\xE2\xFF\x96\x98\x97\x99\x9B\x9A\xD6\xBF\x9D\x9C\x9E\x9F\xE1\x7F\xD8";
 
 /// The quote set that applies while none is configured.
 inline std::string defaultSet(bool doubleByte) {
     std::string set = "\"*/:<>?\\|@`" + std::string(1, '\0');
     for (char control = 1; control <= 0x1F; ++control) set += control;
-    return set +
-           bytesOfHex(doubleByte ? "7F80A0FDFEFF" : "7F87898F9091929394959798999C9D9EB7D5D8DADBDDDEDFE0E1E2E4E5E8FF");
+    return set + (doubleByte ? "\x7F\x80\xA0\xFD\xFE\xFF"
+                             : "\x7F\x87\x89\x8F\x90\x91\x92\x93\x94\x95\x97\x98\x99\x9C\x9D\x9E\xB7"
+                               "\xD5\xD8\xDA\xDB\xDD\xDE\xDF\xE0\xE1\xE2\xE4\xE5\xE8\xFF");
 }
-
-/// A result, and the bytes before the terminator.
-using Outcome = std::pair<int, std::string>;
 
 /// What a translation writes, piece by piece.
 struct Stated {
-    std::vector<std::string> pieces;
-    std::string last;          // replaces the last byte
+    struct Piece {
+        std::string bytes;
+        bool leavesOne = false;  // written only where a byte is left after it
+    };
+    std::vector<Piece> pieces;
     std::size_t capacity = 1;  // what is measured
-    std::size_t spare = 0;     // bytes that a double-byte character must leave free
     int numbers = 0;           // pieces that are, or were, a bracketed number
     bool finished = true;      // not cut within a character, and none was cut to quote its last byte
 
-    Outcome into(std::size_t size) const {
-        std::string bytes;
-        for (const std::string& piece : pieces) {
-            if (bytes.size() == size) break;
-            if (size - bytes.size() < piece.size() + (piece.size() == 2 ? spare : 0)) return {-1, bytes};
-            bytes += piece;
+    /// The result for a block of `size` bytes, which is not zero, and the bytes before the terminator.
+    std::pair<int, std::string> into(std::size_t size) const {
+        std::string written;
+        for (const auto& [bytes, leavesOne] : pieces) {
+            if (written.size() == size) break;
+            if (size - written.size() < bytes.size() + leavesOne) return {-1, written};
+            written += bytes;
         }
-        if (bytes.size() == size) return {-1, bytes.substr(0, size - 1)};
-        if (!last.empty()) {
-            const bool fits = size - bytes.size() >= 5;
-            bytes.pop_back();
-            if (!fits) return {-1, bytes};
-            bytes += last;
-        }
-        return {static_cast<int>(bytes.size()) + 1, bytes};
+        if (written.size() == size) return {-1, written.substr(0, size - 1)};
+        return {static_cast<int>(written.size()) + 1, written};
     }
 };
 
@@ -72,13 +59,7 @@ struct Naming {
     std::string set;
     unsigned char open = '[', close = ']';
 
-    /// Makes them those of the process.
-    void use() const {
-        tamrix::QuoteSettings quotes = {{}, open, close};
-        for (const char byte : set) quotes.inSet[static_cast<unsigned char>(byte)] = true;
-        tamrix::sbcsTranslator.table = translates ? &tamrix::kCharacterTable : nullptr;
-        tamrix::nameRules = tamrix::makeNameRules(quotes, leads, tamrix::sbcsTranslator.table);
-    }
+    const tamrix::CharacterTable* table() const { return translates ? &tamrix::kCharacterTable : nullptr; }
     bool inSet(char byte) const { return set.find(byte) != std::string::npos; }
     char onMacintosh(char byte) const {
         const auto value = static_cast<unsigned char>(byte);
@@ -97,11 +78,9 @@ struct Naming {
     int number(const std::string& name, std::size_t at) const {
         if (name.size() - at < 5 || name[at] != static_cast<char>(open) || name[at + 4] != static_cast<char>(close))
             return -1;
-        int value = 0;
-        for (std::size_t i = at + 1; i < at + 4; ++i) {
-            if (name[i] < '0' || name[i] > '9') return -1;
-            value = value * 10 + name[i] - '0';
-        }
+        const std::string digits = name.substr(at + 1, 3);
+        if (digits.find_first_not_of("0123456789") != std::string::npos) return -1;
+        const int value = std::stoi(digits);
         return value == ' ' || value == '.' || (value < 256 && inSet(static_cast<char>(value))) ? value : -1;
     }
 
@@ -114,35 +93,36 @@ struct Naming {
             const bool single = character.size() == 1;
             const bool exempt = (static_cast<unsigned char>(byte) < 0x80 && std::isalnum(byte)) || byte == ' ';
             quoted = single && inSet(byte) && !exempt;
-            stated.pieces.push_back(quoted ? quote(byte) : single ? std::string(1, onWindows(byte)) : character);
+            stated.pieces.push_back({quoted ? quote(byte) : single ? std::string(1, onWindows(byte)) : character});
             stated.numbers += quoted;
             stated.capacity += single && inSet(byte) ? 5 : character.size();
-            count += stated.pieces.back().size();
+            count += stated.pieces.back().bytes.size();
             at += character.size();
         }
         const auto drops = [&](std::size_t counted) {
             if (at == 0 || quoted) return false;
             return name[at - 1] == ' ' || (name[at - 1] == '.' && !(counted > 2 && leads.leads(name[at - 2])));
         };
-        if (drops(count)) {
-            stated.last = quote(name[at - 1]);
-            stated.finished = stated.pieces.back().size() == 1;
-            ++stated.numbers;
-        }
+        stated.finished = at == name.size();
         if (drops(stated.capacity - 1)) stated.capacity += 4;
-        stated.finished = stated.finished && at == name.size();
+        if (!drops(count)) return stated;
+        std::string& last = stated.pieces.back().bytes;
+        stated.finished = stated.finished && last.size() == 1;
+        last.pop_back();
+        stated.pieces.push_back({quote(name[at - 1]), true});
+        ++stated.numbers;
         return stated;
     }
 
     Stated toMacintosh(const std::string& name) const {
         Stated stated;
-        stated.spare = 1;
-        for (std::size_t i = 0; i < name.size(); stated.capacity += stated.pieces.back().size()) {
+        for (std::size_t i = 0; i < name.size(); stated.capacity += stated.pieces.back().bytes.size()) {
             const bool isDouble = leads.leads(name[i]);
             if (isDouble && i + 1 == name.size()) break;
             const int value = isDouble ? -1 : number(name, i);
             const char plain = name[i] == '\\' ? '\0' : onMacintosh(name[i]);
-            stated.pieces.push_back(isDouble ? name.substr(i, 2) : std::string(1, value < 0 ? plain : char(value)));
+            const std::string single(1, value < 0 ? plain : static_cast<char>(value));
+            stated.pieces.push_back({isDouble ? name.substr(i, 2) : single, isDouble});
             stated.numbers += value >= 0;
             i += isDouble ? 2 : value < 0 ? 1 : 5;
         }
@@ -150,34 +130,35 @@ struct Naming {
     }
 };
 
-/// Holds one direction to its statement in blocks of `smallest` bytes and up to one more than is measured.
-template <typename Call>
-void holdBlocks(const char* what, const Stated& stated, std::size_t smallest, int intoNothing, Call call) {
-    for (std::size_t size = smallest; size <= stated.capacity + 1; ++size) {
-        const Block block(size);
-        const Outcome expected = size > 0 ? stated.into(size) : Outcome{intoNothing, ""};
-        require(call(block, static_cast<unsigned>(size)) == expected.first, what);
-        require(size == 0 || std::memcmp(block, expected.second.c_str(), expected.second.size() + 1) == 0, what);
+/// Holds the functions of one direction to its statement in blocks of up to one byte more than is measured: of every
+/// size, or only of those that are large enough. A block of no bytes gives `intoNothing`.
+template <auto length, auto copy, auto inPlace, int intoNothing>
+void holdDirection(const std::string& name, const Stated& stated, bool everySize) {
+    const Exact source(name);
+    require(length(source) == static_cast<int>(stated.capacity), "the capacity measured");
+    for (std::size_t size = everySize ? 0 : stated.capacity; size <= stated.capacity + 1; ++size) {
+        const auto limit = static_cast<unsigned>(size);
+        const auto [result, written] = size ? stated.into(size) : std::pair(intoNothing, std::string());
+        const Block copied(size);
+        require(copy(copied, source, limit) == result, "result of a copy");
+        require(!size || std::memcmp(copied, written.c_str(), written.size() + 1) == 0, "bytes of a copy");
+        if (!everySize) continue;
+        const Block changed(std::max(size, name.size() + 1));
+        std::memcpy(changed, source, name.size() + 1);
+        require(inPlace(changed, limit) == result, "result in place");
+        require(std::strcmp(changed, size ? written.c_str() : source) == 0, "name in place");
     }
 }
 
-/// One name both ways, and there and back. Unless `everySize`, only into the blocks that are large enough.
+/// One name both ways, and there and back.
 inline void holdName(const Naming& naming, const std::string& name, bool everySize) {
-    const auto holdMacintosh = [&](const Exact& source, const Stated& stated) {
-        require(OStoAFPLen(source) == static_cast<int>(stated.capacity), "OStoAFPLen");
-        holdBlocks("OStoAFPCopy", stated, everySize ? 0 : stated.capacity, 0,
-                   [&](char* b, unsigned size) { return OStoAFPCopy(b, source, size); });
-    };
-    const Exact source(name);
+    const auto holdMacintosh = holdDirection<OStoAFPLen, OStoAFPCopy, OStoAFP, 0>;
     const Stated windows = naming.toWindows(name);
-    require(AFPtoOSLen(source) == static_cast<int>(windows.capacity), "AFPtoOSLen");
-    holdBlocks("AFPtoOSCopy", windows, everySize ? 0 : windows.capacity, -1,
-               [&](char* b, unsigned size) { return AFPtoOSCopy(b, source, size); });
-    holdMacintosh(source, naming.toMacintosh(name));
-
+    holdDirection<AFPtoOSLen, AFPtoOSCopy, AFPtoOS, -1>(name, windows, everySize);
+    holdMacintosh(name, naming.toMacintosh(name), everySize);
     const std::string form = windows.into(windows.capacity).second;
     const Stated back = naming.toMacintosh(form);
-    holdMacintosh(Exact(form), back);
+    holdMacintosh(form, back, everySize);
     // Brackets that numbers can share bytes with, or an unquoted separator, make no usable format.
     const bool usable = !std::isdigit(naming.open) && naming.open != naming.close && naming.inSet('\\');
     if (!usable || !windows.finished || back.numbers != windows.numbers) return;
@@ -187,60 +168,47 @@ inline void holdName(const Naming& naming, const std::string& name, bool everySi
     require(back.into(back.capacity).second == expected, "a name does not come back");
 }
 
-inline void holdInPlace(const std::string& name, const Stated& stated, int (*translate)(char*, unsigned),
-                        int intoNothing) {
-    for (std::size_t size = 0; size <= stated.capacity + 1; ++size) {
-        const Block block(std::max(size, name.size() + 1));
-        std::memcpy(block, name.c_str(), name.size() + 1);
-        const Outcome expected = size > 0 ? stated.into(size) : Outcome{intoNothing, name};
-        require(translate(block, static_cast<unsigned>(size)) == expected.first, "result in place");
-        require(std::strcmp(block, expected.second.c_str()) == 0, "name in place");
-    }
-}
-
 /// The character table over a whole string, in place and copied.
-template <typename Image>
-void holdTable(const std::string& text, Image image, decltype(&SBCS_AtoI) inPlace, decltype(&SBCS_AtoI_Copy) copy,
-               decltype(&SBCS_AtoI_nCopy) boundedCopy) {
-    std::string images = text;
-    for (char& byte : images) byte = image(byte);
+inline void holdTable(const std::string& text, const std::string& images, decltype(&SBCS_AtoI) inPlace,
+                      decltype(&SBCS_AtoI_Copy) copy, decltype(&SBCS_AtoI_nCopy) boundedCopy) {
     const Exact source(text), changed(text);
     inPlace(changed);
-    require(static_cast<char*>(changed) == images, "character table in place");
-    const Block copied(text.size() + 1);
-    copy(copied, source);
-    require(copied.bytes() == images + '\0', "character table copied");
-    for (std::size_t size = 0; size <= text.size() + 2; ++size) {
-        const Block block(size);
-        boundedCopy(block, source, static_cast<unsigned>(size));
+    require(changed.bytes() == images + '\0', "character table in place");
+    leaves("character table copied", images + '\0', [&](char* b) { return copy(b, source), true; });
+    for (unsigned size = 0; size <= text.size() + 2; ++size) {
         std::string padded = images;
         padded.resize(size);
-        require(block.bytes() == padded, "character table copied into a block");
+        leaves("character table into a block", padded, [&](char* b) { return boundedCopy(b, source, size), true; });
     }
 }
 
-/// The settings of a process that was loaded under the code page: those that apply while none are configured. Loading
-/// asks the platform, so the last ones are kept.
-inline Naming loadedUnder(UINT page) {
-    static UINT kept;
-    static tamrix::NameRules rules;
-    static tamrix::SbcsTranslator translator;
-    if (page != kept) {
-        require(testing_support::useCodePage(page), "useCodePage");
-        tamrix::loadProcess();
-        kept = page;
-        rules = tamrix::nameRules;
-        translator = tamrix::sbcsTranslator;
-    }
-    tamrix::nameRules = rules;
-    tamrix::sbcsTranslator = translator;
-    return {leadBytesOf(page), page == 1252, defaultSet(leadBytesOf(page).hasLeadBytes != 0)};
+/// What applies under a code page while nothing is configured.
+struct Standard {
+    Naming naming;
+    tamrix::NameRules rules;
+};
+
+inline Standard standardFor(unsigned page, std::uint16_t oem) {
+    const tamrix::LeadByteTable leads = leadBytesOf(page);
+    const bool isDouble = leads.hasLeadBytes != 0, isWestern = page == 1252 && (oem == 437 || oem == 850);
+    const Naming naming = {leads, isWestern, defaultSet(isDouble)};
+    const auto chosen = tamrix::chooseTranslator(oem, isDouble);
+    require(chosen.table == naming.table() && chosen.oemCodePage == oem, "chooseTranslator");
+    return {naming, tamrix::makeNameRules(tamrix::defaultQuotes(isDouble), leads, chosen.table)};
 }
+
+/// An input of these bytes tries only blocks that are large enough.
+inline constexpr unsigned kLargeBlocks = 0x80;
 
 inline void property(Input& input) {
-    static const std::vector<UINT> pages = testing_support::codePagesAmong({1252, 1251, 932, 936, 949, 950});
-    Naming naming = loadedUnder(pages[input.byte() % pages.size()]);
-    if (input.byte() % 2) {
+    static const Standard standards[] = {standardFor(1252, 437), standardFor(1251, 866), standardFor(932, 932),
+                                         standardFor(936, 936),  standardFor(949, 949),  standardFor(950, 950),
+                                         standardFor(1252, 850), standardFor(1252, 852)};
+    const Standard& standard = input.oneOf(standards);
+    Naming naming = standard.naming;
+    tamrix::nameRules = standard.rules;
+    const unsigned kind = input.byte();
+    if (kind % 2) {
         naming.leads = input.leadBytes();
         naming.translates = !naming.leads.hasLeadBytes;
         const char brackets[] = "[]{}()<>09:\\\xAB\xBB\x81";
@@ -248,16 +216,30 @@ inline void property(Input& input) {
         naming.close = static_cast<unsigned char>(input.oneOf(brackets));
         naming.set = input.bytes(80) + (input.byte() % 2 ? defaultSet(false) : "");
         if (!naming.open || !naming.close) return;
-        naming.use();
+        tamrix::QuoteSettings quotes = {{}, naming.open, naming.close};
+        for (const char byte : naming.set) quotes.inSet[static_cast<unsigned char>(byte)] = true;
+        tamrix::nameRules = tamrix::makeNameRules(quotes, naming.leads, naming.table());
     }
+    tamrix::sbcsTranslator.table = naming.table();
     const std::string name = input.rest().substr(0, 60);
-    holdName(naming, name, true);
-    holdInPlace(name, naming.toWindows(name), AFPtoOS, -1);
-    holdInPlace(name, naming.toMacintosh(name), OStoAFP, 0);
-    holdTable(
-        name, [&](char b) { return naming.onWindows(b); }, SBCS_AtoI, SBCS_AtoI_Copy, SBCS_AtoI_nCopy);
-    holdTable(
-        name, [&](char b) { return naming.onMacintosh(b); }, SBCS_ItoA, SBCS_ItoA_Copy, SBCS_ItoA_nCopy);
+    holdName(naming, name, kind != kLargeBlocks);
+    if (kind == kLargeBlocks) return;
+    std::string onWindows = name, onMacintosh = name;
+    for (char& byte : onWindows) byte = naming.onWindows(byte);
+    for (char& byte : onMacintosh) byte = naming.onMacintosh(byte);
+    holdTable(name, onWindows, SBCS_AtoI, SBCS_AtoI_Copy, SBCS_AtoI_nCopy);
+    holdTable(name, onMacintosh, SBCS_ItoA, SBCS_ItoA_Copy, SBCS_ItoA_nCopy);
+}
+
+/// All names of one and two bytes under each standard and between brackets AB and BB, and all of up to six bytes over
+/// those that matter: digits that make numbers of the space, the period, the colon and none, quoted and plain high
+/// bytes.
+inline std::vector<Inputs> exhaustive() {
+    std::vector<Inputs> all = {{{0, '\1', 0, 12, 13, 0, 1}, kAnyByte, 2},
+                               {{0, '\x80'}, "[]023458: .\x87\xD0", 6},
+                               {{2, '\x80'}, "[]02458 .\\\x81\xFD", 6}};
+    for (char standard = 0; standard < 8; ++standard) all.push_back({{standard, 0}, kAnyByte, 2});
+    return all;
 }
 
 }  // namespace properties

@@ -1,6 +1,6 @@
 // What the properties of all modules share. A property is `void property(Input&)` in a header of this folder: it takes
-// one input apart, runs a module on it beside a model of the module's rules, and ends with a Disagreement where the two
-// differ. Its drivers are seeded_test.cpp, the exhaustive suites and fuzz/driver.cpp.
+// one input apart, runs a module on it next to a model of the module's rules, and ends with a Disagreement where the
+// two differ. Its drivers are seeded_test.cpp, exhaustive_test.cpp and fuzz/driver.cpp.
 #pragma once
 
 #include <cstddef>
@@ -9,6 +9,7 @@
 #include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "strings/lead_bytes.h"
@@ -20,36 +21,11 @@ class Disagreement : public std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-inline void require(bool holds, const std::string& what) {
-    if (!holds) throw Disagreement(what);
-}
-/// The same without making a string of the text each time, for exhaustive runs.
-inline void require(bool holds, const char* what) {
-    if (!holds) throw Disagreement(what);
+inline void require(bool holds, std::string_view what) {
+    if (!holds) throw Disagreement(std::string(what));
 }
 
-/// The bytes in hexadecimal, two digits each, for messages.
-inline std::string hexadecimal(const std::string& bytes) {
-    std::string text;
-    for (const char byte : bytes) {
-        for (const int shift : {4, 0}) text += "0123456789abcdef"[static_cast<unsigned char>(byte) >> shift & 15];
-    }
-    return text;
-}
-
-/// A string on the heap with not one byte after its terminator, so that the sanitizer sees a look past it.
-class Exact {
-public:
-    explicit Exact(const std::string& text) : bytes_(new char[text.size() + 1]) {
-        std::memcpy(bytes_.get(), text.c_str(), text.size() + 1);
-    }
-    operator char*() const { return bytes_.get(); }
-
-private:
-    std::unique_ptr<char[]> bytes_;
-};
-
-/// A buffer of not one byte more than `size`.
+/// A buffer of not one byte more than `size`, so that the sanitizer sees a step past it.
 class Block {
 public:
     explicit Block(std::size_t size) : size_(size), bytes_(new char[size]) { std::memset(bytes_.get(), '?', size); }
@@ -60,6 +36,21 @@ private:
     std::size_t size_;
     std::unique_ptr<char[]> bytes_;
 };
+
+/// A string with not one byte after its terminator.
+class Exact : public Block {
+public:
+    explicit Exact(const std::string& text) : Block(text.size() + 1) {
+        std::memcpy(*this, text.c_str(), text.size() + 1);
+    }
+};
+
+/// Requires that `call`, which says whether its result is right, leaves these bytes in a block of their size.
+template <typename Call>
+void leaves(std::string_view function, const std::string& expected, Call call) {
+    const Block block(expected.size());
+    require(call(block) && block.bytes() == expected, function);
+}
 
 /// The lead bytes of a code page as they are published.
 inline tamrix::LeadByteTable leadBytesOf(unsigned codePage) {
@@ -72,15 +63,33 @@ inline tamrix::LeadByteTable leadBytesOf(unsigned codePage) {
     return table;
 }
 
-/// The characters of a string, each as its one or two bytes; a lone lead byte ends it.
-inline std::vector<std::string> charactersOf(const tamrix::LeadByteTable& leads, const std::string& text) {
+/// The characters of a string, each as its one or two bytes. A lone lead byte ends it; `withHalf`, as one of them.
+inline std::vector<std::string> charactersOf(const tamrix::LeadByteTable& leads, const std::string& text,
+                                             bool withHalf = false) {
     std::vector<std::string> characters;
     for (std::size_t i = 0; i < text.size(); i += characters.back().size()) {
-        const bool isDouble = leads.leads(text[i]);
-        if (isDouble && i + 1 == text.size()) break;
-        characters.push_back(text.substr(i, isDouble ? 2 : 1));
+        const std::size_t size = leads.leads(text[i]) ? 2 : 1;
+        if (i + size > text.size() && !withHalf) break;
+        characters.push_back(text.substr(i, size));
     }
     return characters;
+}
+
+/// The text with an x for each byte of a double-byte character, which is no delimiter.
+inline std::string withoutDoubles(const tamrix::LeadByteTable& leads, const std::string& text) {
+    std::string plain;
+    for (const std::string& character : charactersOf(leads, text)) plain += character.size() == 2 ? "xx" : character;
+    return plain;
+}
+
+/// As many of the characters as `room` bytes hold.
+inline std::string fitting(const std::vector<std::string>& characters, std::size_t room) {
+    std::string text;
+    for (const std::string& character : characters) {
+        if (text.size() + character.size() > room) break;
+        text += character;
+    }
+    return text;
 }
 
 /// An input taken apart into what a property needs; past its end everything is zero or empty.
@@ -100,29 +109,50 @@ public:
     const T& oneOf(const T (&choices)[count]) {
         return choices[byte() % count];
     }
-    /// None, a double-byte code page's, or any bytes from 0x80 on.
+    /// Those of a code page, of which half have none.
     tamrix::LeadByteTable leadBytes() {
-        tamrix::LeadByteTable table{};
-        const std::uint8_t choice = byte();
-        for (int value = 0x80; value < 0x100; ++value) {
-            const bool japanese = (value >= 0x81 && value <= 0x9F) || (value >= 0xE0 && value <= 0xFC);
-            const bool leads = choice % 4 == 1 ? japanese : choice % 4 == 2 ? (value * choice) % 7 == 0 : false;
-            table.isLead[value] = leads;
-            table.hasLeadBytes |= leads;
-        }
-        return table;
+        const unsigned pages[] = {1252, 932, 936, 1252};
+        return leadBytesOf(oneOf(pages));
     }
 
 private:
     static std::string upToZero(const std::string& text) { return text.substr(0, text.find('\0')); }
     std::string take(std::size_t count) {
-        const std::string taken = at_ < all_.size() ? all_.substr(at_, count) : "";
+        const std::string taken = all_.substr(at_, count);
         at_ += taken.size();
         return taken;
     }
 
     std::string all_;
     std::size_t at_ = 0;
+};
+
+inline void property(Input& input);
+
+/// Holds the property to one input, which the Disagreement then shows in hexadecimal.
+inline void hold(const std::string& bytes) {
+    try {
+        Input input(bytes);
+        property(input);
+    } catch (const Disagreement& found) {
+        std::string text = found.what() + std::string("\n  input ");
+        for (const char byte : bytes)
+            for (const int shift : {4, 0}) text += "0123456789abcdef"[byte >> shift & 15];
+        throw Disagreement(text);
+    }
+}
+
+/// Every byte that a string can hold.
+inline const std::string kAnyByte = [] {
+    std::string bytes;
+    for (int byte = 1; byte < 0x100; ++byte) bytes += static_cast<char>(byte);
+    return bytes;
+}();
+
+/// Inputs that are all tried: each begins with `prefix` and goes on with up to `most` bytes of the alphabet.
+struct Inputs {
+    std::string prefix, alphabet;
+    std::size_t most;
 };
 
 }  // namespace properties

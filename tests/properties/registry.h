@@ -13,10 +13,6 @@ namespace properties {
 
 using Text = std::optional<std::string>;
 
-inline std::string textUpToZero(const std::string& bytes) {
-    return bytes.substr(0, bytes.find('\0'));
-}
-
 struct ValueModel {
     Text name, data;
     DWORD type = 0;
@@ -26,13 +22,16 @@ struct ValueModel {
         type = newType;
         data.reset();
         if (type == REG_SZ) {
-            data = textUpToZero(source.value_or(""));
+            data = source ? source->c_str() : "";
             length = std::max<unsigned long>(length, data->size() + 1);
             data->resize(length);
+        } else if (source && type == REG_BINARY) {
+            data = source->substr(0, length);
+        } else if (source && type == REG_DWORD) {
+            data = source->substr(0, 4);
+            data->resize(std::max<unsigned long>(length, 4));
         } else if (type == REG_BINARY || type == REG_DWORD) {
-            if (source) data = source->substr(0, type == REG_BINARY ? length : 4);
-            if (source && type == REG_DWORD) data->resize(std::max<unsigned long>(length, 4));
-            if (!source) length = 0;
+            length = 0;
         }
     }
     unsigned long number() const {
@@ -41,11 +40,10 @@ struct ValueModel {
         return number;
     }
     bool isYes() const {
-        if (!data || type == REG_DWORD) return number() != 0;
-        if (type == REG_BINARY) return (*data)[0] != 0;
-        const char second = data->size() > 1 ? (*data)[1] : '\0';
-        const bool isOn = ((*data)[0] == 'o' || (*data)[0] == 'O') && (second == 'n' || second == 'N');
-        return isOn || (*data)[0] == '1' || std::strchr("yYtT", (*data)[0] ? (*data)[0] : '!');
+        if (type == REG_BINARY) return data && (*data)[0] != 0;
+        for (const char* yes : {"1", "y", "Y", "t", "T", "on", "oN", "On", "ON"})
+            if (type == REG_SZ && data && data->starts_with(yes)) return true;
+        return number() != 0;
     }
 };
 
@@ -62,20 +60,22 @@ public:
         void (R::*const steps[])() = {&R::store, &R::change,    &R::read, &R::read, &R::write,
                                       &R::open,  &R::construct, &R::walk, &R::walk};
         (this->*input_.oneOf(steps))();
-        require(key_.Opened() == isOpen_ && (key_.Handle() != nullptr) == isOpen_, "whether the key is open");
-        require(!value_.Name() == !model_.name && value_.NameLen() == model_.name.value_or("").size(),
-                "the name's length");
-        require(!model_.name || value_.Name() == *model_.name, "the name");
+        require(key_.Opened() == isOpen_ && !key_.Handle() == !isOpen_, "whether the key is open");
+        const char* const name = value_.Name();
+        require(name ? model_.name == name : !model_.name, "the name");
+        require(value_.NameLen() == model_.name.value_or("").size(), "the name's length");
         require(static_cast<DWORD>(value_.Type()) == model_.type && value_.DataLen() == model_.length,
                 "type and length");
-        require(value_.String() == static_cast<void*>(value_.Buffer()) && !value_.Buffer() == !model_.data,
-                "the data's place");
-        require(!model_.data || std::memcmp(value_.Buffer(), model_.data->data(), model_.data->size()) == 0,
+        const unsigned char* const data = value_.Buffer();
+        require(data ? model_.data && std::equal(data, data + model_.data->size(), bytesOf(model_.data->data()))
+                     : !model_.data,
                 "the data");
+        require(value_.String() == static_cast<const void*>(data), "the data's place");
         require(value_.Value() == model_.number() && value_.BoolValue() == model_.isYes(), "number and setting");
     }
 
 private:
+    static unsigned char* bytesOf(char* text) { return reinterpret_cast<unsigned char*>(text); }
     std::string drawnName() {
         const char* const names[] = {"a", "b", "", "a.b"};
         return input_.byte() % 8 ? input_.oneOf(names) : std::string(126 + input_.byte() % 3, 'n');
@@ -92,40 +92,40 @@ private:
         return input_.oneOf(types);
     }
 
-    /// What other programs store.
+    /// What other programs store. No key goes under the one that is open.
     void store() {
-        const std::string name = drawnName();
+        const std::string name = drawnName(), path = name.empty() ? "home" : "home\\" + name;
         const std::uint8_t choice = input_.byte() % 8;
-        if (choice == 0)
-            testing_support::givenValue(HKEY_CURRENT_USER, "home\\" + name, "", REG_SZ, "");
-        else if (choice == 1 &&
-                 open_ != (name.empty() ? "USER\\home" : "USER\\home\\" + name))  // not under the open key
-            RegDeleteKeyA(HKEY_CURRENT_USER, ("home\\" + name).c_str());
+        if (choice == 1 && open_ != "USER\\" + path)
+            RegDeleteKeyA(HKEY_CURRENT_USER, path.c_str());
+        else if (choice == 0)
+            testing_support::givenValue(HKEY_CURRENT_USER, path, "", REG_SZ, "");
         else
-            testing_support::givenValue(HKEY_CURRENT_USER, "home", name.c_str(), drawnType(), drawnData());
+            testing_support::givenValue(HKEY_CURRENT_USER, "home", name, drawnType(), drawnData());
     }
 
+    /// Sources lie in blocks of exactly what the rule reads; some are parts of what the value holds.
     void change() {
-        const std::string bytes = drawnData();
         const DWORD type = drawnType();
-        Text source = bytes;
-        // A block of exactly what the rule reads.
-        source->resize(type == REG_BINARY ? model_.length : type == REG_DWORD ? 4 : textUpToZero(bytes).size() + 1);
-        const std::unique_ptr<unsigned char[]> block(new unsigned char[source->size()]);
-        std::memcpy(block.get(), source->data(), source->size());
+        std::string source = drawnData();
+        source.resize(type == REG_BINARY ? model_.length : type == REG_DWORD ? 4 : std::strlen(source.c_str()) + 1);
+        const Block block(source.size());
+        source.copy(block, source.size());
         const std::uint8_t choice = input_.byte() % 8;
-        if (choice == 0) return value_.SetDataLength(model_.length = input_.byte() % 16);
-        if (choice == 1) return value_.SetName(bytes.c_str()), void(model_.name = textUpToZero(bytes));
-        if (choice == 2) {  // a part of what it holds
+        if (choice == 0) {
+            value_.SetDataLength(model_.length = input_.byte() % 16);
+        } else if (choice == 1) {
+            value_.SetName(source.c_str());
+            model_.name = source.c_str();
+        } else if (choice == 2) {
             value_.SetName(model_.name ? value_.Name() + model_.name->size() / 2 : nullptr);
             if (model_.name) model_.name->erase(0, model_.name->size() / 2);
         } else if (choice == 3 && model_.type == REG_SZ && model_.data) {
             value_.SetData(RegValString, value_.Buffer() + model_.data->size() / 2);
             model_.set(REG_SZ, model_.data->substr(model_.data->size() / 2));
         } else {
-            const bool isNone = choice == 4;
-            value_.SetData(RegValType(type), isNone ? nullptr : block.get());
-            model_.set(type, isNone ? Text() : source);
+            value_.SetData(RegValType(type), choice == 4 ? nullptr : bytesOf(block));
+            model_.set(type, choice == 4 ? Text() : source);
         }
     }
 
@@ -137,10 +137,10 @@ private:
         if (choice == 4) valuePosition_ = 0;
         char found[512] = "", data[512];
         DWORD size = sizeof data, nameSize = sizeof found, type = 0;
-        auto* const bytes = reinterpret_cast<BYTE*>(data);
         const LONG stored =
-            isWalk ? RegEnumValueA(key_.Handle(), valuePosition_, found, &nameSize, nullptr, &type, bytes, &size)
-                   : RegQueryValueExA(key_.Handle(), name.c_str(), nullptr, &type, bytes, &size);
+            isWalk
+                ? RegEnumValueA(key_.Handle(), valuePosition_, found, &nameSize, nullptr, &type, bytesOf(data), &size)
+                : RegQueryValueExA(key_.Handle(), name.c_str(), nullptr, &type, bytesOf(data), &size);
         require(choice != 4 || !key_.FirstValue(nullptr), "a walk without a value");
         require(!key_.NextValue(nullptr) && !key_.ValueByName("a", nullptr), "no value to read into");
         const int result =
@@ -155,59 +155,49 @@ private:
     }
 
     void write() {
-        const std::string name = drawnName(), text = textUpToZero(drawnData());
-        auto expected = testing_support::registryText();
-        std::string& stored = expected[open_ + '|' + name];
-        const bool isThere = !stored.empty();
+        const std::string name = drawnName(), text = drawnData().c_str(), path = open_ + '|' + name;
         const std::uint8_t choice = input_.byte();
-        if (choice % 3 == 0) {
-            require(key_.SetString(name.c_str(), choice % 2 ? text.c_str() : nullptr) == (isOpen_ && choice % 2),
-                    "SetString");
-            if (choice % 2) stored = "1:" + text + '\0';
-        } else if (choice % 3 == 1) {
+        auto expected = testing_support::registryText();
+        if (choice % 4 == 0) {
+            require(!key_.SetString(name.c_str(), nullptr), "SetString without a text");
+        } else if (choice % 4 == 1) {
+            require(key_.SetString(name.c_str(), text.c_str()) == isOpen_, "SetString");
+            expected[path] = "1:" + text + '\0';
+        } else if (choice % 4 == 2) {
             require(key_.SetDword(name.c_str(), 0x80000000u + choice) == isOpen_, "SetDword");
-            stored = std::string("4:") + char(choice) + std::string("\0\0\x80", 3);
+            expected[path] = std::string("4:") + char(choice) + std::string("\0\0\x80", 3);
         } else {
-            require(key_.RemoveValue(name.c_str()) == (isOpen_ && isThere), "RemoveValue");
-            stored.clear();
+            require(key_.RemoveValue(name.c_str()) == (isOpen_ && expected.contains(path)), "RemoveValue");
+            expected.erase(path);
         }
-        std::erase_if(expected, [](const auto& entry) {
-            return entry.second.empty() && entry.first.find('|') != entry.first.npos;
-        });
         require(!isOpen_ || testing_support::registryText() == expected, "what is written");
     }
 
-    /// Describes a key and opens, creates, looks for or closes it, each in both forms.
+    /// Opens, creates, looks for or closes a key, at a place that is given before or with the call.
     void open() {
+        int (RegKey::*const calls[])() = {&RegKey::Open, &RegKey::Create, &RegKey::Exists, &RegKey::Close};
+        int (RegKey::*const callsAt[])(HKEY, const char*) = {&RegKey::Open, &RegKey::Create, &RegKey::Exists};
         const char* const paths[] = {"home", "home", "home\\a", "home\\new\\deep", "none", "", nullptr};
-        const std::uint8_t choice = input_.byte() % 8, form = input_.byte() % 4;
+        enum { kOpen, kCreate, kExists, kClose };
+        const std::uint8_t call = input_.byte() % 4, form = input_.byte() % 2, under = input_.byte() % 8;
         const char* const path = input_.oneOf(paths);
-        const std::uint8_t under = input_.byte() % 8;
+        const std::string below = path ? path : "";
         const bool isOwn = under == 1 && isOpen_ && open_ != "USER";  // below itself, which is closed first
         const HKEY ancestor = isOwn ? key_.Handle() : under ? HKEY_CURRENT_USER : nullptr;
-        if (choice == 7) return require(key_.Close() == 1 && key_.Close() == 1, "Close"), void(isOpen_ = false);
-        const std::string below = path ? path : "";
-        if (form < 2) {
-            key_.SetAncestor(ancestor);
-            require(key_.SetRelPath(path) == 1, "SetRelPath");
-        }
         HKEY probe = nullptr;
         const bool isThere = !isOwn && RegOpenKeyExA(ancestor, path, 0, 0x1001F, &probe) == ERROR_SUCCESS;
         RegCloseKey(probe);
-        const bool creates = choice < 2, looks = choice == 2;
-        const bool isFound = looks ? isThere && !below.empty() : creates ? ancestor && !isOwn : isThere;
-        int result = 0;
-        if (form < 2)
-            result = looks ? key_.Exists() : creates ? key_.Create() : key_.Open();
-        else
-            result = looks     ? key_.Exists(ancestor, path)
-                     : creates ? key_.Create(ancestor, path)
-                               : key_.Open(ancestor, path);
-        require(result == isFound, "opening");
-        isOpen_ = !looks && isFound;
+        if (form == 0 || call == kClose) {
+            key_.SetAncestor(ancestor);
+            require(key_.SetRelPath(path) == 1, "SetRelPath");
+        }
+        const int result = form == 0 || call == kClose ? (key_.*calls[call])() : (key_.*callsAt[call])(ancestor, path);
+        const bool isFound = call == kOpen ? isThere : call == kCreate ? ancestor && !isOwn : isThere && !below.empty();
+        require(result == (isFound || call == kClose), "opening and closing");
+        isOpen_ = call < kExists && isFound;
         open_ = below.empty() ? "USER" : "USER\\" + below;
-        if (!looks) keyPosition_ = valuePosition_ = 0;
-        require(!creates || !isFound || below.empty() || testing_support::registryText().contains(open_),
+        if (call < kExists) keyPosition_ = valuePosition_ = 0;
+        require(call != kCreate || !isFound || below.empty() || testing_support::registryText().contains(open_),
                 "what is created");
     }
 
@@ -230,24 +220,22 @@ private:
 
     /// One step over the subkeys, into a key or into a name.
     void walk() {
-        const std::uint8_t choice = input_.byte() % 8;
-        if (choice < 2) keyPosition_ = 0;
-        const std::vector<std::string> names =
-            isOpen_ ? testing_support::subkeysOf(key_.Handle()) : std::vector<std::string>();
+        const bool starts = input_.byte() % 4 == 0, byName = input_.byte() % 2;
+        if (starts) keyPosition_ = 0;
+        const std::vector<std::string> names = testing_support::subkeysOf(key_.Handle());
         const bool isFound = keyPosition_ < names.size() && names[keyPosition_].size() < 128;
-        require(choice != 0 || (!key_.FirstSubKey(static_cast<RegKey*>(nullptr)) &&
-                                !key_.FirstSubKey(static_cast<char*>(nullptr))),
+        require(!key_.NextSubKey(static_cast<RegKey*>(nullptr)) && !key_.NextSubKey(static_cast<char*>(nullptr)),
                 "no child");
         require(!key_.SubKeyByName("a", &child_), "SubKeyByName");
-        const std::unique_ptr<char[]> name(new char[128]{"kept"});
-        if (choice % 2) {
-            require((choice == 1 ? key_.FirstSubKey(name.get()) : key_.NextSubKey(name.get())) == isFound,
-                    "whether a name is found");
-            require(name.get() == (isFound ? names[keyPosition_] : "kept"), "the subkey's name");
+        Block name(128);
+        std::strcpy(name, "kept");
+        if (byName) {
+            require((starts ? key_.FirstSubKey(name) : key_.NextSubKey(name)) == isFound, "whether a name is found");
+            require(std::string(name) == (isFound ? names[keyPosition_] : "kept"), "the subkey's name");
         } else {
-            const char* const found = choice == 0 ? key_.FirstSubKey(&child_) : key_.NextSubKey(&child_);
+            const char* const found = starts ? key_.FirstSubKey(&child_) : key_.NextSubKey(&child_);
             require(found ? isFound && found == names[keyPosition_] : !isFound, "the subkey that is found");
-            if (isFound) isChildOpen_ = true;
+            isChildOpen_ = isChildOpen_ || isFound;
             require(child_.Opened() == isChildOpen_, "the child");
         }
         if (isFound) ++keyPosition_;

@@ -3,20 +3,9 @@
 #pragma once
 
 #include "dialogs/dialog_template.h"
-#include "properties/property.h"
+#include "properties/plain_dialogs.h"
 
 namespace properties {
-
-inline std::string u16(unsigned value) {
-    return {static_cast<char>(value), static_cast<char>(value >> 8)};
-}
-
-/// A string, its bytes in the low or the high half of the units.
-inline std::string wide(const std::string& text, int shift = 0) {
-    std::string units;
-    for (const char letter : text) units += u16(static_cast<unsigned>(static_cast<unsigned char>(letter) << shift));
-    return units + u16(0);
-}
 
 /// A string, or an ordinal, which may be zero.
 inline std::string name(Input& input) {
@@ -74,11 +63,36 @@ struct Parsed {
     std::optional<tamrix::DialogTemplate> dialog;
 };
 
-inline tamrix::TemplateBytes bytesOf(const std::string& text) {
-    return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
-}
+/// One template of each format, typed by hand as the platform lays it out.
+inline const std::string kStandard(
+    "\xC0\x20\xC8\x90\x01\x00\x02\x00"          // style with DS_SETFONT, extended style
+    "\x02\x00\xFE\xFF\x28\x00\xB4\x00\x52\x00"  // two controls, x -2, y 40, 180 by 82
+    "\xFF\xFF\x07\x00\x00\x00H\0i\0!\0\0\0"     // menu 7, the default class, "Hi!"
+    "\x08\x00\x41\x00\x00\x00\x00\x00"          // 8 points, "A", two bytes to the next boundary
+    "\x00\x00\x01\x50\x00\x00\x00\x00"          // a control's styles
+    "\x5C\x00\x3F\x00\x28\x00\x0E\x00\x01\x00"  // its place and id
+    "\xFF\xFF\x80\x00\x00\x00\x03\x00w\0"       // a button without a title, one byte of data, one to the boundary
+    "\x00\x00\x01\x50\x00\x00\x00\x00"          // the next one
+    "\x5C\x00\x3F\x00\x28\x00\x0E\x00\x02\x00"
+    "\xFF\xFF\x82\x00\x00\x00\x01",  // whose data counts one byte: half of the word that says so
+    93);
+
+inline const std::string kExtended(
+    "\x01\x00\xFF\xFF\x9A\x01\x00\x00\x00\x04\x00\x00"          // version, signature, help 410, extended style
+    "\x48\x00\xC8\x80\x01\x00\x01\x00\x02\x00\x03\x00\x04\x00"  // style, one control, place and size
+    "\x00\x00\x43\x00\x00\x00\x54\x00\x00\x00"                  // no menu, class "C", "T"
+    "\x0A\x00\xBC\x02\x01\x80\x41\x00\x00\x00\x00\x00"  // 10 points, bold, italic, Shift-JIS, "A", two bytes more
+    "\x2C\x01\x00\x00\x00\x00\x00\x00\x00\x00\x01\x50"  // a control's help id and styles
+    "\x05\x00\x06\x00\x07\x00\x08\x00\x70\x11\x01\x00"  // its place and 32-bit id
+    "\x58\x00\x00\x00\xFF\xFF\x02\x00\x01\x00w",        // class "X", title 2, one byte of data
+    83);
 
 inline void property(Input& input) {
+    holdPlainDialogs(input);
+    for (const std::string& typed : {kStandard, kExtended}) {
+        const Parsed read(typed + '\0');  // the platform reads all of the last word
+        require(read.dialog && read.written() == typed, "a typed template");
+    }
     Input whole = input;
     const std::string any = whole.restBytes();
     if (const Parsed found(any); found.dialog) {

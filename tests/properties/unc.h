@@ -11,71 +11,69 @@
 
 namespace properties {
 
-inline void holdJoin(int kind, const char* zoneText, const char* nameText, const char* shareText) {
-    const auto text = [](const char* part) { return std::string(part ? part : ""); };
-    const bool named = zoneText && std::string_view(zoneText) != "*";
-    const std::string zone = named ? text(zoneText) : "", name = text(nameText), share = text(shareText);
-    std::string path = "\\\\" + zone;
-    std::size_t length = 3 + zone.size() + name.size() + share.size();
+using Part = std::optional<std::string>;
+
+inline void holdJoin(int kind, const Part& zone, const Part& name, const Part& share) {
+    const bool named = zone && *zone != "*", hasName = name && !name->empty(), hasShare = share && !share->empty();
+    std::string path = "\\\\" + (named ? *zone : "");
+    std::size_t length = 3 + (named ? zone->size() : 0) + name.value_or("").size() + share.value_or("").size();
     bool complete = true;
     if (kind == 1) {
-        length += (named ? 1u : 0u) + (shareText ? 1u : 0u);
-        path += (zone.empty() ? "" : "@") + name + (share.empty() ? "" : "\\" + share);
-    } else if (kind == 2 && nameText && shareText) {
+        length += (named ? 1u : 0u) + (share ? 1u : 0u);
+        path += (named && !zone->empty() ? "@" : "") + name.value_or("") + (hasShare ? "\\" + *share : "");
+    } else if (kind == 2 && name && share) {
         length += 2;
-        complete = !name.empty() && !share.empty();
-        path += (name.empty() ? "" : "`" + name) + (complete ? "\\" + share : "");
+        complete = hasName && hasShare;
+        path += (hasName ? "`" + *name : "") + (complete ? "\\" + *share : "");
     } else {
         length = 0;
     }
-    require(UNCLength(kind, zoneText, nameText, shareText) == static_cast<int>(length), "UNCLength");
-    require(StringsToUNC(kind, nullptr, 99, zoneText, nameText, shareText) == 0, "StringsToUNC into null");
-    for (std::size_t size = 0; size <= length + 1; ++size) {
+    if (length > 0x7FFF) length = 0;  // such a path is refused
+    const auto given = [](const Part& part) { return part ? part->c_str() : nullptr; };
+    const auto join = [&](char* target, std::size_t size) {
+        return StringsToUNC(kind, target, static_cast<unsigned short>(size), given(zone), given(name), given(share));
+    };
+    require(UNCLength(kind, given(zone), given(name), given(share)) == static_cast<int>(length), "UNCLength");
+    require(join(nullptr, 99) == 0, "StringsToUNC into null");
+    for (std::size_t size = length < 100 ? 0 : length - 1; size <= length + 1; ++size) {
         const bool fits = length > 0 && size >= length;
         const Block block(size);
-        const int result = StringsToUNC(kind, block, static_cast<unsigned short>(size), zoneText, nameText, shareText);
-        require(result == (fits && complete), "result of StringsToUNC");
+        require(join(block, size) == (fits && complete), "result of StringsToUNC");
         require(block.bytes().starts_with(fits ? path + '\0' : std::string(size, '?')), "bytes of StringsToUNC");
     }
 }
 
-/// The kind of a path and its zone, name, share and rest; a part that is left alone has none.
+/// The kind of a path and its zone, name, share and rest. A part that is left alone has none; a rest that is missing
+/// is one zero byte, not zeros to the end of a buffer that may be large.
 struct Split {
     int kind;
-    std::optional<std::string> zone, name, share;
-    std::string rest = "";
-    bool hasRest = false;  // one that is empty is copied, too
+    Part zone, name, share, rest;
 };
 
 inline Split statedSplit(const tamrix::LeadByteTable& leads, const std::string& path, bool sharesWanted) {
-    if (!path.starts_with("\\\\")) return {0, "", "", ""};
-    const auto find = [&](char delimiter, std::size_t from) {
-        for (; from < path.size() && path[from] != delimiter;) from += leads.leads(path[from]) ? 2 : 1;
-        return std::min(from, path.size());
-    };
-    const std::size_t none = path.size(), printer = find('`', 0), server = find('@', 0), separator = find('\\', 2);
-    std::vector<std::size_t> cuts = {separator, none};
-    /// The text from a position that was found, or after one, to where the path is cut next.
-    const auto part = [&](std::size_t from) {
-        std::size_t to = none;
+    if (!path.starts_with("\\\\")) return {0, "", "", "", {}};
+    const std::string plain = withoutDoubles(leads, path);
+    const std::size_t printer = plain.find('`'), server = plain.find('@'), separator = plain.find('\\', 2);
+    const std::size_t next = plain.find('\\', std::min(separator, plain.size()) + 1);
+    const auto none = std::string::npos;
+    /// The text after a delimiter up to the first of the others behind it; none without the delimiter.
+    const auto after = [&path](std::size_t delimiter, std::initializer_list<std::size_t> cuts) {
+        std::size_t end = path.size();
         for (const std::size_t cut : cuts)
-            if (cut >= from) to = std::min(to, cut);
-        return from < none ? path.substr(from, to - from) : "";
+            if (cut > delimiter) end = std::min(end, cut);
+        return delimiter == none ? "" : path.substr(delimiter + 1, end - delimiter - 1);
     };
     if (printer != none) {
-        if (server != none || separator == none) return {0, {}, {}, {}};
-        cuts.push_back(printer);
-        const std::string zone = part(2), name = part(printer + 1), share = part(separator + 1);
-        return {name.empty() || share.empty() ? 0 : 2, zone.empty() ? "*" : zone, name, share};
+        if (server != none || separator == none) return {0, {}, {}, {}, {}};
+        const std::string zone = after(1, {printer, separator}), name = after(printer, {separator});
+        const std::string share = after(separator, {printer});
+        return {name.empty() || share.empty() ? 0 : 2, zone.empty() ? "*" : zone, name, share, {}};
     }
-    cuts.push_back(server);
-    const std::string zone = server == none ? "" : part(2), name = part(server == none ? 2 : server + 1);
+    const std::string zone = server == none ? "" : after(1, {server, separator});
+    const std::string name = after(server == none ? 1 : server, {separator});
     // A separator is looked for up to the delimiter, where the volume ends already when the delimiter is behind it.
-    const std::size_t end = separator + 1 + part(separator + 1).size();
-    const std::size_t next = separator == none ? none : find('\\', separator + 1);
-    const bool hasRest = sharesWanted && next < none && next <= end;
-    if (next < none) cuts.push_back(next);
-    return {1, zone, name, part(separator + 1), hasRest ? part(next + 1) : "", hasRest};
+    const bool hasRest = sharesWanted && next != none && (server < separator || next < server);
+    return {1, zone, name, after(separator, {server, next}), hasRest ? Part(after(next, {server})) : Part()};
 }
 
 /// Only the parts whose bits `wanted` holds are asked for: zone, name, share, rest.
@@ -86,39 +84,52 @@ inline void holdSplit(const tamrix::LeadByteTable& leads, const std::string& pat
     const Split stated = statedSplit(leads, path, (wanted & 4) != 0);
     const int kind = UNCToStrings(source, output(0), output(1), output(2), output(3), restSize);
     require(kind == stated.kind, "result of UNCToStrings");
-    const std::optional<std::string> parts[] = {stated.zone, stated.name, stated.share};
+    const Part parts[] = {stated.zone, stated.name, stated.share};
     for (unsigned i = 0; i < 3; ++i) {
         const bool written = output(i) && parts[i];
         const std::string bytes = written ? *parts[i] + '\0' : std::string(path.size() + 1, '?');
         require(blocks[i].bytes().starts_with(bytes), "a part of UNCToStrings");
     }
-    std::string rest(restSize, '?');
-    if (output(3) && restSize > 0) {
-        std::string fitting;
-        for (const std::string& character : charactersOf(leads, stated.rest)) {
-            if (fitting.size() + character.size() >= restSize) break;
-            fitting += character;
-        }
-        // Where there is no rest one byte is written, not zeros to the end of a buffer that may be large.
-        rest = fitting + std::string(stated.hasRest ? restSize - fitting.size() : 1, '\0');
-        rest.resize(restSize, '?');
-    }
+    std::string rest = stated.rest ? fitting(charactersOf(leads, *stated.rest), restSize - 1) : "";
+    rest.resize(stated.rest ? restSize : 1);
+    if (!output(3)) rest.clear();
+    rest.resize(restSize, '?');
     require(blocks[3].bytes() == rest, "rest of UNCToStrings");
 }
 
+inline const std::vector<UINT> kUncPages = testing_support::codePagesAmong({1252, 932, 936, 949, 950, 1251});
+
 inline void property(Input& input) {
-    static const std::vector<UINT> pages = testing_support::codePagesAmong({1252, 932, 936, 949, 950, 1251});
-    static unsigned active = 0;
-    const unsigned page = pages[input.byte() % pages.size()];
-    if (page != active) require(testing_support::useCodePage(active = page), "useCodePage");
+    const UINT page = kUncPages[input.byte() % kUncPages.size()];
+    if (GetACP() != page) require(testing_support::useCodePage(page), "useCodePage");
     const tamrix::LeadByteTable leads = leadBytesOf(page);
     const int kind = input.byte() % 4;
     const unsigned choice = input.byte(), restSize = input.byte();
-    const Exact zone(input.text(20)), name(input.text(20)), share(input.text(20));
-    const auto given = [choice](unsigned bit, const char* part) { return choice & bit ? part : nullptr; };
-    holdJoin(kind, given(1, zone), given(2, name), given(4, share));
+    // One, two or three parts of such a size come near the longest path, or past what 16 bits count.
+    const std::size_t sizes[] = {32755, 16370, 10910, 22000, 65533, 65536};
+    const std::string more(choice & 0x80 && restSize % 16 == 1 ? input.oneOf(sizes) : 0, 'n');
+    const auto part = [&](unsigned bit) {
+        const std::string text = input.text(20) + more;
+        return choice & bit ? Part(text) : Part();
+    };
+    const Part zone = part(1), name = part(2), share = part(4);
+    holdJoin(kind, zone, name, share);
+    require(ZoneSrvDelimiter() + std::string(ZonePrnDelimiter()) == "@`", "the delimiters");
+    const Exact cleared("?");
+    require(UNCToStrings(nullptr, cleared, nullptr, nullptr, nullptr, 0) == 0 && !*cleared, "a missing path");
     const std::string path = input.rest();
-    for (const char* prefix : {"", "\\\\"}) holdSplit(leads, prefix + path, choice >> 3 & 15, restSize);
+    for (const unsigned wanted : {15u, choice >> 3 & 15})
+        for (const char* prefix : {"", "\\\\"}) holdSplit(leads, prefix + path, wanted, restSize);
+}
+
+/// Under a single-byte and a double-byte code page all paths of up to seven bytes that matter; all short parts.
+inline std::vector<Inputs> exhaustive() {
+    std::vector<Inputs> all;
+    for (char page = 0; page < 2; ++page) {
+        all.push_back({{page, 0, '\x18', 4, 0, 0, 0}, "a@`\\\x83", 7});
+        for (const char kind : {'\1', '\2'}) all.push_back({{page, kind, 7, 0}, {'\0', '\1', '\2', '*', '\x83'}, 6});
+    }
+    return all;
 }
 
 }  // namespace properties

@@ -1,7 +1,8 @@
-// The about box as an old client shows it: modally, modelessly, and as a derived class that replaces every slot, closes
-// itself and has neighbours that close it. With TAMRIX_SOAK set: 10,000 frames.
+// The about box as an old client shows it: modally, modelessly, and as a derived class that replaces every slot, while
+// it is used, is closed from anywhere, or a call fails. Its frames are compared with frames that the test draws. With
+// TAMRIX_SOAK set: 10,000 frames.
+#include <optional>
 #include <thread>
-#include <utility>
 
 #include "windows/scenario.h"
 #include "windows/soak.h"
@@ -14,407 +15,299 @@ using shipped::function;
 using shipped::member;
 using testing::ElementsAre;
 
-enum { kDelete, kInvoke, kRevoke, kAnimate, kCanClose, kTimer, kDestroyed, kInit, kPaint, kSlots };
-const char* const kSlotNames[] = {"deleted", "invoke",          "revoke",     "animate", "canClose",
-                                  "doTimer", "dialogDestroyed", "initDialog", "paint"};
+enum { kDelete, kInvoke, kRevoke, kAnimate, kCanClose, kTimer, kDestroyed, kInit, kPaint, kParse };
+const char* const kNames[] = {"deleted", "invoke",          "revoke",     "animate", "canClose",
+                              "doTimer", "dialogDestroyed", "initDialog", "paint",   "parseText"};
 
-/// A box by the places of its fields, and its operations by their slots.
-struct Box {
-    template <int index, typename... Arguments>
-    void call(Arguments... arguments) {
-        reinterpret_cast<void(__thiscall*)(Box*, Arguments...)>(slots[index])(this, arguments...);
-    }
+// The places of a box's fields, and of those that it can't be shown without.
+constexpr std::size_t kSize = 148, kWindow = 40, kPalette = 44, kFrame = 48;
+constexpr std::size_t kParts[] = {36, kFrame, 52, 56, 60, 64, 68, 72, 108, 140, 144};
 
-    void** slots;
-    int flyerCount, walkerCount, textTop, lineHeight;
-    UINT timerId, timerPeriod;
-    COLORREF textColor, backColor;
-    void* lines;
-    HWND window;
-    HPALETTE palette;
-    HBITMAP frame, strip, pictures[4];
-    HGLOBAL text;
-    int pictureIndex, topLine, lineCount, modal;
-    RECT frameRect;
-    char creditsFace[32];
-    void *flyers, *walkers;
-};
-static_assert(sizeof(Box) == 148);
+std::optional<shipped::Storage<kSize>> box;
+HWND window;   // the box's, also when it is gone
+int refusals;  // of canClose, before it agrees
+/// Does something before each call of the platform and after each operation of the box, by their names.
+std::function<void(const std::string& place)> meanwhile;
 
-/// What the derived class does after the library's own operation, and gives as its result.
-std::function<int(Box*)> inSlot[kSlots];
-
+/// Calls an operation through its slot.
 template <int index, typename... Arguments>
-int __thiscall derived(Box* box, Arguments... arguments) {
-    noted.push_back(kSlotNames[index]);
+int operate(Arguments... arguments) {
+    return shipped::slot<int __thiscall(void*, Arguments...)>(*box, index)(*box, arguments...);
+}
+
+/// What the derived class has in each slot: it does as the library does, and tells of it.
+template <int index, typename... Arguments>
+int __thiscall derived(void* self, Arguments... arguments) {
+    noted.push_back(kNames[index]);
+    if constexpr (index == kInit) {
+        window = reinterpret_cast<HWND>((arguments, ...));
+        for (const std::size_t part : kParts) EXPECT_NE(box->at<void*>(part), nullptr) << part;
+    }
+    if constexpr (index == kDelete) {
+        member("??1CAboutQuillonAppleTalk@@UAE@XZ", self);
+        std::memset(self, 0xEE, kSize);  // so that nothing can be used that is left
+        return 0;
+    }
     void* const own = function<void*>("??_7CAboutQuillonAppleTalk@@6B@")[index];
-    const int result = reinterpret_cast<int(__thiscall*)(Box*, Arguments...)>(own)(box, arguments...);
-    return inSlot[index] ? inSlot[index](box) : result;
+    const int result = reinterpret_cast<int(__thiscall*)(void*, Arguments...)>(own)(self, arguments...);
+    if (meanwhile) meanwhile(kNames[index]);
+    return index == kCanClose ? --refusals < 0 : result;
 }
 
-/// Deletes the box and leaves nothing in its place that could be used.
-int __thiscall deleted(Box* box, int) {
-    noted.push_back("deleted");
-    member("??1CAboutQuillonAppleTalk@@UAE@XZ", box);
-    std::memset(static_cast<void*>(box), 0xEE, sizeof *box);
-    reinterpret_cast<void(__cdecl*)(void*)>(calls::imported("free"))(box);
-    return 0;
-}
-
-/// A new box of the derived class; null without memory. A modeless box frees itself, so its memory is the library's.
-/// Its credits are this program's, but for those of the library when `hasOwnCredits` is false.
-Box* newBox(bool hasOwnCredits = true) {
-    static void* slots[] = {reinterpret_cast<void*>(deleted),
-                            reinterpret_cast<void*>(derived<kInvoke, int>),
-                            reinterpret_cast<void*>(derived<kRevoke>),
-                            reinterpret_cast<void*>(derived<kAnimate>),
-                            reinterpret_cast<void*>(derived<kCanClose>),
-                            reinterpret_cast<void*>(derived<kTimer, int>),
-                            reinterpret_cast<void*>(derived<kDestroyed>),
-                            reinterpret_cast<void*>(derived<kInit, HWND>),
-                            reinterpret_cast<void*>(derived<kPaint, HDC>)};
-    const auto allocate = reinterpret_cast<void*(__cdecl*)(std::size_t)>(calls::imported("malloc"));
-    auto* const box = static_cast<Box*>(allocate(sizeof(Box)));
-    if (!box) return nullptr;
-    void* const module = hasOwnCredits ? GetModuleHandleA(nullptr) : nullptr;
-    member<void*>("??0CAboutQuillonAppleTalk@@QAE@HPAX@Z", box, hasOwnCredits ? 0x10000 + 601 : 0, module);
-    box->slots = slots;
-    return box;
-}
+int random = 8;  // which sends each walker off at once; 1 does not
 
 int __cdecl steadyRand() {
-    return 8;  // sends each walker off at once
+    return random;
+}
+
+template <auto* function>
+void* const kCode = reinterpret_cast<void*>(function);
+template <int index>
+void* const kSlot = kCode<derived<index>>;
+template <int index>
+void* const kSlotWithOne = kCode<derived<index, int>>;
+
+/// A box of the derived class with this program's credits.
+void makeBox() {
+    static void* slots[] = {kSlotWithOne<kDelete>, kSlotWithOne<kInvoke>, kSlot<kRevoke>,    kSlot<kAnimate>,
+                            kSlot<kCanClose>,      kSlotWithOne<kTimer>,  kSlot<kDestroyed>, kSlotWithOne<kInit>,
+                            kSlotWithOne<kPaint>,  kSlot<kParse>};
+    calls::replace("rand", kCode<steadyRand>);
+    window = nullptr;
+    refusals = 0;
+    box.emplace();
+    void* const module = GetModuleHandleA(nullptr);
+    member("??0CAboutQuillonAppleTalk@@QAE@HPAX@Z", *box, 0x10000 + 601, module);
+    box->at<void**>(0) = slots;
 }
 
 int times(const char* note) {
     return static_cast<int>(std::count(noted.begin(), noted.end(), note));
 }
 
-class AboutBox : public testing::Test {
-protected:
-    AboutBox() {
-        calls::replace("rand", reinterpret_cast<const void*>(steadyRand));
-        for (auto& operation : inSlot) operation = nullptr;
-        inSlot[kInit] = [this](Box* box) {
-            window = box->window;
-            EXPECT_TRUE(box->lines && box->frame && box->strip && box->text && box->flyers && box->walkers &&
-                        box->creditsFace[0] && std::count(box->pictures, box->pictures + 4, nullptr) == 0);
-            return 1;
-        };
-        inSlot[kCanClose] = [this](Box*) {
-            for (const UINT message : {WM_KILLFOCUS, WM_LBUTTONDOWN, WM_CLOSE}) send(message);  // none is to ask again
-            return closable;
-        };
+void tick(HWND shown) {
+    for (const WPARAM timer : {2, 1}) {  // the first one is somebody else's
+        SendMessageA(shown, WM_TIMER, timer, 0);
+        UpdateWindow(shown);
     }
+}
 
-    /// Shows a new box modelessly; where no window is made it is deleted.
-    void showModelessly() {
-        window = nullptr;
-        Box* const box = newBox();
-        if (box && !member<int>("?showModeless@CAboutQuillonAppleTalk@@QAEHXZ", box)) box->call<kDelete>(1);
-    }
-    void showAndClose() {
-        showModelessly();
-        for (int i = 0; i < 2; ++i) {
-            send(WM_TIMER, 1);
-            UpdateWindow(window);
-        }
-        for (int i = 0; i < 2 && IsWindow(window); ++i) send(WM_LBUTTONDOWN);
-        EXPECT_FALSE(IsWindow(window)) << "the box can't be closed";
-    }
-    void send(UINT message, WPARAM parameter = 0) { SendMessageA(window, message, parameter, 0); }
-    template <typename Condition>
-    void pumpUntil(Condition condition) {
-        const DWORD start = GetTickCount();
-        for (MSG message; !condition() && GetTickCount() - start < 5000; Sleep(5))
-            while (PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE)) DispatchMessageA(&message);
-        EXPECT_TRUE(condition());
-    }
+void useModeless(UINT way, WPARAM parameter) {
+    makeBox();
+    if (member<int>("?showModeless@CAboutQuillonAppleTalk@@QAEHXZ", *box) != 1) operate<kDelete>(1);
+    tick(window);
+    for (int i = 0; i < 2; ++i) SendMessageA(window, way, parameter, 0);
+    EXPECT_FALSE(IsWindow(window)) << "the box can't be closed";
+}
 
-    HWND window = nullptr;
-    int closable = 1;
-};
+void useModal() {
+    makeBox();
+    operate<kInvoke>(1);
+    EXPECT_EQ(box->at<HWND>(kWindow), nullptr);
+    operate<kDelete>(1);
+}
 
-TEST_F(AboutBox, ModelessIsAskedBeforeItGoesAndDeletesItselfOnce) {
+std::vector<std::vector<int>> icons;  // places and handles of those that were drawn
+
+void lookOn(const calls::Call& call) {
+    const auto* const arguments = reinterpret_cast<const int*>(call.arguments);
+    if (call.name == "DrawIcon") icons.emplace_back(arguments + 1, arguments + 4);
+    EXPECT_TRUE(call.name != "SetTimer" || (arguments[1] == 1 && arguments[2] == 333 && !arguments[3]));
+    if (meanwhile) meanwhile(call.name);
+}
+
+const Scenario modeless{[] { useModeless(WM_LBUTTONDOWN, 0); }, nullptr, lookOn}, modal{useModal, tick, lookOn};
+
+TEST(AboutBox, OpensInTheMiddleTicksAndIsAskedBeforeItGoes) {
+    meanwhile = [](const std::string& place) {
+        for (const UINT message : {WM_KILLFOCUS, WM_LBUTTONDOWN, WM_CLOSE})
+            if (place == "canClose") SendMessageA(window, message, 0, 0);  // none is to ask again
+        if (place != "doTimer") return;
+        refusals = 1;
+        POINT corners[2];
+        GetClientRect(window, reinterpret_cast<RECT*>(corners));
+        MapWindowPoints(window, nullptr, corners, 2);
+        const LONG left = (GetSystemMetrics(SM_CXSCREEN) - 411) / 2, top = (GetSystemMetrics(SM_CYSCREEN) - 411) / 2;
+        EXPECT_THAT(std::vector(&corners->x, &corners->x + 4), ElementsAre(left, top, left + 411, top + 411));
+        EXPECT_TRUE(IsWindowVisible(window) && GetFocus() == window);
+        for (const int size : {ICON_BIG, ICON_SMALL}) EXPECT_TRUE(SendMessageA(window, WM_GETICON, size, 0));
+    };
     const std::pair<UINT, WPARAM> ways[] = {{WM_KEYDOWN, 'A'}, {WM_LBUTTONDOWN, 0}, {WM_COMMAND, 7}, {WM_KILLFOCUS, 0}};
     for (const auto& way : ways) {
-        play({[&] {
-            closable = 0;
-            newBox()->call<kInvoke>(0);
-            send(way.first, way.second);
-            closable = 1;
-            send(way.first, way.second);
-        }});
-        EXPECT_THAT(noted, ElementsAre("invoke", "initDialog", "animate", "canClose", "canClose", "revoke",
-                                       "dialogDestroyed", "deleted"))
-            << way.first;
+        const auto counts = play({[&] { useModeless(way.first, way.second); }, nullptr, lookOn});
+        EXPECT_TRUE(counts.at("SetTimer") == 1 && counts.at("KillTimer") == 1);
+        EXPECT_THAT(noted, ElementsAre("initDialog", "animate", "doTimer", "paint", "doTimer", "animate", "paint",
+                                       "canClose", "canClose", "revoke", "dialogDestroyed", "deleted"));
     }
+    meanwhile = nullptr;
 }
 
-int WINAPI smallScreen(int index) {
-    return index == SM_CXSCREEN ? 400 : index == SM_CYSCREEN ? 300 : 0;
-}
-
-TEST_F(AboutBox, OpensInTheMiddleAndShowsAFrameAtEachTick) {
-    calls::replace("GetSystemMetrics", reinterpret_cast<const void*>(smallScreen));
-    const auto look = [](const calls::Call& call) { EXPECT_TRUE(call.name != "SetTimer" || call.arguments[2] == 333); };
-    const auto open = [&] {
-        showModelessly();
-        RECT place, inside;
-        GetWindowRect(window, &place);
-        GetClientRect(window, &inside);
-        EXPECT_EQ(std::vector<LONG>(&place.left, &place.left + 4), (std::vector<LONG>{-6, -56, 405, 355}));
-        EXPECT_TRUE(inside.right == 411 && inside.bottom == 411 && IsWindowVisible(window) && GetFocus() == window);
-        EXPECT_TRUE(SendMessageA(window, WM_GETICON, ICON_BIG, 0) && SendMessageA(window, WM_GETICON, ICON_SMALL, 0));
-        UpdateWindow(window);
-        send(WM_TIMER, 2);  // somebody else's
-        EXPECT_FALSE(GetUpdateRect(window, nullptr, FALSE));
-        noted.clear();
-        pumpUntil([] { return times("paint") == 2; });
-        EXPECT_THAT(noted, ElementsAre("doTimer", "animate", "paint", "doTimer", "animate", "paint"));
-        DestroyWindow(window);
-    };
-    EXPECT_EQ(play({open, nullptr, look}).at("KillTimer"), 1);
-    calls::replace("GetSystemMetrics", reinterpret_cast<const void*>(GetSystemMetrics));
-    EXPECT_TRUE(times("deleted") == 1 && times("dialogDestroyed") == 1);
-}
-
-TEST_F(AboutBox, ClosesItselfInEachOfItsOperationsAndIsLeftAlone) {
-    const auto look = [](const calls::Call& call) {
-        const bool isOnWindow = call.name == "SetTimer" || call.name == "InvalidateRect";
-        EXPECT_TRUE(!isOnWindow || IsWindow(reinterpret_cast<HWND>(call.arguments[0]))) << call.name;
-    };
-    for (const int operation : {kInit, kAnimate, kAnimate, kTimer, kCanClose, kPaint}) {
-        static int turn = 0;  // the first frame closes the box, then the second
-        int calls = operation == kAnimate ? ++turn : 1;
-        const auto own = std::exchange(inSlot[operation], [&](Box* box) {
-            if (operation == kInit) window = box->window;
-            if (--calls == 0) box->call<kRevoke>();
-            EXPECT_TRUE(times("doTimer") || times("paint") || times("canClose") || !times("deleted"))
-                << "while it opens";
-            return 1;
-        });
-        play({[this] { showAndClose(); }, nullptr, look});
-        EXPECT_TRUE(times("deleted") == 1 && noted.back() == "deleted") << kSlotNames[operation];
-        inSlot[operation] = own;
-    }
-}
-
-TEST_F(AboutBox, EndsOnceWhateverANeighbourDoesMeanwhile) {
-    void (*const deeds[])(HWND) = {[](HWND box) { SendMessageA(box, WM_LBUTTONDOWN, 0, 0); },
-                                   [](HWND box) { PostMessageA(box, WM_CLOSE, 0, 0); },
-                                   [](HWND box) { DestroyWindow(box); }, [](HWND) { PostQuitMessage(0); }};
+TEST(AboutBox, EndsOnceWhateverClosesItMeanwhile) {
+    const std::pair<std::string, int> places[] = {
+        {"MoveWindow", 1},     {"SendMessageA", 1},  {"SetTimer", 1},   {"ShowWindow", 1},
+        {"InvalidateRect", 1}, {"BeginPaint", 1},    {"EndPaint", 1},   {"KillTimer", 1},
+        {"EndDialog", 1},      {"DestroyWindow", 1}, {"initDialog", 1}, {"animate", 1},
+        {"animate", 2},        {"doTimer", 1},       {"canClose", 1},   {"paint", 1}};
+    void (*const deeds[])() = {[] { operate<kRevoke>(); }, [] { SendMessageA(window, WM_LBUTTONDOWN, 0, 0); },
+                               [] { PostMessageA(window, WM_CLOSE, 0, 0); }, [] { DestroyWindow(window); },
+                               [] { PostQuitMessage(0); }};
     for (const auto deed : deeds)
-        for (const char* const name : {"MoveWindow", "SendMessageA", "SetTimer", "ShowWindow", "InvalidateRect",
-                                       "BeginPaint", "EndPaint", "KillTimer", "DestroyWindow", "EndDialog"}) {
-            bool isDone = false;
-            const auto look = [&](const calls::Call& call) {
-                if (call.name == "MoveWindow") window = reinterpret_cast<HWND>(call.arguments[0]);
-                if (call.name == name && !std::exchange(isDone, true)) deed(window);
-            };
-            play({[this] { showAndClose(); }, nullptr, look});
-            EXPECT_EQ(times("deleted"), 1) << name;
-            isDone = false;
-            play({function<void()>("DoQuillonAboutBox"), [](HWND box) { UpdateWindow(box); }, look});
-        }
+        for (const auto& [place, nth] : places)
+            for (const Scenario* const scenario : {&modeless, &modal}) {
+                meanwhile = [&, visits = 0](const std::string& at) mutable {
+                    if (at != place || ++visits != nth) return;
+                    deed();
+                    EXPECT_TRUE(place != "initDialog" || !times("deleted")) << "while it opens";
+                };
+                play(*scenario);
+                std::erase(noted, "quit");
+                EXPECT_TRUE(times("deleted") == 1 && noted.back() == "deleted") << place << nth;
+            }
+    meanwhile = nullptr;
 }
 
-TEST_F(AboutBox, TakesAWindowOfAnotherThreadAlong) {
-    Box* const box = newBox();
-    box->call<kInvoke>(0);
-    std::thread([box] { box->call<kDelete>(1); }).join();
-    pumpUntil([this] { return !IsWindow(window); });
+TEST(AboutBox, CanBeDeletedByAnotherThreadAndWhileItOpens) {
+    makeBox();
+    operate<kInvoke>(0);
+    std::thread([] { operate<kDelete>(1); }).join();
+    for (MSG message; PeekMessageA(&message, nullptr, 0, 0, PM_REMOVE);) DispatchMessageA(&message);
+    EXPECT_FALSE(IsWindow(window));
+    meanwhile = [](const std::string& place) {
+        if (place == "initDialog") operate<kDelete>(1);
+    };
+    play(modeless);
+    EXPECT_EQ(times("deleted"), 1);
+    meanwhile = nullptr;
 }
 
-BYTE pressed;
-void CALLBACK press(HWND, UINT, UINT_PTR timer, DWORD) {
-    KillTimer(nullptr, timer);
-    keybd_event(pressed, 0, 0, 0);
-    keybd_event(pressed, 0, KEYEVENTF_KEYUP, 0);
-}
-
-TEST_F(AboutBox, ModalGoesByTabAndArrowsAndStaysItsOwners) {
+TEST(AboutBox, ModalGoesByTabAndArrowsAndStaysItsOwners) {
     for (const BYTE key : {VK_TAB, VK_DOWN}) {
-        pressed = key;
-        SetTimer(nullptr, 0, 50, press);
-        Box* const box = newBox();
+        meanwhile = [key](const std::string& place) {
+            for (const DWORD flags : {0, KEYEVENTF_KEYUP})
+                if (place == "paint") keybd_event(key, 0, flags, 0);
+        };
         noted.clear();
-        box->call<kInvoke>(1);
-        std::erase(noted, "paint");
-        EXPECT_THAT(noted, ElementsAre("invoke", "initDialog", "animate", "canClose", "revoke", "dialogDestroyed"));
-        EXPECT_EQ(box->window, nullptr);
-        box->call<kDelete>(1);
+        useModal();
+        EXPECT_THAT(noted, ElementsAre("invoke", "initDialog", "animate", "paint", "canClose", "revoke",
+                                       "dialogDestroyed", "deleted"));
     }
+    meanwhile = nullptr;
 }
 
-TEST_F(AboutBox, SurvivesEachFailure) {
-    const auto counts = play({function<void()>("DoQuillonAboutBox")});  // also loads the icons, which stay
-    EXPECT_TRUE(counts.at("SetTimer") == 1 && counts.at("srand") == 1);
-    sweep({[this] { showAndClose(); }});
-    sweep({function<void()>("DoQuillonAboutBox")});
+TEST(AboutBox, SurvivesEachFailure) {
+    const Scenario shippedOne{function<void()>("DoQuillonAboutBox")};
+    EXPECT_EQ(play(shippedOne).at("srand"), 1);  // also loads the icons, which stay
+    sweep(modeless);
+    sweep(modal);
 }
 
-TEST_F(AboutBox, RealisesThePaletteOfItsFrameWhereverItDraws) {
-    const HDC screen = GetDC(nullptr);
-    const bool hasPalette = GetDeviceCaps(screen, BITSPIXEL) <= 8;
-    ReleaseDC(nullptr, screen);
-    const auto counts = play({[this] { showAndClose(); }});
-    EXPECT_EQ(counts.count("RealizePalette") ? counts.at("RealizePalette") : 0, hasPalette ? 15 : 0)
-        << "five bitmaps; the frame's and the strip's contexts three times; the window's and its memory context twice";
-    EXPECT_EQ(counts.at("SetStretchBltMode"), hasPalette ? 30 : 45) << "ten lines a frame, the far five to be averaged";
-    Box* const box = newBox();
-    RGBQUAD entries[257] = {};
-    EXPECT_EQ(GetPaletteEntries(box->palette, 0, 257, reinterpret_cast<PALETTEENTRY*>(entries)), hasPalette ? 256u : 0);
-    for (RGBQUAD& entry : entries) std::swap(entry.rgbRed, entry.rgbBlue);
-    const auto* bitmap = static_cast<BYTE*>(LoadResource(dll(), FindResourceA(dll(), MAKEINTRESOURCEA(1), RT_BITMAP)));
-    EXPECT_TRUE(!hasPalette || !std::memcmp(entries, bitmap + sizeof(BITMAPINFOHEADER), 256 * sizeof *entries));
-    box->call<kDelete>(1);
-}
-
-using Pixels = std::vector<DWORD>;  // 0x00RRGGBB, from the top
 constexpr int kSide = 411;
 
-Pixels pixelsOf(void* bitmap) {
-    BITMAPINFO info{};
-    info.bmiHeader = {sizeof info.bmiHeader, kSide, -kSide, 1, 32, BI_RGB, 0, 0, 0, 0, 0};
-    Pixels pixels(kSide * kSide);
-    const HDC screen = GetDC(nullptr);
-    GetDIBits(screen, static_cast<HBITMAP>(bitmap), 0, kSide, pixels.data(), &info, DIB_RGB_COLORS);
-    ReleaseDC(nullptr, screen);
-    return pixels;
-}
-
-Pixels resource(int id) {
-    void* const bitmap = LoadImageA(dll(), MAKEINTRESOURCEA(id), IMAGE_BITMAP, 0, 0, LR_CREATEDIBSECTION);
-    const Pixels pixels = pixelsOf(bitmap);
-    DeleteObject(bitmap);
-    return pixels;
-}
-
-/// How many pixels of an area differ from those of another picture whose corner is at (left, top).
-int differing(const Pixels& pixels, const RECT& area, const Pixels& other, int left = 0, int top = 0) {
-    int count = 0;
-    for (int y = area.top; y < area.bottom; ++y)
-        for (int x = area.left; x < area.right; ++x)
-            count += pixels[y * kSide + x] != other[(y - top) * kSide + x - left];
-    return count;
-}
-
-bool drawsIcons;
-std::vector<int> places;  // of icons
-BOOL WINAPI noteIcon(HDC dc, int x, int y, HICON icon) {
-    places.insert(places.end(), {x, y});
-    return !drawsIcons || DrawIcon(dc, x, y, icon);
-}
-
-/// Bold, italic or underlined, and the text.
-int WINAPI noteText(HDC dc, LPCSTR text, int length, LPRECT place, UINT flags) {
-    LOGFONTA font{};
-    GetObjectA(GetCurrentObject(dc, OBJ_FONT), sizeof font, &font);
-    EXPECT_TRUE(flags == 0x821 && font.lfHeight == 33 && font.lfCharSet == DEFAULT_CHARSET &&
-                !std::strcmp(font.lfFaceName, "Arial") && GetTextColor(dc) == 0xFFFFFF && GetBkMode(dc) == TRANSPARENT);
-    const char* const style = font.lfWeight == 700 ? "b:" : font.lfItalic ? "i:" : font.lfUnderline ? "u:" : ":";
-    noted.push_back(style + std::string(text, static_cast<std::size_t>(length)));
-    return DrawTextA(dc, text, length, place, flags);
-}
-
-class AboutFrame : public AboutBox {
-protected:
-    AboutFrame() {
-        calls::replace("DrawIcon", reinterpret_cast<const void*>(noteIcon));
-        calls::replace("DrawTextA", reinterpret_cast<const void*>(noteText));
+/// A bitmap of the library's, to be drawn on.
+struct Canvas {
+    explicit Canvas(int id) : bitmap(LoadImageA(dll(), MAKEINTRESOURCEA(id), IMAGE_BITMAP, 0, 0, 0)) {
+        SelectObject(dc, bitmap);
+    }
+    ~Canvas() {
+        DeleteDC(dc);
+        DeleteObject(bitmap);
     }
 
-    Pixels nextFrame() {
-        noted.clear();
-        box->call<kAnimate>();
-        noted.erase(noted.begin());
-        return pixelsOf(box->frame);
-    }
-
-    Box* box = nullptr;
+    const HDC dc = CreateCompatibleDC(nullptr);
+    const HGDIOBJ bitmap;
 };
 
-TEST_F(AboutFrame, KeepsBorderAndBandAndShowsThePicturesInTurnWithSpritesOnTop) {
-    const Pixels fixed = resource(1), pictures[] = {resource(10), resource(11), resource(12), resource(13)};
-    play({[&] {
-        box = newBox(false);
-        EXPECT_EQ(pixelsOf(box->frame), fixed);
-        for (int i = 0; i < 40; ++i) {
-            drawsIcons = i % 2;
-            places.clear();
-            const Pixels frame = nextFrame();
-            EXPECT_TRUE(i || (places[0] == 50 + 8 && places[1] == 10 + 8 - 1)) << "where a flyer begins, one step on";
-            for (const RECT& area : {RECT{0, 0, 14, kSide},
-                                     {397, 0, kSide, kSide},
-                                     {0, 0, kSide, 14},
-                                     {0, 397, kSide, kSide},
-                                     {0, 194, kSide, 245}})
-                EXPECT_TRUE(!differing(frame, area, fixed) || (drawsIcons && area.top == 194)) << i << " " << area.top;
-            const int others = differing(frame, {14, 14, 397, 194}, pictures[i % 4], 14, 14);
-            EXPECT_TRUE(drawsIcons ? others > 0 && others < 3 * 32 * 32 : !others) << others << " in frame " << i;
-        }
-        for (int i = testing_support::soakRounds(0, 10000); i > 0; --i) box->call<kAnimate>();
-        box->call<kDelete>(1);
-    }});
+TEST(AboutBox, RealisesThePaletteOfItsFrameWhereverItDraws) {
+    const bool hasPalette = GetDeviceCaps(Canvas(1).dc, BITSPIXEL) <= 8;
+    auto counts = play(modeless);
+    EXPECT_EQ(counts["RealizePalette"], hasPalette ? 13 : 0)
+        << "five bitmaps; twice the frame's and the strip's contexts, and the window's and its memory context";
+    EXPECT_EQ(counts["SetStretchBltMode"], hasPalette ? 20 : 30) << "ten lines a frame, the far five to be averaged";
+    makeBox();
+    RGBQUAD entries[257] = {};
+    const UINT count = GetPaletteEntries(box->at<HPALETTE>(kPalette), 0, 257, reinterpret_cast<PALETTEENTRY*>(entries));
+    EXPECT_EQ(count, hasPalette ? 256u : 0);
+    for (RGBQUAD& entry : entries) std::swap(entry.rgbRed, entry.rgbBlue);
+    const auto* bitmap = static_cast<BYTE*>(LoadResource(dll(), FindResourceA(dll(), MAKEINTRESOURCEA(1), RT_BITMAP)));
+    EXPECT_EQ(std::memcmp(entries, bitmap + sizeof(BITMAPINFOHEADER), count * sizeof *entries), 0);
+    operate<kDelete>(1);
 }
 
-TEST_F(AboutFrame, MovesTheCreditsOnByOneLineEverySecondFrame) {
-    const std::vector<std::string> lines = {"b:Title 6.1",  ":plain & 1995-97", "i:slanted", "",
-                                            "u:under 100%", ": *text",          ""};
-    // Where the title is as the k-th line: rows of the frame.
-    const std::pair<int, int> places[] = {{245, 248}, {248, 254}, {254, 263}, {263, 275},
-                                          {275, 290}, {290, 308}, {308, 329}};
-    const Pixels teal(kSide * kSide, 0x008080);
-    std::vector<std::string> expected;
-    drawsIcons = false;
-    box = newBox();
-    for (std::size_t top = 0; top < lines.size(); ++top) {
-        if (!lines[top].empty()) expected.insert(expected.begin(), lines[top]);
-        nextFrame();
-        EXPECT_EQ(noted, expected);
-        const Pixels frame = nextFrame();
-        EXPECT_EQ(noted, expected);
-        const auto [first, end] = places[top];
-        int left = kSide, right = 0, lit = 0, dark = 0;
-        for (int y = first; y < end; ++y)
-            for (int x = 14; x < 397; ++x) {
-                dark += (frame[y * kSide + x] & 0xFF) < 0x70;
-                if ((frame[y * kSide + x] & 0xFF) > 0xB0) left = std::min(left, x), right = std::max(right, x), ++lit;
-            }
-        EXPECT_TRUE(lit > 15 && !dark) << lit << " pixels of white letters survive being made smaller, on teal";
-        EXPECT_NEAR(left + right, 410, 6) << "centred";
-        EXPECT_EQ(differing(frame, {14, end, 397, 397}, teal), 0) << "blank";
+std::vector<DWORD> pixelsOf(HGDIOBJ bitmap) {
+    std::vector<DWORD> pixels(kSide * kSide);
+    GetBitmapBits(static_cast<HBITMAP>(bitmap), kSide * kSide * sizeof(DWORD), pixels.data());
+    return pixels;
+}
+
+const HBRUSH kTeal = CreateSolidBrush(RGB(0, 128, 128));
+
+/// Draws a line, "b:" bold, "i:" italic, "u:" underlined, as the k-th of the credits from the farthest on.
+void drawLine(HDC frame, int k, const std::string& line) {
+    if (line.empty()) return;
+    const Canvas strip(1);  // of which the top is used
+    RECT area = {0, 0, kSide, 33};
+    FillRect(strip.dc, &area, kTeal);
+    SetTextColor(strip.dc, RGB(255, 255, 255));
+    SetBkMode(strip.dc, TRANSPARENT);
+    const HGDIOBJ former =
+        SelectObject(strip.dc, CreateFontA(33, 0, 0, 0, line[0] == 'b' ? FW_BOLD : FW_NORMAL, line[0] == 'i',
+                                           line[0] == 'u', 0, DEFAULT_CHARSET, 0, 0, 0, 0, "Arial"));
+    DrawTextA(strip.dc, &line[line.find(':') + 1], -1, &area, DT_CENTER | DT_SINGLELINE | DT_NOPREFIX);
+    DeleteObject(SelectObject(strip.dc, former));
+    SetStretchBltMode(frame, k < 5 ? HALFTONE : COLORONCOLOR);
+    for (int slice = 0; slice < 3; ++slice) {
+        const int width = kSide / 3 + 3 * k * (k + 1) + 2 * slice, top = 245 + 3 * k * (k + 1) / 2 + slice * (k + 1);
+        StretchBlt(frame, (kSide - width) / 2, top, width, k + 1, strip.dc, 0, 11 * slice, kSide, 11, SRCCOPY);
     }
-    nextFrame();
-    EXPECT_THAT(noted, ElementsAre(lines[0])) << "starts over";
-    for (int i = 0; i < 4; ++i) nextFrame();
-    EXPECT_EQ(member<int>("?parseText@CAboutQuillonAppleTalk@@MAEHXZ", box), 1);
-    nextFrame();
-    EXPECT_THAT(noted, ElementsAre(lines[0])) << "a new table begins at its first line";
-    box->call<kDelete>(1);
 }
 
-TEST_F(AboutFrame, LeavesOutWhatNeedsAMissingFontOrBrush) {
-    const struct {
-        const char* failing;
-        int nth;
-        std::vector<std::string> drawn;
-    } rows[] = {{"CreateFontA", 5, {}},
-                {"CreateSolidBrush", 2, {}},
-                {"CreateFontA", 6, {":*Title 6.1"}},
-                {"CreateFontA", 7, {"b:Title 6.1"}}};
-    for (const auto& row : rows)
-        play({[&] {
-                 box = newBox();
-                 const Pixels first = nextFrame(), second = nextFrame();
-                 EXPECT_EQ(noted, row.drawn) << row.failing << row.nth;
-                 EXPECT_TRUE(!row.drawn.empty() || !differing(second, {14, 245, 397, 397}, first));
-                 nextFrame();
-                 EXPECT_EQ(noted.size(), row.drawn.empty() ? 1u : 2u) << "credits that are not drawn stand still";
-                 box->call<kDelete>(1);
-             }},
-             {row.failing, row.nth, nullptr});
+/// The next frame is the border, lines of the credits from the farthest on, a picture, and on top the library's icons.
+void expectNextFrame(int picture, const std::vector<std::string>& lines) {
+    const Canvas frame(1), source(10 + picture);
+    const RECT area = {14, 245, 397, 397};
+    icons.clear();
+    operate<kAnimate>();
+    IntersectClipRect(frame.dc, 14, 14, 397, 397);
+    FillRect(frame.dc, &area, kTeal);
+    for (std::size_t k = 0; k < lines.size(); ++k) drawLine(frame.dc, static_cast<int>(k), lines[k]);
+    BitBlt(frame.dc, 14, 14, 383, 180, source.dc, 0, 0, SRCCOPY);
+    for (const auto& icon : icons) DrawIcon(frame.dc, icon[0], icon[1], reinterpret_cast<HICON>(icon[2]));
+    EXPECT_TRUE(pixelsOf(box->at<HBITMAP>(kFrame)) == pixelsOf(frame.bitmap))
+        << picture << testing::PrintToString(lines);
+}
+
+std::vector<int> iconAt(int x, int y, int id) {
+    return {x, y, static_cast<int>(reinterpret_cast<LONG_PTR>(LoadIconA(dll(), MAKEINTRESOURCEA(id))))};
+}
+
+TEST(AboutFrame, ShowsCreditsPicturesAndSpritesInTheirTurnsButNotWhatNeedsAMissingFont) {
+    const std::vector<std::string> credits = {"",          ": *text",          "u:under 100%", "",
+                                              "i:slanted", ":plain & 1995-97", "b:Title 6.1"};
+    const int steps[] = {20, 21, 22, 23, 32, 33, 34, 35, 36, 37};  // of a walker that plays
+    const std::pair<const char*, int> failures[] = {
+        {"", 0}, {"CreateFontA", 5}, {"CreateFontA", 6}, {"CreateFontA", 7}, {"CreateSolidBrush", 2}};
+    for (const auto& [failing, nth] : failures)  // in the second frame
+        play({[&, nth = nth] {
+                  random = nth ? 1 : 8;  // walkers would stay on text that is not drawn
+                  makeBox();
+                  for (int i = 0; i < 17; ++i) {
+                      const bool isLate = i > 1 && (nth == 5 || nth == 2);  // credits that are not drawn stand still
+                      std::vector<std::string> lines(credits.end() - (i / 2 - isLate) % 7 - 1, credits.end());
+                      if (i == 1 && nth == 6) lines = {":*Title 6.1"};
+                      expectNextFrame(i % 4, lines);
+                      EXPECT_TRUE(nth || i || icons[0] == iconAt(58, 17, 11)) << "where a flyer begins, one step on";
+                      EXPECT_TRUE(nth || i > 9 || icons.back() == iconAt(58, 253, steps[i])) << i;
+                  }
+                  EXPECT_EQ(operate<kParse>(), 1);
+                  expectNextFrame(1, {credits.back()});  // a new table begins at its first line
+                  const Canvas shown(1);
+                  operate<kPaint>(shown.dc);
+                  EXPECT_TRUE(pixelsOf(shown.bitmap) == pixelsOf(box->at<HBITMAP>(kFrame)));
+                  for (int more = testing_support::soakRounds(0, 2000); more > 0; --more) operate<kAnimate>();
+                  operate<kDelete>(1);
+              },
+              nullptr, lookOn},
+             {failing, nth, nullptr});
 }
 
 }  // namespace

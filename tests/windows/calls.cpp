@@ -1,236 +1,149 @@
-// Each slot of the import table leads to a few bytes of machine code that know their import's number. They ask
-// beforeCall() where to go on; where the result matters, the call returns to afterCall() first, which also learns how
-// many bytes of arguments the function takes from the stack: a failing call has to take as many.
+// Each slot of the import table leads to an entry of machine code by whose address the import is known. All entries
+// come to forward(), which calls the function on a copy of the arguments. So it learns how many bytes of them the
+// function takes from the stack: a call that fails takes as many, and does nothing else.
 #include "windows/calls.h"
 
-#include <cstring>
-#include <deque>
+#include <algorithm>
+#include <set>
 #include <vector>
+
+#include "windows/shipped_dll.h"
 
 namespace calls {
 namespace {
 
-/// Functions that take something, or give it back, and the argument that names it.
-constexpr int kResult = -1;
-struct Transfer {
-    const char* thing;
-    int place;
-    bool gives;
-};
-const std::map<std::string, Transfer> kTransfers = {
-    {"RegOpenKeyExA", {"key", 4, false}},
-    {"RegCreateKeyA", {"key", 2, false}},
-    {"RegCreateKeyExA", {"key", 7, false}},
-    {"RegCloseKey", {"key", 0, true}},
-    {"CreateCompatibleBitmap", {"object", kResult, false}},
-    {"CreateFontA", {"object", kResult, false}},
-    {"CreatePalette", {"object", kResult, false}},
-    {"CreateSolidBrush", {"object", kResult, false}},
-    {"DeleteObject", {"object", 0, true}},
-    {"CreateCompatibleDC", {"context", kResult, false}},
-    {"DeleteDC", {"context", 0, true}},
-    {"GetDC", {"screen", kResult, false}},
-    {"ReleaseDC", {"screen", 1, true}},
-    {"BeginPaint", {"painting", 0, false}},
-    {"EndPaint", {"painting", 0, true}},
-    {"GlobalAlloc", {"block", kResult, false}},
-    {"GlobalFree", {"block", 0, true}},
-    {"GlobalLock", {"lock", 0, false}},
-    {"GlobalUnlock", {"lock", 0, true}},
-    {"malloc", {"memory", kResult, false}},
-    {"free", {"memory", 0, true}},
-    {"SetTimer", {"timer", 0, false}},
-    {"DestroyWindow", {"window", 0, true}},
-};
-/// What a function that fails gives, where that is not 0; all of the registry's give an error's number.
-const std::map<std::string, ULONG_PTR> kFailures = {
-    {"RealizePalette", GDI_ERROR},
-    {"SetTextColor", CLR_INVALID},
-    {"MulDiv", ULONG_PTR(-1)},
-    {"DialogBoxParamA", ULONG_PTR(-1)},
-    {"DialogBoxIndirectParamA", ULONG_PTR(-1)},
-    {"SendMessageA", ULONG_PTR(LB_ERR)},
-    {"SendDlgItemMessageA", ULONG_PTR(LB_ERR)},
-    {"GlobalFree", 1},
-};
-const std::set<std::string> kInfallible = {
-    "abort",          "free",     "memchr",          "memmove",        "memcpy",   "memset",
-    "rand",           "srand",    "strcat",          "strchr",         "strcmp",   "strcpy",
-    "strlen",         "strncpy",  "strrchr",         "time",           "GetOEMCP", "IsDBCSLeadByte",
-    "DefWindowProcA", "IsWindow", "IsWindowVisible", "GetWindowLongA", "GetPropA", "RemovePropA"};
+/// What takes something, and what gives it back.
+const std::map<std::string, std::string> kTaking = {{"RegOpenKeyExA", "RegCloseKey"},
+                                                    {"RegCreateKeyA", "RegCloseKey"},
+                                                    {"RegCreateKeyExA", "RegCloseKey"},
+                                                    {"CreateCompatibleBitmap", "DeleteObject"},
+                                                    {"CreateFontA", "DeleteObject"},
+                                                    {"CreatePalette", "DeleteObject"},
+                                                    {"CreateSolidBrush", "DeleteObject"},
+                                                    {"CreateCompatibleDC", "DeleteDC"},
+                                                    {"GetDC", "ReleaseDC"},
+                                                    {"BeginPaint", "EndPaint"},
+                                                    {"GlobalAlloc", "GlobalFree"},
+                                                    {"GlobalLock", "GlobalUnlock"},
+                                                    {"malloc", "free"}};
+/// The argument that names it, where the result does not.
+const std::map<std::string, int> kNaming = {{"RegOpenKeyExA", 4}, {"RegCreateKeyA", 2}, {"RegCreateKeyExA", 7},
+                                            {"BeginPaint", 0},    {"GlobalLock", 0},    {"RegCloseKey", 0},
+                                            {"DeleteObject", 0},  {"DeleteDC", 0},      {"ReleaseDC", 1},
+                                            {"EndPaint", 0},      {"GlobalFree", 0},    {"GlobalUnlock", 0},
+                                            {"free", 0}};
 
+/// What fails with all bits set; the rest fails with 0, or, if it is the registry's, with an error's number.
+const std::set<std::string> kFailingWithOnes = {
+    "RealizePalette", "SetTextColor",        "MulDiv",    "DialogBoxParamA", "DialogBoxIndirectParamA",
+    "SendMessageA",   "SendDlgItemMessageA", "GlobalFree"};
+
+ULONG_PTR failureOf(const std::string& name) {
+    const bool isRegistrys = name.starts_with("Reg") && !name.starts_with("Register");
+    return kFailingWithOnes.count(name) ? ~ULONG_PTR(0) : isRegistrys ? ERROR_OUTOFMEMORY : 0;
+}
+
+using Code = void();
 struct Import {
     std::string name;
-    ULONG_PTR* slot;
-    const void* target;
-    unsigned char* code;
-    const Transfer* transfer;
-    ULONG_PTR failure;
+    Code* target;
+    ULONG_PTR argumentBytes;  // known once it has returned
 };
-std::deque<Import> imports;
-
-struct Pending {
-    Import* import;
-    ULONG_PTR* frame;  // the return address, then the arguments
-    ULONG_PTR returnsTo;
-    ULONG_PTR named;  // by the argument that names what it takes; the stack above the caller's is gone afterwards
-    bool failing;
-};
+std::vector<Import> hooked;
 
 struct {
     DWORD thread;
     Plan plan;
     std::map<std::string, int> counts;
-    std::multiset<std::pair<std::string, ULONG_PTR>> held, strays;
-    bool hasFailed, isLooking;
-    std::vector<Pending> pending;
+    std::map<std::pair<std::string, ULONG_PTR>, int> held;  // by what gives it back
+    bool isLooking;
 } now;
 
-bool isNobodys(ULONG_PTR thing) {
-    return thing == 0 || (thing & 0xFFFFFFF0) == 0x80000000;  // the registry's roots
+/// Nobody owns the registry's roots, whose handles are 80000000 to 8000000F.
+void hold(const std::string& givenBackBy, ULONG_PTR value, int change) {
+    if (value && value >> 4 != 0x8000000) now.held[{givenBackBy, value}] += change;
 }
 
-void giveBack(const std::string& thing, ULONG_PTR value) {
-    const auto held = now.held.find({thing, value});
-    if (held != now.held.end())
-        now.held.erase(held);
-    else if (!isNobodys(value) && thing != "window")  // windows are counted where they are
-        now.strays.insert({thing, value});
-}
-
-void take(const Pending& call, ULONG_PTR result) {
-    const Transfer& transfer = *call.import->transfer;
-    const bool isKey = !std::strcmp(transfer.thing, "key");
-    if ((result == 0) != isKey) return;
-    const ULONG_PTR named = transfer.place == kResult ? result : call.named;
-    const ULONG_PTR value = isKey ? *reinterpret_cast<ULONG_PTR*>(named) : named;
-    if (!isNobodys(value) || transfer.place == 0) now.held.insert({transfer.thing, value});
-}
+/// What a call leaves: in this order, the registers eax and edx.
+struct Outcome {
+    ULONG_PTR result, argumentBytes;
+};
 
 extern "C" {
-[[gnu::naked]] void leaveCall() {
-    // The result and a place for the return address are below what the caller had on its stack.
-    asm("push %eax; push %eax; push %esp; call _afterCall; add $4, %esp; pop %eax; ret");
+constexpr int kEntrySize = 16;
+extern char entries[];
+asm(".balign 16\n _entries: .rept 400\n call _enter\n .balign 16\n .endr");
+
+[[gnu::naked, gnu::used]] void enter() {
+    asm("lea 4(%esp), %eax; push %eax; push 4(%esp); call _forward; add $12, %esp\n"
+        "pop %ecx; add %edx, %esp; jmp *%ecx");
 }
 
-[[gnu::naked]] void enterCall() {
-    asm("lea 4(%esp), %eax; push %eax; push 4(%esp); call _beforeCall; add $12, %esp; jmp *%eax");
+/// Calls a function on a copy of 16 words of arguments.
+[[gnu::naked]] Outcome callOnCopy(Code*, const ULONG_PTR*) {
+    asm("push %ebp; mov %esp, %ebp; push %esi; push %edi\n"
+        "mov 12(%ebp), %esi; sub $64, %esp; mov %esp, %edi; mov $16, %ecx; rep movsl\n"
+        "mov %esp, %esi; call *8(%ebp); mov %esp, %edx; sub %esi, %edx\n"
+        "lea -8(%ebp), %esp; pop %edi; pop %esi; pop %ebp; ret");
 }
 
-[[gnu::used]] void afterCall(ULONG_PTR* returned) {
-    const Pending call = now.pending.back();
-    now.pending.pop_back();
-    const auto taken = static_cast<unsigned short>((returned + 2 - (call.frame + 1)) * sizeof(ULONG_PTR));
-    std::memcpy(call.import->code + 22, &taken, sizeof taken);
-    if (call.import->transfer && !call.import->transfer->gives) take(call, returned[0]);
-    if (call.failing) returned[0] = call.import->failure;
-    returned[1] = call.returnsTo;
-}
-
-[[gnu::used]] const void* beforeCall(unsigned index, ULONG_PTR* frame) {
-    Import& import = imports[index];
-    if (GetCurrentThreadId() != now.thread) return import.target;
+[[gnu::used]] Outcome forward(const char* entry, const ULONG_PTR* frame) {
+    Import& import = hooked[(entry - entries) / kEntrySize];
+    const ULONG_PTR* const arguments = frame + 1;
+    if (GetCurrentThreadId() != now.thread) return callOnCopy(import.target, arguments);
     const bool fails = ++now.counts[import.name] == now.plan.nth && import.name == now.plan.failing;
-    if (now.plan.before && !now.isLooking) {
-        now.isLooking = true;
-        now.plan.before({import.name, frame + 1});
+    if (!std::exchange(now.isLooking, true)) {
+        now.plan.before({import.name, arguments});
         now.isLooking = false;
     }
-    now.hasFailed = now.hasFailed || fails;
-    const ULONG_PTR named = import.transfer ? frame[1 + import.transfer->place] : 0;
-    const bool gives = import.transfer && import.transfer->gives;
-    if (gives) giveBack(import.transfer->thing, named);
-    if (fails && !gives) return import.code + 16;
-    now.pending.push_back({&import, frame, frame[0], named, fails});
-    frame[0] = reinterpret_cast<ULONG_PTR>(leaveCall);
-    return import.target;
+    const auto taking = kTaking.find(import.name);
+    const auto naming = kNaming.find(import.name);
+    const bool givesBack = taking == kTaking.end() && naming != kNaming.end();
+    if (fails && !givesBack) return {failureOf(import.name), import.argumentBytes};
+    const ULONG_PTR argument = naming != kNaming.end() ? arguments[naming->second] : 0;
+    if (givesBack) hold(import.name, argument, -1);
+    Outcome outcome = callOnCopy(import.target, arguments);
+    import.argumentBytes = outcome.argumentBytes;
+    if (taking != kTaking.end()) {
+        const bool isKey = taking->second == "RegCloseKey";
+        const ULONG_PTR named = naming == kNaming.end() ? outcome.result : argument;
+        if (isKey == (outcome.result == 0))
+            hold(taking->second, isKey ? *reinterpret_cast<const ULONG_PTR*>(named) : named, 1);
+    }
+    if (fails) outcome.result = failureOf(import.name);
+    return outcome;
 }
-}
-
-/// `push index; jmp enterCall`, and 16 bytes on `mov eax, failure; ret arguments`.
-void writeCode(Import& import, ULONG_PTR index) {
-    const auto put = [&](int at, unsigned char operation, ULONG_PTR operand) {
-        import.code[at] = operation;
-        std::memcpy(import.code + at + 1, &operand, sizeof operand);
-    };
-    put(0, 0x68, index);
-    put(5, 0xE9, reinterpret_cast<ULONG_PTR>(enterCall) - reinterpret_cast<ULONG_PTR>(import.code + 10));
-    put(16, 0xB8, import.failure);
-    put(21, 0xC2, 0);
-    DWORD protection;
-    VirtualProtect(import.slot, sizeof *import.slot, PAGE_READWRITE, &protection);
-    *import.slot = reinterpret_cast<ULONG_PTR>(import.code);
-}
-
-void hookImport(const char* name, ULONG_PTR* slot) {
-    constexpr int kCodeSize = 32;
-    static auto* code =
-        static_cast<unsigned char*>(VirtualAlloc(nullptr, 1000 * kCodeSize, MEM_COMMIT, PAGE_EXECUTE_READWRITE));
-    const auto transfer = kTransfers.find(name);
-    const auto failure = kFailures.find(name);
-    const ULONG_PTR usual = std::strncmp(name, "Reg", 3) || !std::strncmp(name, "Register", 8) ? 0 : ERROR_OUTOFMEMORY;
-    imports.push_back({name, slot, reinterpret_cast<void*>(*slot), code + imports.size() * kCodeSize,
-                       transfer == kTransfers.end() ? nullptr : &transfer->second,
-                       failure == kFailures.end() ? usual : failure->second});
-    writeCode(imports.back(), imports.size() - 1);
-}
-
-Import& importOf(const std::string& name) {
-    for (Import& import : imports)
-        if (import.name == name) return import;
-    std::abort();
 }
 
 }  // namespace
 
-void hook(HMODULE module) {
-    if (!imports.empty()) return;
-    auto* const base = reinterpret_cast<BYTE*>(module);
-    const auto* headers =
-        reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
-    const DWORD table = headers->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT].VirtualAddress;
-    for (auto* library = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + table); library->Name; ++library) {
-        auto* name = reinterpret_cast<ULONG_PTR*>(base + library->OriginalFirstThunk);
-        auto* slot = reinterpret_cast<ULONG_PTR*>(base + library->FirstThunk);
-        for (; *name; ++name, ++slot) hookImport(reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + *name)->Name, slot);
+void hook() {
+    auto* const base = reinterpret_cast<BYTE*>(shipped::dll());
+    const auto& table = shipped::headers()->OptionalHeader.DataDirectory[IMAGE_DIRECTORY_ENTRY_IMPORT];
+    auto* library = reinterpret_cast<IMAGE_IMPORT_DESCRIPTOR*>(base + table.VirtualAddress);
+    for (; library->Name; ++library) {
+        const auto* name = reinterpret_cast<ULONG_PTR*>(base + library->OriginalFirstThunk);
+        auto* slot = reinterpret_cast<Code**>(base + library->FirstThunk);
+        for (DWORD protection; *name; ++name, ++slot) {
+            auto* const entry = reinterpret_cast<Code*>(entries + kEntrySize * hooked.size());
+            VirtualProtect(slot, sizeof *slot, PAGE_READWRITE, &protection);
+            const auto* const byName = reinterpret_cast<IMAGE_IMPORT_BY_NAME*>(base + *name);
+            hooked.push_back({byName->Name, std::exchange(*slot, entry), 0});
+        }
     }
 }
 
 void replace(const std::string& name, const void* answering) {
-    importOf(name).target = answering;
+    std::ranges::find(hooked, name, &Import::name)->target = reinterpret_cast<Code*>(const_cast<void*>(answering));
 }
 
-void* imported(const std::string& name) {
-    return importOf(name).code;
-}
-
-bool canFail(const std::string& name) {
-    return kInfallible.count(name) == 0;
-}
-
-Watch::Watch(Plan plan) {
-    now = {GetCurrentThreadId(), std::move(plan), {}, {}, {}, false, false, {}};
-}
-
-Watch::~Watch() {
+std::map<std::string, int> watch(Plan plan, const std::function<void()>& run) {
+    now = {GetCurrentThreadId(), std::move(plan), {}, {}, false};
+    run();
     now.thread = 0;
-}
-
-const std::map<std::string, int>& Watch::counts() const {
+    for (const auto& [thing, times] : now.held)
+        EXPECT_EQ(times, 0) << "for " << thing.first << ": more is kept, or less";
     return now.counts;
-}
-
-bool Watch::hasFailed() const {
-    return now.hasFailed;
-}
-
-std::string Watch::uneven() const {
-    std::string words;
-    for (const auto& [thing, value] : now.held)
-        // A timer goes with its window.
-        if (thing != "timer" || !value || IsWindow(reinterpret_cast<HWND>(value))) words += thing + " ";
-    for (const auto& [thing, value] : now.strays) words += "stray " + thing + " ";
-    return words;
 }
 
 }  // namespace calls

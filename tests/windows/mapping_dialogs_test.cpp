@@ -1,6 +1,5 @@
 // The two dialogs that edit extension mappings, as a user uses them.
-#include <algorithm>
-#include <deque>
+#include <sstream>
 
 #include "registry_text.h"
 #include "windows/scenario.h"
@@ -8,140 +7,78 @@
 namespace {
 
 using namespace scenarios;
-using shipped::function;
 using testing::ElementsAre;
-using testing_support::registryText;
 
 constexpr int kType = 379, kCreator = 380, kList = 414, kAdd = 415, kRemove = 416, kHelp = 417, kExtension = 418,
               kComment = 419;
-constexpr char kEditor[] = "?FileExtMapEditDlg@@YAHPAXPAD1@Z", kAddDialog[] = "?AddExtMapDlg@@YAHPAXPAD1@Z";
-using MappingDialog = int __cdecl(void* parent, char* creator, char* type);
+constexpr char kQuestion[] = "Are You Sure? Are you sure you want to change your Orvedi file extension mappings?2";
+constexpr char kRefusal[] = "Error: The filename extension must be between 1 and 15 characters long.1";
+const auto editMappings = [](auto... arguments) {
+    return shipped::function<int(void*, char*, char*)>("?FileExtMapEditDlg@@YAHPAXPAD1@Z")(nullptr, arguments...);
+};
 
+/// What is stored for each extension: "comment;creator;type;", or those of them that are there.
+using Mappings = std::map<std::string, std::string>;
 const std::string kLongComment(150, 'l');  // more than the cursor reads: the editor lists the line without it
+const Mappings kBefore = {{".a", "A files;TmxC;TmxT;"},
+                          {".b", "B files;TmxC;TmxT;"},
+                          {".k", kLongComment + ";TmxC;TmxT;"},
+                          {".o", "other codes;ttxt;TEXT;"}};
 
-/// What the user types into add dialogs and answers to questions, in order.
-std::deque<std::pair<std::string, std::string>> typed;
-int answer;
+void give(const std::string& extension, const std::string& mapping) {
+    constexpr const char* kNames[] = {"Mac Comment", "Mac Creator", "Mac Type"};
+    std::istringstream values(mapping);
+    auto i = 3 - std::count(mapping.begin(), mapping.end(), ';');
+    for (std::string value; std::getline(values, value, ';'); ++i)
+        testing_support::givenValue(HKEY_CLASSES_ROOT, extension, kNames[i], REG_SZ, value + '\0');
+}
+
+Mappings stored() {
+    Mappings mappings;
+    constexpr std::string_view kBelow = "CLASSES\\";
+    for (const auto& [place, value] : testing_support::registryText())
+        if (const auto bar = place.find("|Mac "); bar < place.npos)
+            mappings[place.substr(kBelow.size(), bar - kBelow.size())] += value.substr(2, value.size() - 3) + ';';
+    return mappings;
+}
+
+// What the user does.
+
+std::pair<std::string, std::string> typed;  // into the next add dialog: extension and comment
+constexpr char kEnded[] = "another program ends it";
+int answer;  // to message boxes
 bool isAgreed;
-
 char codes[16];  // the caller's
 
-int show(const char* dialog, const char* creator = "TmxC") {
-    lstrcpyA(codes, creator);
-    return function<MappingDialog>(dialog)(nullptr, codes, std::string("TmxT").data());
+std::string codesIn(HWND dialog) {
+    return textOf(GetDlgItem(dialog, kCreator)) + textOf(GetDlgItem(dialog, kType));
 }
 
-void givenMapping(const std::string& extension, const std::string& codes, const char* comment = nullptr) {
-    const auto given = [&](const char* name, const std::string& text) {
-        testing_support::givenValue(HKEY_CLASSES_ROOT, extension, name, REG_SZ, text + '\0');
-    };
-    given("Mac Type", codes.substr(0, 4));
-    given("Mac Creator", codes.substr(5));
-    if (comment) given("Mac Comment", comment);
-}
-
-/// "type creator comment" as the store holds them.
-std::string mappingOf(const std::string& extension, testing_support::RegistryText text = registryText()) {
-    const auto stored = [&](const char* name) {
-        const std::string value = text["CLASSES\\" + extension + "|Mac " + name];
-        return value.starts_with("1:") && value.ends_with('\0') ? value.substr(2, value.size() - 3) : value + "-";
-    };
-    return stored("Type") + ' ' + stored("Creator") + ' ' + stored("Comment");
-}
-
-LRESULT askList(HWND editor, UINT message, WPARAM wParam = 0, LPARAM lParam = 0) {
-    return SendDlgItemMessageA(editor, kList, message, wParam, lParam);
+LRESULT askList(HWND editor, UINT message, LRESULT index = 0, const char* text = nullptr) {
+    return SendDlgItemMessageA(editor, kList, message, static_cast<WPARAM>(index), reinterpret_cast<LPARAM>(text));
 }
 
 /// Notes the list with the selected line in brackets, and whether Remove can be pressed.
 void noteList(HWND editor) {
     std::string text;
     for (LRESULT i = 0; i < askList(editor, LB_GETCOUNT); ++i) {
-        std::string line(static_cast<std::size_t>(askList(editor, LB_GETTEXTLEN, static_cast<WPARAM>(i))), '\0');
-        askList(editor, LB_GETTEXT, static_cast<WPARAM>(i), reinterpret_cast<LPARAM>(line.data()));
-        text += i == askList(editor, LB_GETCURSEL) ? "[" + line + "] " : line + " ";
+        char line[300];
+        askList(editor, LB_GETTEXT, i, line);
+        text += i == askList(editor, LB_GETCURSEL) ? "[" + std::string(line) + "] " : std::string(line) + " ";
     }
     noted.push_back(text + (IsWindowEnabled(GetDlgItem(editor, kRemove)) ? "+" : "-"));
 }
 
 void remove(HWND editor, const char* line) {
-    askList(editor, LB_SELECTSTRING, static_cast<WPARAM>(-1), reinterpret_cast<LPARAM>(line));
+    askList(editor, LB_SELECTSTRING, -1, line);
     command(editor, kList, LBN_SELCHANGE);
     command(editor, kRemove);
     noteList(editor);
 }
 
 void add(HWND editor, const std::string& extension, const std::string& comment = "") {
-    typed.push_back({extension, comment});
+    typed = {extension, comment};
     command(editor, kAdd);
-}
-
-/// What a user does with an add dialog and with message boxes; `editor` deals with the editor.
-Scenario scenario(
-    std::function<void()> run, std::function<void(HWND)> editor = [](HWND) {}) {
-    const auto user = [editor](HWND window) {
-        if (GetDlgItem(window, kList)) return editor(window);
-        if (GetDlgItem(window, kExtension)) {
-            for (; !typed.empty(); typed.pop_front()) {
-                SetDlgItemTextA(window, kExtension, typed.front().first.c_str());
-                SetDlgItemTextA(window, kComment, typed.front().second.c_str());
-                command(window, IDOK);
-                if (IsWindowVisible(window)) noted.push_back("still " + textOf(GetDlgItem(window, kExtension)));
-            }
-            return;
-        }
-        const int defaultButton = GetDlgCtrlID(GetFocus());
-        noted.push_back(textOf(window) + " " + textOf(GetDlgItem(window, 0xFFFF)) + std::to_string(defaultButton));
-        isAgreed = answer == IDOK;
-        command(window, answer);
-    };
-    return {[run] {
-                testing_support::emptyRegistry();
-                givenMapping(".a", "TmxT TmxC", "A files");
-                givenMapping(".b", "TmxT TmxC", "B files");
-                givenMapping(".k", "TmxT TmxC", kLongComment.c_str());
-                givenMapping(".o", "TEXT ttxt", "other codes");
-                isAgreed = false;
-                typed.clear();
-                answer = IDCANCEL;
-                run();
-            },
-            user};
-}
-
-Scenario editing(std::function<void(HWND)> editor) {
-    return scenario([] { EXPECT_EQ(show(kEditor), 0); }, editor);
-}
-
-constexpr char kQuestion[] = "Are You Sure? Are you sure you want to change your Orvedi file extension mappings?2";
-
-TEST(MappingEditor, ChangesItsListAloneUntilTheUserAgrees) {
-    play(editing([before = testing_support::RegistryText()](HWND editor) mutable {
-        before = registryText();
-        noted.push_back(textOf(GetDlgItem(editor, kCreator)) + textOf(GetDlgItem(editor, kType)));
-        noteList(editor);
-        remove(editor, ".b");
-        for (const int button : {kAdd, kRemove, IDOK}) command(editor, button, BN_SETFOCUS);
-        command(editor, kList, LBN_DBLCLK);
-        remove(editor, ".k");
-        add(editor, "z", "zebra");
-        noteList(editor);
-        remove(editor, ".a");
-        command(editor, IDOK);
-        EXPECT_EQ(GetFocus(), GetDlgItem(editor, IDCANCEL));
-        EXPECT_EQ(LOWORD(SendMessageA(editor, DM_GETDEFID, 0, 0)), IDCANCEL);
-        SetFocus(GetDlgItem(editor, kRemove));
-        remove(editor, ".z");
-        EXPECT_EQ(GetFocus(), GetDlgItem(editor, IDCANCEL)) << "the button that had it is disabled";
-        command(editor, IDCANCEL);
-        EXPECT_EQ(registryText(), before);
-    }));
-    EXPECT_THAT(noted, ElementsAre("TmxCTmxT", ".a\tA files .b\tB files .k -", ".a\tA files [.k] +", "[.a\tA files] +",
-                                   ".a\tA files [.z\tzebra] +", "[.z\tzebra] +", kQuestion, "-"));
-}
-
-bool writes(const calls::Call& call) {
-    return call.name == "RegSetValueExA" || call.name.starts_with("RegDelete") || call.name.starts_with("RegCreate");
 }
 
 void agree(HWND editor) {
@@ -149,188 +86,182 @@ void agree(HWND editor) {
     command(editor, IDOK);
 }
 
-TEST(MappingEditor, SavesTheDifferenceInItsOrderOnceTheUserHasAgreed) {
-    const std::string longComment(255, 'c');
-    Scenario saving = editing([&](HWND editor) {
-        remove(editor, ".b");
-        add(editor, "c", longComment + "cut");
-        add(editor, ".0");
-        add(editor, "o", "moved");
-        add(editor, "A", "zebra");
-        add(editor, "a", "ant");
-        noted.clear();
-        noteList(editor);
-        agree(editor);
-    });
-    saving.look = [](const calls::Call& call) {
-        const bool isRemoving = writes(call) && mappingOf(".b") != "TmxT TmxC B files";
-        EXPECT_TRUE(!isRemoving || mappingOf(".o") == "TmxT TmxC moved") << "all is written before anything goes";
-    };
-    play(saving);
-    EXPECT_THAT(noted,
-                ElementsAre(".0\t .a\tA files [.a\tant] .A\tzebra .c\t" + longComment + " .k .o\tmoved +", kQuestion));
-    EXPECT_EQ(mappingOf(".0") + ", " + mappingOf(".a") + ", " + mappingOf(".b") + ", " + mappingOf(".o"),
-              "TmxT TmxC -, TmxT TmxC zebra, - - -, TmxT TmxC moved");
-    EXPECT_EQ(mappingOf(".c"), "TmxT TmxC " + longComment);
-    EXPECT_EQ(mappingOf(".k"), "TmxT TmxC " + kLongComment);
+/// Deals with the add dialog, or with a message box, of which it notes the text and the default button.
+void useOther(HWND dialog) {
+    if (!GetDlgItem(dialog, kExtension)) {
+        const int button = GetDlgCtrlID(GetFocus());
+        noted.push_back(textOf(dialog) + " " + textOf(GetDlgItem(dialog, 0xFFFF)) + std::to_string(button));
+        isAgreed = answer == IDOK;
+        return command(dialog, answer);
+    }
+    if (typed.first == kEnded) return static_cast<void>(EndDialog(dialog, 1));
+    SetDlgItemTextA(dialog, kExtension, typed.first.c_str());
+    SetDlgItemTextA(dialog, kComment, typed.second.c_str());
+    command(dialog, IDOK);
+    if (IsWindowVisible(dialog)) noted.push_back(codesIn(dialog) + textOf(GetDlgItem(dialog, kExtension)));
+}
 
-    saving = editing(agree);
-    saving.look = [](const calls::Call& call) { EXPECT_FALSE(writes(call)) << call.name << " for an unchanged list"; };
-    play(saving);
+bool writes(const calls::Call& call) {
+    return call.name == "RegSetValueExA" || call.name.starts_with("RegDelete") || call.name.starts_with("RegCreate");
+}
+
+/// Opens the editor on a store, and deals with it as `use` does. Nothing is written before the user has agreed.
+Scenario editing(std::function<void(HWND)> use, const Mappings& before = kBefore, const char* creator = "TmxC") {
+    return {[=] {
+                testing_support::emptyRegistry();
+                for (const auto& [extension, mapping] : before) give(extension, mapping);
+                isAgreed = false;
+                answer = IDCANCEL;
+                EXPECT_EQ(editMappings(lstrcpyA(codes, creator), std::string("TmxT").data()), 0);
+            },
+            [=](HWND window) { GetDlgItem(window, kList) ? use(window) : useOther(window); },
+            [](const calls::Call& call) { EXPECT_TRUE(isAgreed || !writes(call)) << call.name; }};
+}
+
+TEST(MappingEditor, ChangesItsListAloneUntilTheUserAgrees) {
+    Scenario listing = editing([](HWND editor) {
+        HELPINFO request = {sizeof request, HELPINFO_WINDOW, kComment, nullptr, 0, {0, 0}};
+        for (const auto& [context, control] :
+             {std::pair(HELPINFO_WINDOW, kComment), {HELPINFO_WINDOW, 0}, {HELPINFO_MENUITEM, kList}}) {
+            request.iContextType = context, request.iCtrlId = control;
+            SendMessageA(editor, WM_HELP, 0, reinterpret_cast<LPARAM>(&request));
+        }
+        command(editor, kHelp);
+        EXPECT_TRUE(GetWindowLongA(editor, GWL_STYLE) & DS_CONTEXTHELP) << "question mark in the caption";
+        noted.push_back(codesIn(editor));
+        noteList(editor);
+        remove(editor, ".b");
+        for (const int button : {kAdd, kRemove, IDOK}) command(editor, button, BN_SETFOCUS);
+        command(editor, kList, LBN_DBLCLK);
+        remove(editor, ".k");
+        for (const char* const extension : {"", "an extension longer than the buffer", kEnded, "123456789012345"})
+            add(editor, extension, "added");
+        remove(editor, ".a");
+        command(editor, IDOK);
+        EXPECT_EQ(GetFocus(), GetDlgItem(editor, IDCANCEL));
+        EXPECT_EQ(LOWORD(SendMessageA(editor, DM_GETDEFID, 0, 0)), IDCANCEL);
+        SetFocus(GetDlgItem(editor, kRemove));
+        remove(editor, ".1");
+        EXPECT_EQ(GetFocus(), GetDlgItem(editor, IDCANCEL)) << "the button that had it is disabled";
+        typed = {"n", ""};
+        EXPECT_EQ(shipped::function<int(void*, char*, char*)>("?AddExtMapDlg@@YAHPAXPAD1@Z")(nullptr, codes, codes), 0);
+    });
+    int enumerated = 0;
+    listing.look = [&](const calls::Call& call) {
+        // Another program's key, before the others, makes the enumeration give one of them twice.
+        if (call.name == "RegEnumKeyExA" && ++enumerated == 3) give(".0", "prog;INST;");
+    };
+    play(listing);
+    EXPECT_THAT(noted, ElementsAre("help ATHELP.HLP 8 419", "help ATHELP.HLP 1 410", "TmxCTmxT",
+                                   ".a\tA files .b\tB files .k -", ".a\tA files [.k] +", "[.a\tA files] +", kRefusal,
+                                   "TmxCTmxT", kRefusal, "TmxCTmxTan extension longer than the buffer",
+                                   "[.123456789012345\tadded] +", kQuestion, "-"));
+    Mappings after = kBefore;
+    after[".0"] = "prog;INST;";
+    EXPECT_EQ(stored(), after);
+}
+
+// A save, and what becomes of it in trouble.
+
+const std::string kLongest(255, 'c');
+const Mappings kAfter = {
+    {".b", kLongest + ";TmxC;TmxT;"}, *kBefore.find(".k"), {".n", "TmxC;TmxT;"}, {".o", "moved;TmxC;TmxT;"}};
+
+void change(HWND editor) {
+    add(editor, "n");
+    EXPECT_TRUE(!IsWindowEnabled(GetDlgItem(editor, kRemove)) || askList(editor, LB_FINDSTRING, -1, ".n") >= 0);
+    add(editor, "o", "moved");
+    add(editor, "B", kLongest + "cut");
+    remove(editor, ".a");
+    agree(editor);
+}
+
+TEST(MappingEditor, SavesTheDifference) {
+    play(editing(change));
+    EXPECT_EQ(stored(), kAfter);
+    Mappings many = kBefore;
+    for (int i = 0; i < 50; ++i) many[".m" + std::to_string(i)] = "TmxC;TmxT;";
+    Scenario unchanged = editing(agree, many);
+    unchanged.look = [](const calls::Call& call) { EXPECT_FALSE(writes(call)) << call.name; };
+    play(unchanged);
     EXPECT_THAT(noted, ElementsAre(kQuestion));
 }
 
-/// What others do while a dialog of the editor is open, and whether OK saves afterwards.
-TEST(MappingEditor, TakesNoAnswerFromOthersAndKeepsWhatTheyWrite) {
-    const struct {
-        const char* reason;
-        void (*act)(HWND editor);
-        bool saves;
-    } rows[] = {
-        {"nobody is there", [](HWND) {}, true},
-        {"the program quits", [](HWND) { PostQuitMessage(7); }, false},
-        {"the editor is cancelled", [](HWND editor) { command(editor, IDCANCEL); }, false},
-        {"the editor is ended", [](HWND editor) { EndDialog(editor, 1); }, false},
-        {"the editor is hidden", [](HWND editor) { ShowWindow(editor, SW_HIDE); }, false},
-        {"OK comes once more", [](HWND editor) { command(editor, IDOK); }, true},
-        {"the codes are overwritten", [](HWND) { std::memset(codes, '#', 4); }, true},
-        {"an installer writes",
-         [](HWND) {
-             givenMapping(".b", "INST prog");
-             givenMapping(".i", "TmxT TmxC");
-         },
-         true},
-    };
-    for (std::size_t i = 0; i < 2 * std::size(rows); ++i) {
-        const auto& row = rows[i / 2];
-        const bool whileAdding = i % 2;  // or while the question is open
-        SCOPED_TRACE(row.reason);
-        HWND editor = nullptr;
-        Scenario disturbed = editing([&](HWND dialog) {
-            editor = dialog;
-            add(editor, "n");
-            remove(editor, ".b");
-            agree(editor);
-            EXPECT_TRUE(row.saves || !IsWindowVisible(editor) || GetFocus() == GetDlgItem(editor, IDCANCEL));
-            EndDialog(editor, 0);
-        });
-        disturbed.user = [&, user = disturbed.user](HWND window) {
-            if (editor && window != editor && whileAdding == (GetDlgItem(window, kExtension) != nullptr))
-                row.act(editor);
-            user(window);
-        };
-        play(disturbed);
-        EXPECT_EQ(mappingOf(".n"), row.saves ? "TmxT TmxC -" : "- - -");
-        const bool isInstallers = row.act == rows[7].act;
-        EXPECT_EQ(mappingOf(".b"), isInstallers ? "INST prog B files" : row.saves ? "- - -" : "TmxT TmxC B files");
-        EXPECT_EQ(mappingOf(".i"), isInstallers ? "TmxT TmxC -" : "- - -");
-        EXPECT_EQ(std::ranges::count(noted, kQuestion), whileAdding && row.act == rows[5].act ? 2 : 1);
-        EXPECT_EQ(noted.back() == "quit", row.act == rows[1].act) << "the quit stays for the program";
+/// Each mapping is as it was or as it is to be, but for one at most that was just being written or removed.
+void expectOldOrNew() {
+    Mappings now = stored(), before = kBefore, after = kAfter;
+    int incomplete = 0;
+    for (const char* const touched : {".a", ".b", ".n", ".o"}) {
+        incomplete += now[touched] != before[touched] && now[touched] != after[touched];
+        now.erase(touched);
+        before.erase(touched);
     }
+    EXPECT_LE(incomplete, 1);
+    EXPECT_EQ(now, before) << "what the user did not touch";
 }
 
-TEST(MappingEditor, ListsAMappingOnceWhileOthersWrite) {
-    int looked = 0;
-    Scenario listing = editing(noteList);
-    listing.look = [&](const calls::Call& call) {
-        if (call.name == "RegEnumKeyExA" && ++looked == 3) givenMapping(".0", "INST prog");
+TEST(MappingEditor, TakesNoAnswerFromOthersAndKeepsWhatTheyWrite) {
+    Mappings installed = kAfter;
+    installed.insert({{".a", "A files;prog;INST;"}, {".i", "TmxC;TmxT;"}});
+    const struct {
+        void (*act)(HWND editor);  // while a dialog of the editor is open
+        const Mappings& after;
+    } rows[] = {
+        {[](HWND) { PostQuitMessage(7); }, kBefore},
+        {[](HWND editor) { EndDialog(editor, 1); }, kBefore},
+        {[](HWND editor) { command(editor, IDOK); }, kAfter},
+        {[](HWND) { std::memset(codes, '#', 4); }, kAfter},
+        {[](HWND) { give(".a", "prog;INST;"), give(".i", "TmxC;TmxT;"); }, installed},
     };
-    play(listing);
-    EXPECT_THAT(noted, ElementsAre(".a\tA files .b\tB files .k -"));
+    for (const auto& row : rows)
+        for (const int control : {kExtension, 0xFFFF}) {  // of the add dialog, of the question
+            SCOPED_TRACE(&row - rows);
+            HWND editor = nullptr;
+            Scenario disturbed = editing([&](HWND dialog) { change(editor = dialog); });
+            disturbed.user = [&, user = disturbed.user](HWND window) {
+                if (editor && GetDlgItem(window, control)) row.act(editor);
+                user(window);
+            };
+            play(disturbed);
+            EXPECT_EQ(stored(), row.after);
+            EXPECT_EQ(noted.back() == "quit", &row == rows) << "which stays for the program";
+        }
 }
 
-TEST(MappingEditor, HoldsMappingsOfFourByteCodesOnly) {
-    EXPECT_EQ(function<MappingDialog>(kEditor)(nullptr, nullptr, codes), 0);
-    EXPECT_EQ(function<MappingDialog>(kEditor)(nullptr, codes, nullptr), 0);
-    play(scenario([] { show(kEditor, "TmxCreator"); },
-                  [](HWND editor) {
-                      add(editor, "n");
-                      noteList(editor);
-                      agree(editor);
-                      EXPECT_EQ(registryText().count("CLASSES\\.n"), 0u);
-                  }));
-    EXPECT_THAT(noted, ElementsAre("[.n\t] +", kQuestion));
+TEST(MappingEditor, NeedsCodesOfFourBytes) {
+    EXPECT_EQ(editMappings(nullptr, codes), 0);
+    EXPECT_EQ(editMappings(codes, nullptr), 0);
+    play(editing(change, kBefore, "TmxCreator"));
+    EXPECT_EQ(stored(), kBefore);
 }
 
-TEST(MappingEditor, GivesHelpOnItselfAndEachControl) {
-    play(editing([](HWND editor) {
-        const auto ask = [editor](int context, int control) {
-            HELPINFO request = {sizeof request, context, control, nullptr, 0, {0, 0}};
-            SendMessageA(editor, WM_HELP, 0, reinterpret_cast<LPARAM>(&request));
+TEST(MappingEditor, LosesNothingWhicheverCallFails) {
+    Scenario saving = editing([](HWND editor) { command(editor, kHelp), change(editor); });
+    saving.run = [run = saving.run] { run(), expectOldOrNew(); };
+    sweep(saving);
+}
+
+TEST(MappingEditor, LosesNothingWhicheverCallEndsTheProcess) {
+    constexpr char kVariable[] = "TAMRIX_ENDS_AT";  // the number of a call that writes
+    if (const char* const endsAt = std::getenv(kVariable)) {
+        Scenario saving = editing(change);
+        saving.look = [left = std::atoi(endsAt)](const calls::Call& call) mutable {
+            if (writes(call) && --left == 0) TerminateProcess(GetCurrentProcess(), 1);
         };
-        command(editor, kHelp);
-        ask(HELPINFO_WINDOW, kComment);
-        ask(HELPINFO_WINDOW, 0);
-        ask(HELPINFO_MENUITEM, kList);
-        EXPECT_TRUE(GetWindowLongA(editor, GWL_STYLE) & DS_CONTEXTHELP) << "question mark in the caption";
-    }));
-    EXPECT_THAT(noted, ElementsAre("help ATHELP.HLP 1 410", "help ATHELP.HLP 8 419"));
-}
-
-TEST(AddDialog, TakesExtensionsOfOneToFifteenBytes) {
-    const std::string tooLong = "an extension longer than the buffer that measures it";
-    const std::string refusal = "Error: The filename extension must be between 1 and 15 characters long.1";
-    const std::string list = "..t\t .1\t [.123456789012345\t] .a\tA files .b\tB files .k ";
-    play(editing([&](HWND editor) {
-        for (const std::string typed : {"", "1234567890123456"}) add(editor, typed);
-        add(editor, tooLong);
-        noteList(editor);
-        for (const char* typed : {"..t", "1", "123456789012345"}) add(editor, typed);
-        noteList(editor);
-    }));
-    EXPECT_THAT(noted, ElementsAre(refusal, "still ", refusal, "still 1234567890123456", refusal, "still " + tooLong,
-                                   ".a\tA files .b\tB files .k -", list + "+"));
-    Scenario endedByOthers = editing([](HWND editor) {
-        command(editor, kAdd);
-        noteList(editor);
-    });
-    endedByOthers.user = [user = endedByOthers.user](HWND window) {
-        GetDlgItem(window, kList) ? user(window) : static_cast<void>(EndDialog(window, 1));
-    };
-    play(endedByOthers);
-    EXPECT_THAT(noted, ElementsAre(".a\tA files .b\tB files .k -"));
-    constexpr int kFirstAdded = 4;  // three mappings are listed before
-    play(editing([](HWND editor) {
-             add(editor, "n");
-             noteList(editor);
-         }),
-         {"SendMessageA", kFirstAdded, nullptr});
-    EXPECT_THAT(noted, ElementsAre(".a\tA files .b\tB files .k -")) << "the list took no more";
-    play(scenario([] {
-        typed = {{"n", ""}};
-        EXPECT_EQ(show(kAddDialog), 0) << "there is no list to take the line";
-    }));
-}
-
-TEST(MappingEditor, LosesNothingWhicheverCallFailsAndWheneverTheProcessEnds) {
-    bool changes = true;
-    Scenario all = editing([&](HWND editor) {
-        add(editor, "n");
-        if (changes) add(editor, "b", "changed");
-        remove(editor, ".a");
-        command(editor, kHelp);
-        agree(editor);
-    });
-    const auto check = [] {
-        const auto text = registryText();
-        EXPECT_EQ(mappingOf(".o", text), "TEXT ttxt other codes");
-        EXPECT_EQ(mappingOf(".k", text), "TmxT TmxC " + kLongComment);
-        EXPECT_TRUE(mappingOf(".n", text).ends_with(" -")) << "the user typed no comment";
-        int incomplete = 0;
-        for (const auto& [extension, before, after] : {std::tuple(".a", "TmxT TmxC A files", "- - -"),
-                                                       {".b", "TmxT TmxC B files", "TmxT TmxC changed"},
-                                                       {".n", "- - -", "TmxT TmxC -"}})
-            incomplete += mappingOf(extension, text) != before && mappingOf(extension, text) != after;
-        EXPECT_LE(incomplete, 1);
-    };
-    all.look = [check](const calls::Call& call) {
-        if (isAgreed && call.name.starts_with("Reg")) check();  // as if the process ended here
-    };
-    play(all);
-    changes = false;
-    all.look = [](const calls::Call& call) { EXPECT_TRUE(isAgreed || !writes(call)) << call.name; };
-    all.invariants = [check](const std::string&) { check(); };
-    sweep(all);
+        play(saving);
+        TerminateProcess(GetCurrentProcess(), 0);
+    }
+    DWORD code = 1;
+    for (int i = 1; code == 1; ++i) {
+        SCOPED_TRACE(i);
+        testing_support::emptyRegistry();
+        SetEnvironmentVariableA(kVariable, std::to_string(i).c_str());
+        code = shipped::exitCode(shipped::startAgain("--gtest_filter=*WhicheverCallEndsTheProcess"));
+        expectOldOrNew();
+        Mappings now = stored();
+        EXPECT_TRUE(now[".a"] == kBefore.at(".a") || now[".o"] == kAfter.at(".o")) << "all is written before it goes";
+    }
+    EXPECT_EQ(code, 0u) << "of the process that reached its end";
 }
 
 }  // namespace

@@ -1,53 +1,36 @@
 #include "registry_text.h"
 
-#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 
 namespace {
 
-constexpr const char* kNames[] = {"Classes", "User", "Machine"};
-const HKEY kRoots[] = {HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE};
-
-void removeBelow(HKEY key) {
-    char name[256];
-    while (RegEnumKeyA(key, 0, name, sizeof name) == ERROR_SUCCESS) {
-        HKEY child = nullptr;
-        if (RegOpenKeyExA(key, name, 0, KEY_ALL_ACCESS, &child) == ERROR_SUCCESS) removeBelow(child);
-        RegCloseKey(child);
-        if (RegDeleteKeyA(key, name) != ERROR_SUCCESS) break;
-    }
-    DWORD size = sizeof name;
-    while (RegEnumValueA(key, 0, name, &size, nullptr, nullptr, nullptr, nullptr) == ERROR_SUCCESS) {
-        RegDeleteValueA(key, name);
-        size = sizeof name;
-    }
-}
-
-/// Keys below the current user stand for the predefined ones while the process lives.
+/// Keys below the current user stand for the predefined ones while the process lives, and in the processes that it
+/// starts.
 struct OwnRoots {
-    const std::string home = "Software\\Tamrix Test roots " + std::to_string(GetCurrentProcessId());
-    HKEY user = nullptr;
+    static constexpr char kVariable[] = "TAMRIX_TEST_ROOTS";
+    const char* const starters = std::getenv(kVariable);
+    const std::string home =
+        starters ? starters : "Software\\Tamrix Test roots " + std::to_string(GetCurrentProcessId());
+    const HKEY predefined[3] = {HKEY_CLASSES_ROOT, HKEY_CURRENT_USER, HKEY_LOCAL_MACHINE};
     HKEY keys[3] = {};
 
     OwnRoots() {
-        bool own = RegOpenKeyExA(HKEY_CURRENT_USER, nullptr, 0, KEY_ALL_ACCESS, &user) == ERROR_SUCCESS;
-        for (int i = 0; i < 3; ++i)
-            own = own && RegCreateKeyA(user, (home + '\\' + kNames[i]).c_str(), &keys[i]) == ERROR_SUCCESS;
-        for (int i = 0; i < 3; ++i) own = own && RegOverridePredefKey(kRoots[i], keys[i]) == ERROR_SUCCESS;
+        bool own = true;
+        for (std::size_t i = 0; i < 3; ++i)  // all before the first override, which moves the current user
+            own = own && RegCreateKeyA(HKEY_CURRENT_USER, (home + '\\' + std::to_string(i)).c_str(), &keys[i]) ==
+                             ERROR_SUCCESS;
+        for (std::size_t i = 0; i < 3; ++i) own = own && RegOverridePredefKey(predefined[i], keys[i]) == ERROR_SUCCESS;
+        SetEnvironmentVariableA(kVariable, home.c_str());
         if (own) return;
         std::fputs("no registry of the test's own\n", stderr);
         std::exit(1);  // rather than clear the real one
     }
     ~OwnRoots() {
-        for (int i = 0; i < 3; ++i) {
-            RegOverridePredefKey(kRoots[i], nullptr);
-            removeBelow(keys[i]);
-            RegCloseKey(keys[i]);
-            RegDeleteKeyA(user, (home + '\\' + kNames[i]).c_str());
-        }
-        RegDeleteKeyA(user, home.c_str());
-        RegCloseKey(user);
+        if (starters) return;
+        for (const HKEY key : predefined) RegOverridePredefKey(key, nullptr);
+        for (const HKEY key : keys) RegCloseKey(key);
+        RegDeleteTreeA(HKEY_CURRENT_USER, home.c_str());
     }
 };
 
@@ -56,16 +39,16 @@ struct OwnRoots {
 std::string testing_support::storable(std::string bytes) {
     wchar_t wide[512];
     char back[512];
-    const int size = static_cast<int>(bytes.size());
-    const int units = MultiByteToWideChar(CP_ACP, 0, bytes.data(), size, wide, 512);
-    const int backSize = WideCharToMultiByte(CP_ACP, 0, wide, units, back, 512, nullptr, nullptr);
-    if (bytes != std::string(back, static_cast<std::size_t>(backSize)))
-        std::replace_if(
-            bytes.begin(), bytes.end(), [](char value) { return value < 0; }, 'x');
+    const int units = MultiByteToWideChar(CP_ACP, 0, bytes.data(), static_cast<int>(bytes.size()), wide, 512);
+    const int size = WideCharToMultiByte(CP_ACP, 0, wide, units, back, 512, nullptr, nullptr);
+    if (bytes != std::string(back, static_cast<std::size_t>(size)))
+        std::ranges::replace_if(
+            bytes, [](char value) { return value < 0; }, 'x');
     return bytes;
 }
 
 void testing_support::emptyRegistry() {
     static const OwnRoots roots;
-    for (const HKEY key : roots.keys) removeBelow(key);
+    for (const HKEY key : roots.keys)
+        if (!roots.starters) RegDeleteTreeA(key, nullptr);
 }

@@ -13,15 +13,15 @@
 namespace scenarios {
 
 struct Scenario {
-    std::function<void()> run;  // opens what there is to see, and returns when all of it is closed
+    /// Opens what there is to see, and returns when all of it is closed. What holds whichever call has failed is
+    /// checked here, beside what holds for all: everything taken is given back, no window is left, no error of the
+    /// processor or the platform occurs, every modal loop can be left.
+    std::function<void()> run;
     /// Deals with a dialog or message box when its modal loop waits for messages; in that loop's thread, once for each.
     /// What this leaves open is cancelled.
     std::function<void(HWND)> user = [](HWND) {};
     /// Looks on before each call of the platform.
     std::function<void(const calls::Call&)> look = [](const calls::Call&) {};
-    /// What holds after a run whichever call has failed, beside what holds for all: everything taken is given back, no
-    /// window is left, no error of the processor or the platform occurs, every modal loop can be left.
-    std::function<void(const std::string& failing)> invariants = [](const std::string&) {};
 };
 
 /// What was seen while the scenario ran, in order: the full assertions are on this. Help that is asked for stands there

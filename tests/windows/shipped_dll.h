@@ -10,9 +10,11 @@
 #include <stdexcept>
 #include <string>
 
+#include "registry_text.h"
+
 namespace shipped {
 
-extern std::string dllPath;  // the first argument of the program
+inline std::string dllPath;  // the first argument of the program
 
 inline HMODULE dll() {
     static const HMODULE module = LoadLibraryA(dllPath.c_str());
@@ -24,6 +26,34 @@ Function* function(const char* name) {
     auto* found = reinterpret_cast<Function*>(reinterpret_cast<void*>(GetProcAddress(dll(), name)));
     if (!found) throw std::runtime_error(std::string(name) + " is not exported");
     return found;
+}
+
+/// What a program begins with: a registry of its own, in which a dialog font is configured that the DLL finds when it
+/// is loaded.
+inline void begin(int& argc, char** argv) {
+    testing::InitGoogleTest(&argc, argv);
+    dllPath = argv[1];
+    constexpr char kSettings[] = "Software\\Quillon Systems, Inc.\\File Client", kFace[] = "Liberation Mono";
+    testing_support::emptyRegistry();
+    testing_support::givenValue(HKEY_LOCAL_MACHINE, kSettings, "DialogFont", REG_SZ, {kFace, sizeof kFace});
+    testing_support::givenValue(HKEY_LOCAL_MACHINE, kSettings, "DialogFontSize", REG_DWORD, {"\x0B\0\0\0", 4});
+}
+
+/// Starts this program once more, with more arguments.
+inline HANDLE startAgain(const std::string& arguments) {
+    STARTUPINFOA start{};
+    PROCESS_INFORMATION started{};
+    std::string command = GetCommandLineA() + (" " + arguments);
+    CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started);
+    return started.hProcess;
+}
+
+/// The exit code of such a process, which has a minute to end.
+inline DWORD exitCode(HANDLE process) {
+    DWORD code = STILL_ACTIVE;
+    WaitForSingleObject(process, 60000);
+    GetExitCodeProcess(process, &code);
+    return code;
 }
 
 /// Calls a member by its decorated name.
@@ -58,11 +88,10 @@ inline const IMAGE_NT_HEADERS* headers() {
     return reinterpret_cast<IMAGE_NT_HEADERS*>(base + reinterpret_cast<IMAGE_DOS_HEADER*>(base)->e_lfanew);
 }
 
-/// The two counters, found as the section that the DLL shares among all processes: processes, threads.
-inline volatile LONG* sharedCounters() {
-    const IMAGE_SECTION_HEADER* section = IMAGE_FIRST_SECTION(headers());
-    while (!(section->Characteristics & IMAGE_SCN_MEM_SHARED)) ++section;
-    return reinterpret_cast<volatile LONG*>(reinterpret_cast<unsigned char*>(dll()) + section->VirtualAddress);
+/// Calls the entry point, as the loader does.
+inline BOOL enter(DWORD reason, void* reserved = nullptr) {
+    auto* const entry = reinterpret_cast<unsigned char*>(dll()) + headers()->OptionalHeader.AddressOfEntryPoint;
+    return reinterpret_cast<BOOL(WINAPI*)(HINSTANCE, DWORD, void*)>(entry)(dll(), reason, reserved);
 }
 
 }  // namespace shipped

@@ -20,18 +20,13 @@ inline DWORD openHandles() {
     return static_cast<DWORD>(reinterpret_cast<ULONG_PTR>(probe));
 }
 
-/// Blocks in use on all heaps of the process.
+/// Blocks in use on all heaps of the process, of which no other thread may run.
 inline int heapBlocks() {
     HANDLE heaps[64];
-    const DWORD count = GetProcessHeaps(64, heaps);
     int blocks = 0;
-    for (DWORD i = 0; i < count && i < 64; ++i) {
-        PROCESS_HEAP_ENTRY entry{};
-        HeapLock(heaps[i]);
-        while (HeapWalk(heaps[i], &entry))
-            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) ++blocks;
-        HeapUnlock(heaps[i]);
-    }
+    for (DWORD left = GetProcessHeaps(64, heaps); left > 0; --left)
+        for (PROCESS_HEAP_ENTRY entry{}; HeapWalk(heaps[left - 1], &entry);)
+            blocks += (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) != 0;
     return blocks;
 }
 

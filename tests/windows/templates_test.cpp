@@ -1,4 +1,5 @@
-// Templates in the configured font, which the DLL found when it was loaded: Liberation Mono in 11 points.
+// Templates in the configured font, Liberation Mono in 11 points, and where none is configured in the platform's, as
+// far as that can be had. The test's own metrics make the sizes that follow from them the same everywhere.
 #include "windows/scenario.h"
 
 namespace {
@@ -8,7 +9,32 @@ using shipped::dll;
 using shipped::function;
 
 const char* const kEditDialog = MAKEINTRESOURCEA(410);
-constexpr int kWidth = 310, kHeight = 108;  // as in the resource, in dialog units
+
+/// A stock font's, and of other fonts the length of the face and the height that was asked for.
+BOOL WINAPI metricsOf(HDC context, TEXTMETRICA* metrics) {
+    const HGDIOBJ font = GetCurrentObject(context, OBJ_FONT);
+    const bool isStock = font == GetStockObject(DEFAULT_GUI_FONT), isSystem = font == GetStockObject(SYSTEM_FONT);
+    LOGFONTA made = {};
+    GetObjectA(font, sizeof made, &made);
+    metrics->tmAveCharWidth = isStock ? 4 : isSystem ? 2 : lstrlenA(made.lfFaceName);
+    metrics->tmHeight = isStock || isSystem ? 10 : -made.lfHeight;
+    return TRUE;
+}
+
+/// A template as it comes out, "face points width x height".
+std::string loaded(HMODULE module, const char* name, int adjustSize) {
+    void* const block =
+        function<void*(HINSTANCE, const char*, int)>("LoadTemplateWithCorrectFont")(module, name, adjustSize);
+    std::string text;
+    if (const auto* const words = static_cast<WCHAR*>(block)) {
+        const WCHAR* const points = words + 11 + lstrlenW(words + 11) + 1;  // after the title; no menu, no class
+        if (*words & DS_SETFONT)
+            text = std::string(points + 1, points + 1 + lstrlenW(points + 1)) + ' ' + std::to_string(*points) + ' ';
+        text += std::to_string(words[7]) + " x " + std::to_string(words[8]);
+    }
+    function<void(void*)>("FreeTemplateWithCorrectFont")(block);
+    return text;
+}
 
 INT_PTR CALLBACK keepAndEnd(HWND dialog, UINT message, WPARAM, LPARAM param) {
     if (message == WM_INITDIALOG) SetWindowLongA(dialog, GWL_USERDATA, param);
@@ -16,62 +42,68 @@ INT_PTR CALLBACK keepAndEnd(HWND dialog, UINT message, WPARAM, LPARAM param) {
     return FALSE;
 }
 
-int showModally(const char* name) {
-    return function<int(HINSTANCE, const char*, DLGPROC, HWND, LPARAM)>("ATModalDialog")(dll(), name, keepAndEnd,
-                                                                                         nullptr, 77);
-}
-
-HWND showModelessly(const char* name, HWND parent) {
-    return function<HWND(HINSTANCE, const char*, DLGPROC, HWND, LPARAM)>("ATNonModalDialog")(dll(), name, keepAndEnd,
-                                                                                             parent, 4711);
+template <typename Result>
+Result show(const char* way, const char* name, HWND parent) {
+    using Show = Result(HINSTANCE, const char*, DLGPROC, HWND, LPARAM);
+    return function<Show>(way)(dll(), name, keepAndEnd, parent, 77);
 }
 
 const Scenario shown{[] {
-    noted.push_back(std::to_string(showModally(kEditDialog)));
+    noted.push_back(std::to_string(show<int>("ATModalDialog", kEditDialog, nullptr)));
     const HWND parent = CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
-    if (const HWND dialog = showModelessly(kEditDialog, parent)) {
-        EXPECT_EQ(GetWindow(dialog, GW_OWNER), parent);
-        EXPECT_EQ(GetWindowLongA(dialog, GWL_USERDATA), 4711);
-        LOGFONTA font = {};
-        GetObjectA(reinterpret_cast<HGDIOBJ>(SendMessageA(dialog, WM_GETFONT, 0, 0)), sizeof font, &font);
-        noted.push_back(font.lfFaceName + std::to_string(font.lfHeight));
+    for (int i = 0; i < 2; ++i, DestroyWindow(parent)) {  // the second time there is no parent any more
+        const HWND dialog = show<HWND>("ATNonModalDialog", kEditDialog, parent);
+        const auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(dialog, WM_GETFONT, 0, 0));
+        LOGFONTA made = {};
+        GetObjectA(font, sizeof made, &made);
+        noted.push_back(made.lfFaceName + std::to_string(made.lfHeight) + ' ' +
+                        std::to_string(GetWindowLongA(dialog, GWL_USERDATA)) +
+                        (GetWindow(dialog, GW_OWNER) ? " owned" : ""));
+        DestroyWindow(dialog);
     }
-    DestroyWindow(parent);
-    const HWND unowned = showModelessly(kEditDialog, parent);
-    if (unowned) noted.push_back(GetWindow(unowned, GW_OWNER) ? "owned" : "unowned");
-    DestroyWindow(unowned);
-    void* const block =
-        function<void*(HINSTANCE, const char*, int)>("LoadTemplateWithCorrectFont")(dll(), kEditDialog, 1);
-    const auto* const loaded = static_cast<DLGTEMPLATE*>(block);
-    if (loaded) noted.push_back(std::to_string(loaded->cx) + " x " + std::to_string(loaded->cy));
-    function<void(void*)>("FreeTemplateWithCorrectFont")(block);
+    noted.push_back(loaded(dll(), kEditDialog, 1));
 }};
 
-/// The size that the platform's own metrics of both fonts ask for.
-std::string adjustedSize() {
-    const HDC screen = GetDC(nullptr);
-    const HFONT font = CreateFontA(-15, 0, 0, 0, 0, 0, 0, 0, DEFAULT_CHARSET, 0, 0, 0, 0, "Liberation Mono");
-    TEXTMETRICA wanted, reference;
-    const HGDIOBJ former = SelectObject(screen, font);
-    GetTextMetricsA(screen, &wanted);
-    SelectObject(screen, GetStockObject(DEFAULT_GUI_FONT));
-    GetTextMetricsA(screen, &reference);
-    SelectObject(screen, former);
-    DeleteObject(font);
-    ReleaseDC(nullptr, screen);
-    return std::to_string(kWidth * (wanted.tmAveCharWidth + 1) / reference.tmAveCharWidth) + " x " +
-           std::to_string(kHeight * wanted.tmHeight / reference.tmHeight);
-}
-
 TEST(Templates, AreShownInTheConfiguredFont) {
+    calls::replace("GetTextMetricsA", reinterpret_cast<const void*>(metricsOf));
     play(shown);
-    EXPECT_THAT(noted, testing::ElementsAre("77", "Liberation Mono-15", "unowned", adjustedSize()));
-    EXPECT_EQ(showModally(MAKEINTRESOURCEA(999)), -1);
-    EXPECT_EQ(showModelessly(MAKEINTRESOURCEA(999), nullptr), nullptr);
+    EXPECT_THAT(noted, testing::ElementsAre("77", "Liberation Mono-15 77 owned", "Liberation Mono-15 77",
+                                            "Liberation Mono 11 1240 x 162"));
+    EXPECT_EQ(show<int>("ATModalDialog", MAKEINTRESOURCEA(999), nullptr), -1);
+    EXPECT_EQ(show<HWND>("ATNonModalDialog", MAKEINTRESOURCEA(999), nullptr), nullptr);
 }
 
 TEST(Templates, AreGivenBackWhicheverCallFails) {
     sweep(shown);
+}
+
+// The last of these tests: the process has no font configured from then on.
+TEST(Templates, AreInTheDefaultFontWhereTheyHaveNoneOfTheirOwn) {
+    const int none = 500, authored = 501, own = 502;
+    LOGFONTA gui = {};
+    GetObjectA(GetStockObject(DEFAULT_GUI_FONT), sizeof gui, &gui);
+    const std::string standard = gui.lfFaceName + std::string(" ") + std::to_string(-gui.lfHeight * 72 / 96);
+    const struct {
+        const char* failing;
+        int nth, dialog, adjustSize;
+        std::string expected;
+    } rows[] = {
+        {"", 0, none, 0, standard + " 200 x 100"},
+        {"", 0, authored, 0, standard + " 200 x 100"},
+        {"", 0, own, 1, "Arial 8 200 x 100"},
+        {"GetTextMetricsA", 1, authored, 1, standard + " 200 x 100"},  // only one font can be measured
+        {"GetTextMetricsA", 2, authored, 1, standard + " 200 x 100"},
+        {"CreateFontA", 1, authored, 1, standard + " 200 x 100"},
+        {"GetStockObject", 1, authored, 0, "MS Sans Serif 8 200 x 100"},  // the system font only measures
+        {"GetStockObject", 1, authored, 1, "MS Sans Serif 8 1400 x 110"},
+        {"GetStockObject", 1, none, 1, "200 x 100"},
+    };
+    play({[] { shipped::enter(DLL_PROCESS_ATTACH); }}, {"RegOpenKeyExA", 2, nullptr});
+    for (const auto& [failing, nth, dialog, adjustSize, expected] : rows) {
+        play({[&] { noted.push_back(loaded(nullptr, MAKEINTRESOURCEA(dialog), adjustSize)); }},
+             {failing, nth, nullptr});
+        EXPECT_THAT(noted, testing::ElementsAre(expected)) << failing << nth;
+    }
 }
 
 }  // namespace

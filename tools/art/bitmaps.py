@@ -1,8 +1,8 @@
 """Writes and reads bitmap files: 8 bits per pixel, run-length encoded, with a full colour table.
 
 Layout: 14-byte file header, 40-byte information header, 256 entries (blue, green, red, 0), then the rows, bottom
-row first. A row is a sequence of (count, index) pairs and of literal stretches (0, count, indexes, padded to an even
-length), closed by (0, 0); (0, 1) closes the picture.
+row first. A row is a sequence of (count, index) pairs and literal runs (0, count, indexes, padded to an even length).
+(0, 0) ends a row, (0, 1) the picture.
 """
 
 import struct
@@ -15,7 +15,7 @@ _SHORTEST_LITERAL = 3
 
 
 def encode(width, height, indexes, entries):
-    """The bytes of a bitmap file. `indexes` holds the rows from the top down."""
+    """The bytes of a bitmap file. `indexes` contains the rows from top to bottom."""
     pixels = bytearray()
     for y in range(height - 1, -1, -1):
         pixels += _encode_row(indexes[y * width:(y + 1) * width])
@@ -36,7 +36,7 @@ def _encode_row(row):
         count = 1
         while at + count < len(row) and row[at + count] == row[at] and count < _LONGEST:
             count += 1
-        # A pair inside a literal stretch costs no more than breaking the stretch for it.
+        # A pair within a literal run takes no more bytes than ending the run for it.
         if count >= 3 or (count == 2 and not literal):
             _flush(out, literal)
             out += bytes([count, row[at]])
@@ -61,7 +61,7 @@ def _flush(out, literal):
 
 
 def decode(data):
-    """(width, height, indexes from the top row down, entries) of a file that `encode` could have written."""
+    """Decodes a file that `encode` wrote: (width, height, indexes from top to bottom, entries)."""
     magic, size, _, _, start = _FILE_HEADER.unpack_from(data, 0)
     info = _INFO_HEADER.unpack_from(data, _FILE_HEADER.size)
     header_size, width, height, planes, bits, compression, pixel_size, _, _, used, _ = info

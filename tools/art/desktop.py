@@ -1,4 +1,4 @@
-"""Small things that make the room lived in: the mug, the desk lamp, the cat that sleeps on the warm server."""
+"""Small things in the room: the mug, the desk lamp, the cat that sleeps on the warm server."""
 
 from palette import BLACK, WHITE, shade, tint, tone
 from raster import circle, curve
@@ -8,7 +8,7 @@ _LAMPLIGHT = tint((255, 240, 180), 30)
 
 
 def mug(canvas, view, phase):
-    """A red mug at the left end of the desk; its steam curls."""
+    """A red mug at the left end of the desk, with curling steam."""
     x, y = view.point(168, 96, 36)
     canvas.ellipse(x + 4, y + 0.4, 8, 2.4, shade(-2))
     canvas.stroke(curve([(x - 4, y - 8), (x - 8, y - 8), (x - 7, y - 3), (x - 4, y - 2.6)]), 1.8, tone("red", 0.35))

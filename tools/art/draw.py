@@ -2,8 +2,8 @@
 """Draws the art of the about box into src/resources/art.
 
     draw.py             writes the files
-    draw.py --check     says which committed files differ from what would be drawn; exits 1 if any does
-    draw.py --sheet F   also writes a contact sheet of everything to the PNG file F
+    draw.py --check     lists committed files that differ from what it would draw; exits with 1 if there is one
+    draw.py --sheet F   also writes a contact sheet to the PNG file F
 """
 
 import argparse
@@ -27,7 +27,7 @@ TARGET = os.path.join(ROOT, "src", "resources", "art")
 
 
 def _bitmap_files():
-    """Every bitmap's bytes by file name. They are made together, because they share one palette."""
+    """The bytes of every bitmap by file name. They are created together because they share one palette."""
     drawn = {"frame.bmp": frame.frame()}
     drawn.update({"picture%d.bmp" % phase: scene.picture(phase) for phase in range(scene.FRAMES)})
     mixed = Counter()
@@ -47,7 +47,7 @@ def _bitmap_files():
 
 
 def _soften(block):
-    """A pixel's paint where all its samples agree, else their mixed colour."""
+    """A pixel's paint if all its samples are the same, otherwise their average colour."""
     first = block[0]
     if block.count(first) == len(block):
         return first
@@ -67,7 +67,7 @@ def _icon_files():
 
 
 def _differing(files):
-    """Names of files that are missing, stale, or that nothing draws."""
+    """Names of files that are missing or out of date, or that this program does not draw."""
     stale = set(os.listdir(TARGET)) - set(files) if os.path.isdir(TARGET) else set()
     for name, data in files.items():
         path = os.path.join(TARGET, name)

@@ -1,4 +1,4 @@
-"""Icon 1: a workstation and a file server on one cable, at 32 and at 16 pixels."""
+"""Icon 1: a workstation and a file server connected by a cable, at 32 and 16 pixels."""
 
 from sprites import (BLACK, GRAY, GREEN, LIME, NAVY, OLIVE, RED, SILVER, TEAL, WHITE, YELLOW, blank, pixels)
 

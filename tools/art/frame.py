@@ -1,4 +1,4 @@
-"""The frame around everything, 411 x 411: a metal casing, the band with the product's name, the credits' ground."""
+"""The frame around everything, 411 x 411: a metal casing, the band with the product's name, the credits' background."""
 
 import lettering
 from palette import BLACK, TEXT_TEAL, WHITE, shade, tint, tone
@@ -104,7 +104,7 @@ def _name(canvas, left, top, height):
 
 
 def _cables(canvas, outer, inner, y, side):
-    """Three cables from the casing's edge that join in one plug beside the name, with packets on their way."""
+    """Three cables from the casing's edge that join in one plug next to the name, with packets on their way."""
     joint = inner + side * 18
     for rise, ramp in ((-12, "red"), (12, "blue"), (0, "leaf")):
         reach = outer - joint

@@ -1,8 +1,8 @@
-"""Writes and reads icon files: images of 16 colours with a mask of what is transparent.
+"""Writes and reads icon files: images with 16 colours and a transparency mask.
 
-Layout: a 6-byte directory header, a 16-byte entry for each image, then the images: a 40-byte information header
-whose height counts both planes, 16 entries, the colours (4 bits a pixel) and the mask (1 bit a pixel, set where the
-background shows), each bottom row first, each row padded to 4 bytes.
+Layout: a 6-byte directory header, a 16-byte entry per image, then the images. An image has a 40-byte information header
+whose height includes both planes, 16 palette entries, the colours (4 bits per pixel) and the mask (1 bit per pixel, set
+for the background). Both planes begin with the bottom row; rows are padded to 4 bytes.
 """
 
 import struct
@@ -31,7 +31,7 @@ def _encode_image(rows):
     width, height = len(rows[0]), len(rows)
     colours, mask = bytearray(), bytearray()
     for row in reversed(rows):
-        # Transparent pixels must be black: drawing exclusive-ors them with the background.
+        # Transparent pixels must be black, because drawing combines them with the background by exclusive or.
         solid = [0 if pixel == CLEAR else pixel for pixel in row]
         colours += bytes(a << 4 | b for a, b in zip(solid[::2], solid[1::2])).ljust(_stride(width, 4), b"\0")
         bits = "".join("1" if pixel == CLEAR else "0" for pixel in row).ljust(_stride(width, 1) * 8, "0")
@@ -46,7 +46,7 @@ def _stride(width, bits):
 
 
 def decode(data):
-    """The images of a file that `encode` could have written."""
+    """Decodes the images of a file that `encode` wrote."""
     _, kind, count = _DIRECTORY.unpack_from(data, 0)
     if kind != 1:
         raise ValueError("not an icon file")

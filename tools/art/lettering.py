@@ -7,7 +7,7 @@ def _arc(x, y, rx, ry, start, end):
     return circle(x, y, rx, ry, start, end, 18)
 
 
-# Each letter: its width, and the lines that its pen follows.
+# For each letter, its width and the lines that the pen follows.
 _LETTERS = {
     "T": (0.74, [[(0.0, 0.0), (0.74, 0.0)], [(0.37, 0.0), (0.37, 1.0)]]),
     "a": (0.54, [_arc(0.27, 0.69, 0.27, 0.31, 0, 360) + [(0.54, 0.69)], [(0.54, 0.38), (0.54, 1.0)]]),

@@ -1,4 +1,4 @@
-"""What stands on the floor of the machine room: the cabinet with the tape drive, the file server, the hub."""
+"""The equipment on the floor of the machine room: the cabinet with the tape drive, the file server, the hub."""
 
 import math
 
@@ -15,7 +15,7 @@ def lamp(face, u, v, ramp, lit, size=1.5):
 
 
 def cabinet(canvas, view, phase):
-    """The tall cabinet: two tape reels that turn, a row of lamps, drawers of disks."""
+    """The tall cabinet: two turning tape reels, a row of lamps, drawers with disks."""
     box = Box(canvas, view, 8, 14, 0, 70, 48, 82)
     box.shadow(_SHADOW, 26)
     box.paint("steel", 0.72, 0.42, 0.2)
@@ -88,7 +88,7 @@ def server(canvas, view, phase):
 
 
 def hub(canvas, view, phase):
-    """The hub on the floor where the cables meet, a lamp above each of its eight sockets."""
+    """The hub on the floor where the cables meet, with a lamp above each of its eight sockets."""
     box = Box(canvas, view, 88, 152, 0, 66, 30, 15)
     box.shadow(_SHADOW, 9)
     box.paint("teal", 0.72, 0.4, 0.18)

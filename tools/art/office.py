@@ -17,7 +17,7 @@ def desk_frame(canvas, view):
 
 
 def desk_top(canvas, view):
-    """The drawers and the plate."""
+    """The drawers and the top of the desk."""
     drawers = Box(canvas, view, 234, 46, 0, 44, 64, 32).paint("wood", 0.6, 0.52, 0.28)
     for i, height in enumerate([13, 7.5, 7.5]):
         v = (1.5, 15.2, 23.4)[i]
@@ -51,7 +51,7 @@ def workstation(canvas, view, phase):
 
 
 def _screen(front, phase):
-    """A window in which pages fly from a folder to another, and the bar below them fills."""
+    """A window in which pages fly from one folder to another and the bar below fills."""
     front.rect(5.6, 9.2, 44.6, 31.6, BLACK)
     front.rect(6.4, 10, 43, 30, tone("teal", 0.44))
     front.rect(9, 13, 38, 24, tone("steel", 0.2))

@@ -1,7 +1,7 @@
 """The colours: paints to draw with, the 256 entries that every bitmap shares, and the 16 of the icons.
 
-A paint is an index into PAINTS. Paints 0..19 are the system colours; the others come in ramps from dark to light.
-The final palette keeps every paint exactly, and gives what is left to the mixed colours that soft edges produce.
+A paint is an index into PAINTS. Paints 0..19 are the system colours; the others are ramps from dark to light. The final
+palette contains every paint exactly; the remaining entries are for the mixed colours of soft edges.
 """
 
 SYSTEM = [
@@ -19,7 +19,7 @@ VGA = [
     (255, 255, 255),
 ]
 
-# Ramp name: number of steps, and the colours it passes through, dark to light.
+# Ramp name: number of steps, and the colours that the ramp passes through, from dark to light.
 RAMPS = {
     "beige": (12, [(62, 46, 48), (122, 100, 86), (188, 168, 138), (226, 212, 182), (252, 246, 228)]),
     "steel": (14, [(16, 20, 34), (50, 62, 84), (112, 130, 152), (184, 200, 212), (240, 246, 250)]),
@@ -58,13 +58,13 @@ for _name, (_steps, _keys) in RAMPS.items():
 
 
 def tone(name, lightness):
-    """The paint of a ramp at a lightness between 0.0 (its darkest) and 1.0 (its lightest)."""
+    """The paint of a ramp at a lightness from 0.0 (darkest) to 1.0 (lightest)."""
     ramp = _ramps[name]
     return ramp[max(0, min(len(ramp) - 1, int(lightness * (len(ramp) - 1) + 0.5)))]
 
 
 def nearest(colour, colours):
-    """The index of the entry of `colours` that looks most like `colour`."""
+    """The index of the entry in `colours` that is most similar to `colour`."""
     red, green, blue = colour
     best = None
     found = 0
@@ -76,7 +76,7 @@ def nearest(colour, colours):
 
 
 def shade(steps):
-    """A table that maps every paint to the one `steps` further up its own ramp (down when negative)."""
+    """A table that maps every paint to the one `steps` higher in its ramp (lower if negative)."""
     table = bytearray(range(256))
     for ramp in _ramps.values():
         for i, paint in enumerate(ramp):
@@ -85,7 +85,7 @@ def shade(steps):
 
 
 def tint(colour, part):
-    """A table that maps every paint to the paint nearest to it after `part` hundredths of `colour` are mixed in."""
+    """A table that mixes `part` percent of `colour` into every paint and maps it to the nearest paint."""
     table = bytearray(range(256))
     for paint, old in enumerate(PAINTS):
         table[paint] = nearest(_blend(old, colour, part, 100), PAINTS)
@@ -93,7 +93,7 @@ def tint(colour, part):
 
 
 def _split(box):
-    """Cuts a box of (colour, count) pairs in two at the median of its widest channel."""
+    """Splits a box of (colour, count) pairs at the median of its widest channel."""
     spread = [max(c[i] for c, _ in box) - min(c[i] for c, _ in box) for i in range(3)]
     channel = max(range(3), key=lambda i: (spread[i] * (3, 4, 2)[i], -i))
     box.sort(key=lambda pair: (pair[0][channel], pair[0]))
@@ -115,9 +115,9 @@ def _weight(box):
 
 
 def share_palette(mixed):
-    """The 256 shared entries, and the paint of each as an entry. `mixed` counts the colours that are no paints.
+    """The 256 shared entries, and the entry of each paint. `mixed` contains the count of each colour that is not a paint.
 
-    Entries 0..9 and 246..255 are the system colours, in the order that 8-bit screens keep them.
+    Entries 0..9 and 246..255 are the system colours, in the order in which 8-bit screens reserve them.
     """
     free = 256 - len(PAINTS)
     boxes = [sorted(mixed.items())] if mixed else []

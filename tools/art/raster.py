@@ -1,4 +1,4 @@
-"""A canvas of paints, four samples to a pixel each way. Shapes fill samples; averaging them gives soft edges."""
+"""A canvas of paints, 4 x 4 samples per pixel. Shapes fill samples; averaging the samples results in soft edges."""
 
 import math
 
@@ -6,7 +6,7 @@ SCALE = 4
 
 
 def vertical(paints, top, bottom):
-    """A paint that runs through `paints` from y `top` to y `bottom`."""
+    """A gradient of `paints` from y `top` to y `bottom`."""
     def at(y):
         part = (y - top) / (bottom - top)
         return paints[max(0, min(len(paints) - 1, int(part * len(paints))))]
@@ -37,7 +37,7 @@ def curve(points, steps=12):
 
 
 def along(line, distance):
-    """The point at `distance` along a line of points, or None beyond its end."""
+    """The point at `distance` along a line of points, or None after its end."""
     for a, b in zip(line, line[1:]):
         step = math.hypot(b[0] - a[0], b[1] - a[1])
         if distance <= step and step > 0:
@@ -52,7 +52,7 @@ def length(line):
 
 
 class Canvas:
-    """Samples hold paints. A shape's paint is an index, a function of y, or a 256-byte table that changes paints."""
+    """Samples contain paints. A shape's paint is an index, a function of y, or a 256-byte table that replaces paints."""
 
     def __init__(self, width, height, paint=0):
         self.width = width
@@ -123,7 +123,7 @@ class Canvas:
 
 
 def average(block, colours):
-    """The mean colour of a pixel's samples, in steps of 4, so that near mixes count as one."""
+    """The average colour of a pixel's samples, in steps of 4, so that similar colours become equal."""
     sums = [0, 0, 0]
     for sample in block:
         for i, value in enumerate(colours[sample]):

@@ -1,4 +1,4 @@
-"""The machine room itself: walls, the window on the evening, the raised floor, the clock and the zone chart."""
+"""The machine room itself: walls, a window with an evening view, the raised floor, the clock and the zone chart."""
 
 import math
 
@@ -24,7 +24,7 @@ def floor(canvas, view):
 
 
 def _grille(ground, u, v, lightness):
-    """A floor tile that lets the cooling air through."""
+    """A perforated floor tile for the cooling air."""
     for slot in range(4):
         ground.rect(u + 6, v + 6 + slot * 8, 24, 4, tone("floor", lightness - 0.34))
 
@@ -46,7 +46,7 @@ def walls(canvas, view):
 
 
 def _tray(back):
-    """The cable tray that runs along the wall under the ceiling."""
+    """The cable tray along the wall under the ceiling."""
     for i, paint in enumerate([tone("gold", 0.55), tone("blue", 0.55), tone("red", 0.5)]):
         back.rect(250, 99 + i * 2.6, 170, 1.8, paint)
     back.rect(250, 94, 170, 4, tone("steel", 0.5))
@@ -93,7 +93,7 @@ def _skyline(pane, width):
 
 
 def clock(canvas, view, phase):
-    """A wall clock whose second hand goes round once in the loop."""
+    """A wall clock whose second hand makes one turn per loop."""
     face = Face(canvas, view, (254, 0, 76), (1, 0, 0), (0, 0, 1))
     face.ellipse(1.2, -1.4, 12.5, 12.5, tone("wall", 0.2))
     face.ellipse(0, 0, 12, 12, tone("steel", 0.35))
@@ -111,7 +111,7 @@ def clock(canvas, view, phase):
 
 
 def chart(canvas, view):
-    """A board with a drawing of three zones and what joins them."""
+    """A board with a drawing of three zones and their connections."""
     board = Face(canvas, view, (283, 0, 46), (1, 0, 0), (0, 0, 1))
     board.rect(2, -3, 66, 44, tone("wall", 0.22))
     board.raised(0, 0, 66, 42, 2.2, tone("wood", 0.9), tone("wood", 0.62), tone("wood", 0.25))

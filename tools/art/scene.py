@@ -44,7 +44,7 @@ def picture(phase):
 
 
 def _cable(canvas, view, phase, ramp, course):
-    """A cable in the tones of a ramp along a course of places in the room, with packets on their way."""
+    """A cable in the tones of a ramp along a path in the room, with moving packets."""
     line = curve([view.point(*place) for place in course])
     canvas.stroke([(x + 1.2, y + 1.8) for x, y in line], 3, tone("floor", 0.02))
     canvas.stroke(line, 3.2, tone(ramp, 0.22))
@@ -54,7 +54,7 @@ def _cable(canvas, view, phase, ramp, course):
 
 
 def _packets(canvas, line, phase):
-    """Bright beads that travel away from the line's start, a quarter of their spacing each frame."""
+    """Bright dots that move away from the line's start by a quarter of their spacing per frame."""
     distance = phase * _SPACING / FRAMES + 3
     while distance < length(line):
         x, y = along(line, distance)

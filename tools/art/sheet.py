@@ -1,4 +1,4 @@
-"""A contact sheet to look at: the frame as it is shown, every picture, and the sprites enlarged."""
+"""A contact sheet: the frame as displayed, every picture, and the enlarged sprites."""
 
 import struct
 import zlib
@@ -41,7 +41,7 @@ class _Sheet:
 
 
 def _credits(page, left, top):
-    """Bars in the places of ten lines of credits, to judge the text area by."""
+    """Bars at the positions of ten lines of credits, to show the text area."""
     x, width, y, height, growth, shift = 137, 137, 245, 1, 0, 0
     for k in range(10):
         for piece in range(3):

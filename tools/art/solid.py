@@ -1,4 +1,4 @@
-"""Boxes in the room's slanted projection, and flat faces of them to draw details on."""
+"""Boxes in the room's oblique projection, and their flat faces for drawing details."""
 
 from palette import tone
 from raster import circle
@@ -16,7 +16,7 @@ class View:
 
 
 class Face:
-    """A flat patch of the room. Its u runs right and its v up (or away, on a top) from its lower left corner."""
+    """A flat rectangle in the room. From its lower left corner, u points right and v up (on a top face: away)."""
 
     def __init__(self, canvas, view, origin, u, v):
         self.canvas = canvas
@@ -41,7 +41,7 @@ class Face:
         self.canvas.stroke([self.at(u, v) for u, v in points], width, paint)
 
     def raised(self, u, v, width, height, edge, light, middle, dark):
-        """A plate that stands out: lit from the upper left. With light and dark swapped it is sunk in."""
+        """A raised plate, lit from the upper left. With light and dark swapped it looks sunk in."""
         self.rect(u, v, width, height, dark)
         self.fill([(u, v), (u, v + height), (u + width, v + height), (u + width - edge, v + height - edge),
                    (u + edge, v + height - edge), (u + edge, v + edge)], light)
@@ -49,7 +49,7 @@ class Face:
 
 
 class Box:
-    """A box with its near lower left corner at (x, y, z), of which top, front and right side are seen."""
+    """A box with its near lower left corner at (x, y, z). Its top, front and right side are visible."""
 
     def __init__(self, canvas, view, x, y, z, width, depth, height):
         self.canvas = canvas
@@ -60,7 +60,7 @@ class Box:
         self.top = Face(canvas, view, (x, near, z + height), (1, 0, 0), (0, -1, 0))
 
     def paint(self, ramp, top=0.85, front=0.62, side=0.36, edge=0.2):
-        """Fills the three faces in tones of a ramp and lights the edges between them."""
+        """Fills the three faces with tones of a ramp and draws light edges between them."""
         width, depth, height = self.size
         self.top.rect(0, 0, width, depth, tone(ramp, top))
         self.front.rect(0, 0, width, height, tone(ramp, front))

@@ -1,7 +1,7 @@
-"""How sprites become pixels, and the flying one: a diskette with wings, in four directions of flight.
+"""Conversion of sprites to pixels, and the flying sprite: a diskette with wings, in four directions.
 
-A sprite's canvas holds numbers of the 16 icon colours. A pixel takes the colour of most of its samples, which keeps
-edges hard, and whatever is drawn gets a black outline.
+A sprite's canvas contains numbers of the 16 icon colours. A pixel gets the colour of most of its samples, so that edges
+are sharp, and everything that is drawn gets a black outline.
 """
 
 import math
@@ -41,7 +41,7 @@ def mirrored(rows):
 
 
 def _diskette(canvas, left, top, look):
-    """The body, 16 pixels square: shutter above, label below, between them eyes whose pupils are off by `look`."""
+    """The body, 16 x 16 pixels: shutter at the top, label at the bottom, eyes between them with pupils moved by `look`."""
     canvas.fill([(left, top), (left + 14, top), (left + 16, top + 2), (left + 16, top + 16), (left, top + 16)], BLUE)
     canvas.rect(left + 15, top + 2, 1, 14, NAVY)
     canvas.rect(left, top + 15, 16, 1, NAVY)
@@ -61,7 +61,7 @@ def _diskette(canvas, left, top, look):
 
 
 def _wing(canvas, x, y, tips, far=False):
-    """A wing that grows from (x, y): one feather to each tip, each laid over the one before."""
+    """A wing that begins at (x, y): one feather to each tip, each over the previous one."""
     for i, (tip_x, tip_y) in enumerate(tips):
         span = math.hypot(tip_x - x, tip_y - y)
         nx, ny = (tip_y - y) / span, (x - tip_x) / span
@@ -73,7 +73,7 @@ def _wing(canvas, x, y, tips, far=False):
 
 
 def _sideways():
-    """Flight to the right: the gaze is ahead, the wings are swept back."""
+    """Flight to the right: the eyes look ahead, the wings are swept back."""
     canvas = blank()
     _wing(canvas, 18, 14, [(6, 8), (8, 4), (12, 1)], True)
     _diskette(canvas, 14, 13, (2, 0))
@@ -98,6 +98,6 @@ def _diving():
 
 
 def flyers():
-    """Directions 0 to 3: to the left, climbing, to the right, diving."""
+    """Directions 0 to 3: left, climbing, right, diving."""
     right = _sideways()
     return [mirrored(right), _climbing(), right, _diving()]

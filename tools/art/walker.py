@@ -1,11 +1,11 @@
-"""The walking sprite: a desk mouse on two feet. It comes out of a hole, walks, or plays with the ball it rolls on."""
+"""The walking sprite: a computer mouse on two feet. It comes out of a hole and walks, or plays with its ball."""
 
 from icons import CLEAR
 from raster import circle, curve
 from sprites import (AQUA, BLACK, BLUE, GRAY, MAROON, NAVY, OLIVE, RED, SILVER, WHITE, YELLOW, blank, mirrored, pixels)
 
 _GROUND = 30
-# Where the far and the near foot stand beside the middle of the body, and how high each is lifted.
+# Offset of the far and the near foot from the middle of the body, and how high each is lifted.
 _TOGETHER = ((3, 0), (-4, 0))
 _STRIDE = ((6, 1), (-7, 0))
 _CROSS = ((-3, 2), (2, 0))
@@ -39,7 +39,7 @@ def _foot(canvas, x, base, feet):
 
 
 def _tail(canvas, x, y, rise):
-    """The cable, which ends in a plug that is held up high."""
+    """The cable, which ends in a raised plug."""
     canvas.stroke(curve([(x, y + 1), (x + 3.4, y - 2), (x + 3, y - 8 + rise), (x + 0.6, y - 11 + rise)]), 1.7, GRAY)
     left, top = x - 2, round(y - 16 + rise)
     canvas.rect(left, top, 5, 4, YELLOW)
@@ -122,6 +122,6 @@ def _play():
 
 
 def walkers():
-    """The 18 frames, row by row: out and to the left, out and to the right, at play."""
+    """The 18 frames by row: emerging and walking left, emerging and walking right, playing."""
     left = _leftwards()
     return left + [mirrored(rows) for rows in left] + _play()

@@ -1,6 +1,6 @@
-#include "base/library.h"
+#include "base/module.h"
 
-#include "tamrix32/frame.h"
+#include "tamrix32/module.h"
 
 HINSTANCE tamrix::instance;
 

@@ -1,5 +1,5 @@
-// Cursors over little-endian bytes. A reader that is asked for more than it has fails for good and gives zeros; a
-// writer counts everything and writes what fits.
+// Cursors over little-endian bytes. A reader that reaches the end fails permanently and returns zeros. A writer counts
+// all bytes and writes those that fit.
 #pragma once
 
 #include <cstddef>
@@ -37,10 +37,10 @@ public:
         return low | static_cast<std::uint32_t>(u16()) << 16;
     }
 
-    /// Moves to the next multiple of `boundary`, a power of two, unless it is on one.
+    /// Moves to the next multiple of `boundary`, a power of two, unless it is already at one.
     void align(std::size_t boundary) { take((boundary - position_ % boundary) % boundary); }
 
-    /// The bytes that `pass` moves this reader past.
+    /// Calls `pass` and returns the bytes that it has read.
     template <typename Pass>
     std::span<const std::uint8_t> passed(Pass pass) {
         const std::size_t start = position_;
@@ -78,7 +78,7 @@ public:
         u16(static_cast<std::uint16_t>(value >> 16));
     }
 
-    /// Moves to the next multiple of `boundary`, leaving the bytes between as they are.
+    /// Moves to the next multiple of `boundary` without changing the bytes in between.
     void align(std::size_t boundary) { position_ += (boundary - position_ % boundary) % boundary; }
 
 private:
