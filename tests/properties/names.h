@@ -159,8 +159,10 @@ inline void holdName(const Naming& naming, const std::string& name, bool everySi
     const std::string form = windows.into(windows.capacity).second;
     const Stated back = naming.toMacintosh(form);
     holdMacintosh(form, back, everySize);
-    // Brackets that numbers can share bytes with, or an unquoted separator, make no usable format.
-    const bool usable = !std::isdigit(naming.open) && naming.open != naming.close && naming.inSet('\\');
+    // Brackets that numbers or double-byte characters can share bytes with, or an unquoted separator, make no usable
+    // format.
+    const bool usable = !std::isdigit(naming.open) && naming.open != naming.close && naming.inSet('\\') &&
+                        !naming.leads.leads(static_cast<char>(naming.close));
     if (!usable || !windows.finished || back.numbers != windows.numbers) return;
     std::string expected = name;
     for (char& byte : expected)  // two bytes share their images with others
