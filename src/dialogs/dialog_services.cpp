@@ -29,10 +29,12 @@ bool isQuitPending() {
     return PeekMessageA(&message, nullptr, WM_QUIT, WM_QUIT, PM_NOREMOVE) && message.message == WM_QUIT;
 }
 
-void showControlHelp(const HELPINFO* request, HWND dialog) {
-    if (request->iContextType != HELPINFO_WINDOW || request->iCtrlId == 0) return;
+int ShowControlHelp(const HELPINFO* request, HWND dialog) {
+    if (request->iContextType != HELPINFO_WINDOW) return 0;
+    if (request->iCtrlId == 0) return 1;
     const HelpFileName file(kHelpFile);
     if (file.loaded) WinHelpA(dialog, file.text, HELP_CONTEXTPOPUP, static_cast<ULONG_PTR>(request->iCtrlId));
+    return 1;
 }
 
 }  // namespace tamrix

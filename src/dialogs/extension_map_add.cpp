@@ -65,7 +65,7 @@ INT_PTR onCommand(HWND dialog, WORD control, WORD code) {
     }
 }
 
-constexpr DLGPROC addDialogProc = mappingDialogProc<onInit, onCommand>;
+constexpr DLGPROC AddExtMapDlgProc = mappingDialogProc<onInit, onCommand>;
 
 /// Adds the line and selects it. False if there is no extension, because other code ended the dialog, if there is no
 /// list, or if the list accepts no more lines.
@@ -88,5 +88,5 @@ using namespace tamrix;
 int TAMRIX_CALL AddExtMapDlg(void* parent, char* creator, char* type) {
     AddExtMapState state{creator, type, nullptr, nullptr};
     const HWND editor = static_cast<HWND>(parent);
-    return showDialog(kAddDialog, editor, addDialogProc, &state) == kAccepted && addLine(editor, state);
+    return showDialog(kAddDialog, editor, AddExtMapDlgProc, &state) == kAccepted && addLine(editor, state);
 }

@@ -49,8 +49,8 @@ INT_PTR showDialog(DialogId id, HWND parent, DLGPROC procedure, void* state);
 void setDialogState(HWND dialog, LPARAM state);
 void* dialogState(HWND dialog);
 
-/// Shows the help popup of the control in a help request.
-void showControlHelp(const HELPINFO* request, HWND dialog);
+/// Shows the help popup of the control in a help request. False if the request is not about a control.
+int ShowControlHelp(const HELPINFO* request, HWND dialog);
 
 /// The procedure of both dialogs. The first message returns FALSE, so the platform does not set the focus.
 template <void (*onInit)(HWND dialog, LPARAM state), INT_PTR (*onCommand)(HWND dialog, WORD control, WORD code)>
@@ -60,7 +60,7 @@ INT_PTR CALLBACK mappingDialogProc(HWND dialog, UINT message, WPARAM wParam, LPA
             onInit(dialog, lParam);
             return FALSE;
         case WM_HELP:
-            showControlHelp(reinterpret_cast<const HELPINFO*>(lParam), dialog);
+            ShowControlHelp(reinterpret_cast<const HELPINFO*>(lParam), dialog);
             return TRUE;
         case WM_COMMAND:
             return onCommand(dialog, LOWORD(wParam), HIWORD(wParam));

@@ -58,16 +58,17 @@ bool isNamedIn(std::span<const KeyedLine> lines, const KeyedLine& line) {
 }
 
 /// Lists each mapping once, because the cursor may return one twice if another program changes the store meanwhile. A
-/// mapping that cannot be listed is omitted, and is then not changed on OK.
-void fillList(HWND list, ExtMapEditState& state) {
-    if (!list) return;
+/// mapping that cannot be listed is omitted, and is then not changed on OK. False if there is no list.
+int FillExtMapList(HWND list, char* creator, char* type, KeyedLines& listed) {
+    if (!list) return 0;
     CExtensionMap cursor;
-    for (int found = cursor.FirstCT(state.creator.get(), state.type.get()); found; found = cursor.NextCT()) {
+    for (int found = cursor.FirstCT(creator, type); found; found = cursor.NextCT()) {
         KeyedLine line = keyedLine(joinedLine(cursor.Extension(), cursor.Comment()), foldKeyName);
-        if (!line.key || isNamedIn(state.listed.all(), line) || !state.listed.reserveOne()) continue;
+        if (!line.key || isNamedIn(listed.all(), line) || !listed.reserveOne()) continue;
         if (SendMessageA(list, LB_ADDSTRING, 0, reinterpret_cast<LPARAM>(line.line.get())) >= 0)
-            state.listed.add(std::move(line));
+            listed.add(std::move(line));
     }
+    return 1;
 }
 
 /// The complete text of a line; null past the end of the list or if memory runs out.
@@ -112,15 +113,19 @@ void removeMappings(std::span<const KeyedLine> lines, const ExtMapEditState& sta
     }
 }
 
-/// Saves the differences, unless the list cannot be read completely. A later failure loses at most one mapping.
-void saveList(HWND list, const ExtMapEditState& state) {
+/// Saves the differences, unless the list cannot be read completely: then false. A later failure loses at most one
+/// mapping.
+int ApplyExtMapList(HWND dialog) {
+    const ExtMapEditState* const state = stateOf(dialog);
     KeyedLines now;
-    if (!canBeStored(state.creator.get(), state.type.get()) || !readList(list, now)) return;
+    if (!state || !canBeStored(state->creator.get(), state->type.get())) return 0;
+    if (!readList(GetDlgItem(dialog, kMappingList), now)) return 0;
     const std::span<const KeyedLine> lines = now.all();
     for (std::size_t i = 0; i < lines.size(); ++i)
-        if (isToBeWritten(lines, i, state.listed.all())) write(lines[i].line.get(), state);
-    if (std::ranges::any_of(state.listed.all(), [&](const KeyedLine& line) { return isToBeRemoved(line, lines); }))
-        removeMappings(lines, state);
+        if (isToBeWritten(lines, i, state->listed.all())) write(lines[i].line.get(), *state);
+    if (std::ranges::any_of(state->listed.all(), [&](const KeyedLine& line) { return isToBeRemoved(line, lines); }))
+        removeMappings(lines, *state);
+    return 1;
 }
 
 void moveFocusToCancel(HWND dialog) {
@@ -138,7 +143,7 @@ void onInit(HWND dialog, LPARAM param) {
     SetDlgItemTextA(dialog, kTypeText, state->type.get());
     int commentColumn = 115;  // dialog units from the list's left edge to the comments' heading
     SendDlgItemMessageA(dialog, kMappingList, LB_SETTABSTOPS, 1, reinterpret_cast<LPARAM>(&commentColumn));
-    fillList(GetDlgItem(dialog, kMappingList), *state);
+    FillExtMapList(GetDlgItem(dialog, kMappingList), state->creator.get(), state->type.get(), state->listed);
     enableRemove(dialog, false);
 }
 
@@ -194,7 +199,7 @@ void onOk(HWND dialog) {
         moveFocusToCancel(dialog);
         return;
     }
-    saveList(GetDlgItem(dialog, kMappingList), *state);
+    ApplyExtMapList(dialog);
     EndDialog(dialog, 0);
 }
 
@@ -223,7 +228,7 @@ INT_PTR onCommand(HWND dialog, WORD control, WORD code) {
     }
 }
 
-constexpr DLGPROC editDialogProc = mappingDialogProc<onInit, onCommand>;
+constexpr DLGPROC ExtMapEditDlgProc = mappingDialogProc<onInit, onCommand>;
 
 }  // namespace
 }  // namespace tamrix
@@ -234,6 +239,6 @@ int TAMRIX_CALL FileExtMapEditDlg(void* parent, char* creator, char* type) {
     if (!creator || !type) return 0;
     ExtMapEditState state{copiedText(creator), copiedText(type)};
     if (!state.creator || !state.type) return 0;
-    showDialog(kEditDialog, static_cast<HWND>(parent), editDialogProc, &state);
+    showDialog(kEditDialog, static_cast<HWND>(parent), ExtMapEditDlgProc, &state);
     return 0;
 }
