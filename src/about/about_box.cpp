@@ -49,21 +49,22 @@ constexpr int kDefaultTextId = 1;
 constexpr int kFlyerCount = 3;
 constexpr int kWalkerCount = 3;
 
-/// The property contains the box's address and, in its two low bits, which are 0 in the address, two flags.
-constexpr char kBoxProperty[] = "Tamrix32 about box";
-constexpr ULONG_PTR kClosing = 1;  // the window is closing
-constexpr ULONG_PTR kAsking = 2;   // canClose is being called
-
-ULONG_PTR propertyOf(HWND window) {
-    return reinterpret_cast<ULONG_PTR>(GetPropA(window, kBoxProperty));
-}
-
-bool setProperty(HWND window, ULONG_PTR property) {
-    return SetPropA(window, kBoxProperty, reinterpret_cast<HANDLE>(property)) != 0;
-}
+/// Properties of the window. The last two are flags: their removal, unlike a change of their value, cannot fail and
+/// leave a box that nobody can close.
+constexpr char kBoxProperty[] = "Tamrix32 about box";               // the box's address
+constexpr char kClosingProperty[] = "Tamrix32 about box: closing";  // the window is closing
+constexpr char kAskingProperty[] = "Tamrix32 about box: asking";    // canClose is being called
 
 CAboutQuillonAppleTalk* boxOf(HWND window) {
-    return reinterpret_cast<CAboutQuillonAppleTalk*>(propertyOf(window) & ~(kClosing | kAsking));
+    return static_cast<CAboutQuillonAppleTalk*>(GetPropA(window, kBoxProperty));
+}
+
+void setFlag(HWND window, const char* property) {
+    SetPropA(window, property, window);
+}
+
+bool hasFlag(HWND window, const char* property) {
+    return GetPropA(window, property) != nullptr;
 }
 
 /// Values of `modal`.
@@ -168,12 +169,12 @@ int CAboutQuillonAppleTalk::showModeless() {
 
 void CAboutQuillonAppleTalk::revoke() {
     const HWND closed = window;
-    if (!closed || (propertyOf(closed) & kClosing)) return;
+    if (!closed || hasFlag(closed, kClosingProperty)) return;
     // Closing the window removes its focus, which would close the box again.
-    setProperty(closed, propertyOf(closed) | kClosing);
+    setFlag(closed, kClosingProperty);
     const BOOL done = modal == kModal ? EndDialog(closed, 0) : DestroyWindow(closed);
     // This box may have been deleted. A window of another thread is still open and must remain closable.
-    if (!done) setProperty(closed, propertyOf(closed) & ~kClosing);
+    if (!done) RemovePropA(closed, kClosingProperty);
 }
 
 int CAboutQuillonAppleTalk::isOpen() {
@@ -183,13 +184,15 @@ int CAboutQuillonAppleTalk::isOpen() {
 int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
     if (message == WM_INITDIALOG) {
         auto* const shown = reinterpret_cast<CAboutQuillonAppleTalk*>(lParam);
-        if (setProperty(window, static_cast<ULONG_PTR>(lParam)))
+        if (SetPropA(window, kBoxProperty, shown))
             shown->initDialog(window);
         else  // without the property the window cannot find its box; the caller still owns the box
             DestroyWindow(window);
         return boxOf(window) ? 1 : 0;  // a destroyed window must not get the focus
     }
     CAboutQuillonAppleTalk* const box = boxOf(window);
+    if (message == WM_DESTROY)
+        for (const char* property : {kBoxProperty, kClosingProperty, kAskingProperty}) RemovePropA(window, property);
     if (!box) {
         // Another thread deleted the box but could not destroy the window.
         if (message == WM_CLOSE) DestroyWindow(window);
@@ -210,10 +213,10 @@ int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARA
         case WM_LBUTTONDOWN:
         case WM_COMMAND:
         case WM_KILLFOCUS:
-            if (propertyOf(window) & (kClosing | kAsking)) return 0;
-            setProperty(window, propertyOf(window) | kAsking);
+            if (hasFlag(window, kClosingProperty) || hasFlag(window, kAskingProperty)) return 0;
+            setFlag(window, kAskingProperty);
             if (const int mayClose = box->canClose(); boxOf(window) == box) {
-                setProperty(window, propertyOf(window) & ~kAsking);
+                RemovePropA(window, kAskingProperty);
                 if (mayClose) box->revoke();
             }
             return 0;
@@ -222,7 +225,6 @@ int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARA
             SetWindowLongA(window, DWL_MSGRESULT, DLGC_WANTALLKEYS);
             return 1;
         case WM_DESTROY:
-            RemovePropA(window, kBoxProperty);
             box->dialogDestroyed();
             return 0;
         default:

@@ -96,6 +96,7 @@ void useModeless(UINT way, WPARAM parameter) {
     makeBox();
     if (member<int>("?showModeless@CAboutQuillonAppleTalk@@QAEHXZ", *box) != 1) operate<kDelete>(1);
     tick(window);
+    refusals = 1;
     for (int i = 0; i < 2; ++i) SendMessageA(window, way, parameter, 0);
     EXPECT_FALSE(IsWindow(window)) << "the box can't be closed";
 }
@@ -123,7 +124,6 @@ TEST(AboutBox, OpensInTheMiddleTicksAndIsAskedBeforeItGoes) {
         for (const UINT message : {WM_KILLFOCUS, WM_LBUTTONDOWN, WM_CLOSE})
             if (place == "canClose") SendMessageA(window, message, 0, 0);  // none is to ask again
         if (place != "doTimer") return;
-        refusals = 1;
         POINT corners[2];
         GetClientRect(window, reinterpret_cast<RECT*>(corners));
         MapWindowPoints(window, nullptr, corners, 2);
