@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """gcc_import_library.py DEF LIBRARY: creates GCC's import library for the flat functions from the export list.
 
-Three functions are exported under decorated C++ names; GCC decorates differently, so each gets an alias."""
+Three functions are exported under decorated C++ names. GCC decorates names differently, so each gets an alias."""
 import pathlib
 import re
 import subprocess

@@ -57,7 +57,7 @@ class Desktop:
             self.process.wait()
             self.process = None
 
-    def put_back(self, fresh):
+    def reset(self, fresh):
         """Closes the desktop, restores its original registry, and opens it again."""
         self.close()
         for name in ("system.reg", "user.reg", "userdef.reg"):
