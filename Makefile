@@ -5,7 +5,7 @@
 JOBS ?= $(shell nproc)
 
 help:
-	@echo 'make demo         installs missing packages, builds, and shows the library at work on sample data'
+	@echo 'make demo         installs missing packages, builds, and demonstrates the library on sample data'
 	@echo 'make test         installs missing packages, builds, and runs every test suite'
 	@echo 'make test-native  runs the native test suites; installs nothing'
 	@echo 'make check        checks formatting, lint, architecture, share of tests, shipped binaries and package'
