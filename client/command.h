@@ -1,6 +1,7 @@
 // The commands: one record per command. Each command group's file defines a table of them.
 //
-// Exit statuses: 0 success; 1 a name failed or was not found; 2 error in the command line, a file or the environment.
+// Exit statuses: 0 success; 1 a name was not converted, not accepted or not found, or the user cancelled; 2 error in
+// the command line, a file or the environment.
 #pragma once
 
 #include <span>

@@ -1,4 +1,4 @@
-// The library's name conversions for std::string, and its rules for each byte, found by calling it.
+// The library's name conversions for std::string, and its rules for each byte, which are found by calling the library.
 #pragma once
 
 #include <string>

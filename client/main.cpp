@@ -30,7 +30,7 @@ constexpr char kIntroduction[] =
     "and maps file-name extensions to Macintosh types and creators.\n\n";
 
 constexpr char kStatuses[] =
-    "\nExit status: 0 success; 1 a name failed or was not found;\n"
+    "\nExit status: 0 success; 1 a name was not converted, not accepted or not found, or the user cancelled;\n"
     "2 error in the command line, a file or the environment.\n";
 
 using Group = std::span<const Command> (*)();

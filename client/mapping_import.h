@@ -1,4 +1,4 @@
-// Changes several mappings in one step: either all or none.
+// Changes several mappings: either all or none.
 #pragma once
 
 #include <string>

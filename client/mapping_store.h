@@ -8,7 +8,7 @@
 
 namespace tamrix::client {
 
-/// Lists each complete mapping whose extension has 1 to 15 bytes once, sorted by the extension's bytes. The registry is
+/// Lists every complete mapping whose extension has 1 to 15 bytes, sorted by the extension's bytes. The registry is
 /// enumerated by index, so a mapping can be missed or repeated while another program adds or removes keys. Therefore
 /// the enumeration is repeated until two in a row agree. Returns false if none do; some mappings may then be missing.
 bool allMappings(std::vector<Mapping>& mappings);

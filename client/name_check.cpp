@@ -9,7 +9,7 @@ namespace {
 
 const char* whyQuoted(unsigned char byte) {
     if (byte < 0x20 || byte == 0x7F) return "control character";
-    if (byte >= 0x80) return "no separate Windows character";
+    if (byte >= 0x80) return "in the quote set";
     if (std::string_view("\"*/:<>?\\|").find(static_cast<char>(byte)) != std::string_view::npos)
         return "reserved by Windows";
     if (byte == '@' || byte == '`') return "delimiter in paths of servers and printers";
@@ -60,9 +60,9 @@ NameReport checkName(const std::string& macName, const ByteRules& rules) {
             report.quoted.push_back({at, byte, whyQuotedLast(byte)});
         if (const int value = numberAt(macName, at, rules); value >= 0) report.looksQuoted.push_back({at, value});
     }
-    report.comesBack = macNameOf(report.windowsName) == macName;
-    report.tooLong = report.windowsName.size() > kLongestWindowsName;
-    if (!macName.empty()) report.notKept = whyWindowsCannotKeep(report.windowsName);
+    report.convertsBack = macNameOf(report.windowsName) == macName;
+    report.tooLong = report.windowsName.size() > kMaxWindowsNameSize;
+    if (!macName.empty()) report.notAccepted = whyWindowsRejects(report.windowsName);
     return report;
 }
 

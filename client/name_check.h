@@ -14,7 +14,8 @@ struct QuotedByte {
     const char* reason;
 };
 
-/// Five bytes of the name that are read as a bracketed number when the Windows name is converted back.
+/// Five bytes of the Macintosh name that become a bracketed number of the Windows name, which converts back to one
+/// byte.
 struct LooksQuoted {
     std::size_t position;
     int value;
@@ -24,9 +25,9 @@ struct NameReport {
     std::string windowsName;
     std::vector<QuotedByte> quoted;
     std::vector<LooksQuoted> looksQuoted;
-    bool comesBack = false;
+    bool convertsBack = false;
     bool tooLong = false;
-    const char* notKept = nullptr;  // why Windows does not accept the name, including its length; null if it does
+    const char* notAccepted = nullptr;  // why Windows does not accept the name, including its length; null if it does
 };
 
 NameReport checkName(const std::string& macName, const ByteRules& rules);

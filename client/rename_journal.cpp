@@ -72,7 +72,7 @@ bool takeStep(const Fields& fields, Journal& journal) {
         const char* end = field[0].data() + field[0].size();
         const auto read = std::from_chars(field[0].data(), end, step);
         if (read.ec != std::errc{} || read.ptr != end || step >= journal.steps.size()) return false;
-        journal.steps[step].isBack = true;
+        journal.steps[step].isUndone = true;
     } else
         return false;
     return true;
@@ -94,8 +94,8 @@ bool takeLine(std::size_t number, std::string_view line, Journal& journal) {
 
 }  // namespace
 
-bool Journal::isBack() const {
-    return std::all_of(steps.begin(), steps.end(), [](const JournalStep& step) { return step.isBack; });
+bool Journal::isUndone() const {
+    return std::all_of(steps.begin(), steps.end(), [](const JournalStep& step) { return step.isUndone; });
 }
 
 std::string journalHead(bool toWindows, bool isText, const std::string& tree) {

@@ -8,11 +8,11 @@
 //   link <tab> NAME <tab> OLD <tab> NEW    step: a link gets another target
 //   back <tab> NUMBER                the step with this number, from 0, is undone or was never done
 //
-// A step's line is flushed to the disk before the step is done, together with those of up to kMaxAnnounced - 1 later
-// steps. A step whose new name becomes free only through an earlier step is not written together with that one.
-// Therefore the disk shows whether a step was done: it was not if the old name exists and the new one does not.
-// Folders have the names that they have when the step is done. Control characters and backslashes in names are written
-// as \x and two digits. If the last line lacks its newline, its step was not done.
+// A step's line is flushed to the disk before the step is done, together with the lines of up to kMaxAnnounced - 1
+// later steps. If a step's new name becomes free only through an earlier step, its line is written only after that step
+// is done. Therefore the disk shows whether a step was done: it was not if the old name exists and the new one does
+// not. Folders have the names that they have when the step is done. Control characters and backslashes in names are
+// written as \x and two digits. If the last line lacks its newline, its step was not done.
 #pragma once
 
 #include <cstddef>
@@ -31,7 +31,7 @@ struct JournalStep {
     std::string name;  // the link's name; empty if the step renames an entry
     std::string from;
     std::string to;
-    bool isBack = false;
+    bool isUndone = false;
 };
 
 struct Journal {
@@ -43,7 +43,7 @@ struct Journal {
     bool isTorn = false;        // the last line lacks its newline
     std::size_t wholeSize = 0;  // bytes of the complete lines
 
-    bool isBack() const;
+    bool isUndone() const;
 };
 
 std::string journalHead(bool toWindows, bool isText, const std::string& tree);

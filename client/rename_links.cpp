@@ -1,4 +1,4 @@
-// Computes the targets of a tree's links after everything in it is renamed.
+// Computes the new targets of a tree's links from the new names of its entries.
 #include <algorithm>
 
 #include "client/rename_plan.h"
@@ -100,8 +100,8 @@ std::vector<PlannedLink> planLinks(const Tree& tree, const std::string& root) {
             const FolderEntry& entry = tree[folder].entries[i].entry;
             if (entry.target.empty()) continue;
             PlannedLink link{folder, i, {}, false};
-            link.leadsOut = !follower.follow(folder, entry.target, link.target, 0).outside.empty();
-            if (link.leadsOut || link.target != entry.target) links.push_back(std::move(link));
+            link.leadsOutside = !follower.follow(folder, entry.target, link.target, 0).outside.empty();
+            if (link.leadsOutside || link.target != entry.target) links.push_back(std::move(link));
         }
     return links;
 }

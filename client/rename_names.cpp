@@ -26,7 +26,7 @@ NewName translated(const std::string& name, Side from, Side to, Translation ther
     bytes = there(old);
     if (!textFromBytes(to, bytes, result.text))
         return {Verdict::notText, {}, "the new name cannot be converted to text"};
-    result.comesBack = back(bytes) == old;
+    result.convertsBack = back(bytes) == old;
     if (result.text == name)
         result.verdict = Verdict::unchanged;
     else
@@ -36,9 +36,9 @@ NewName translated(const std::string& name, Side from, Side to, Translation ther
 
 /// Rejects a name that Windows does not accept.
 void checkForWindows(const std::string& bytes, NewName& name) {
-    const char* reason = whyWindowsCannotKeep(bytes);
+    const char* reason = whyWindowsRejects(bytes);
     if (name.verdict == Verdict::notText || !reason) return;
-    const bool isLong = bytes.size() > kLongestWindowsName;
+    const bool isLong = bytes.size() > kMaxWindowsNameSize;
     name.verdict = isLong ? Verdict::tooLong : Verdict::reserved;
     name.reason = (isLong ? "too long: " : "reserved: ") + std::string(reason);
 }

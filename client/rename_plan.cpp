@@ -11,10 +11,10 @@ constexpr std::size_t kNobody = static_cast<std::size_t>(-1);
 
 /// How many entries of the folder have, and will have, one name.
 struct Slot {
-    int holders = 0;  // entries that have it now
-    int stayers = 0;  // those of them that are not renamed
-    int takers = 0;   // entries that will get it
-    std::size_t taker = kNobody;
+    int holders = 0;              // entries that have the name now
+    int stayers = 0;              // holders that are not renamed
+    int takers = 0;               // entries that are to get the name
+    std::size_t taker = kNobody;  // the last of the takers
 };
 
 /// The slots of one folder, found by an entry's index for its old and its new name.
@@ -63,21 +63,21 @@ private:
     std::vector<std::size_t> slotOf_;
 };
 
-void leave(PlannedEntry& entry, const char* reason) {
+void skip(PlannedEntry& entry, const char* reason) {
     entry.planned.verdict = Verdict::collision;
     entry.planned.reason = reason;
 }
 
 /// Windows 95 may show a name with characters outside the code page as the name of another entry; no call can then
 /// distinguish the two.
-void leaveTwins(std::vector<PlannedEntry>& entries) {
+void skipTwins(std::vector<PlannedEntry>& entries) {
     for (std::size_t first = 0, end; first < entries.size(); first = end) {
         std::size_t named = 0;
         for (end = first; end < entries.size() && entries[end].name() == entries[first].name(); ++end)
             named += entries[end].entry.canBeNamed;
         for (std::size_t i = first; named > 1 && i < end; ++i) {
             entries[i].entry.canBeNamed = false;
-            leave(entries[i], "collision: the system shows another entry under this name");
+            skip(entries[i], "collision: the system shows another entry under this name");
         }
     }
 }
@@ -107,7 +107,7 @@ void planFolder(std::vector<FolderEntry> entries, Translate translate, bool igno
             planned.planned = {Verdict::notText, {}, "cannot be represented in the ANSI code page"};
         folder.entries.push_back(std::move(planned));
     }
-    leaveTwins(folder.entries);
+    skipTwins(folder.entries);
 
     Slots slots(folder.entries, ignoreCase);
     std::vector<bool> done(folder.entries.size());
@@ -117,10 +117,10 @@ void planFolder(std::vector<FolderEntry> entries, Translate translate, bool igno
     for (std::size_t i = 0; i < folder.entries.size(); ++i) {
         PlannedEntry& entry = folder.entries[i];
         if (entry.planned.verdict == Verdict::unchanged && slots.from(i).stayers > 1)
-            leave(entry, "collision: another name differs only in case");
+            skip(entry, "collision: another name differs only in case");
         else if (entry.planned.verdict == Verdict::rename && !done[i])
-            leave(entry, slots.to(i).takers > 1 ? "collision: another entry would get the same name"
-                                                : "collision: the new name already exists");
+            skip(entry, slots.to(i).takers > 1 ? "collision: another entry would get the same name"
+                                               : "collision: the new name already exists");
     }
 }
 

@@ -21,7 +21,7 @@ struct NewName {
     Verdict verdict = Verdict::rename;  // or why the entry is not renamed
     std::string text;
     std::string reason;
-    bool comesBack = true;      // the new name converts back to the old name's bytes
+    bool convertsBack = true;   // the new name converts back to the old name's bytes
     bool onlyComposed = false;  // the new name is the old one in composed Unicode form
 };
 
@@ -65,7 +65,7 @@ struct PlannedLink {
     std::size_t folder;
     std::size_t entry;
     std::string target;  // the old target if nothing changes
-    bool leadsOut;       // the target is outside the tree
+    bool leadsOutside;   // the target is outside the tree
 };
 
 /// The links of a tree whose target changes or is outside the tree. `root` is the tree's resolved path.

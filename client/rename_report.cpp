@@ -11,14 +11,14 @@ namespace {
 struct Summary {
     long verdicts[kVerdictCount] = {};
     long onlyComposed = 0;
-    long notComingBack = 0;
+    long notConvertingBack = 0;
 
     explicit Summary(const Tree& tree) {
         for (const PlannedFolder& folder : tree)
             for (const PlannedEntry& entry : folder.entries) {
                 ++verdicts[static_cast<std::size_t>(entry.planned.verdict)];
                 onlyComposed += entry.planned.verdict == Verdict::rename && entry.planned.onlyComposed;
-                notComingBack += entry.planned.verdict <= Verdict::unchanged && !entry.planned.comesBack;
+                notConvertingBack += entry.planned.verdict <= Verdict::unchanged && !entry.planned.convertsBack;
             }
     }
 };
@@ -40,13 +40,13 @@ constexpr char kNoWayBack[] = "would not convert back";
 void Report::renamed(const std::string& folder, const NewName& name, const std::string& from) {
     ++done_;
     std::string note = name.onlyComposed ? kOnlyComposed : "";
-    if (!name.comesBack) note += (note.empty() ? "" : ", ") + std::string(kNoWayBack);
+    if (!name.convertsBack) note += (note.empty() ? "" : ", ") + std::string(kNoWayBack);
     if (asJson_) return row(folder, from, name.text, isDone_ ? "renamed" : "would rename", note);
     say(path(folder, from) + " -> " + visible(name.text) + (note.empty() ? "" : " (" + note + ")"));
 }
 
-void Report::pointed(const std::string& folder, const std::string& name, const std::string& from,
-                     const std::string& to) {
+void Report::linkChanged(const std::string& folder, const std::string& name, const std::string& from,
+                         const std::string& to) {
     if (!asJson_) return say(path(folder, name) + ": link target: " + visible(from) + " -> " + visible(to));
     openDocument();
     const JsonObject entry(json_);
@@ -55,9 +55,9 @@ void Report::pointed(const std::string& folder, const std::string& name, const s
     json_.text("newTarget", to);
 }
 
-void Report::left(const std::string& folder, const std::string& from, const std::string& to,
-                  const std::string& reason) {
-    ++left_;
+void Report::skipped(const std::string& folder, const std::string& from, const std::string& to,
+                     const std::string& reason) {
+    ++skipped_;
     if (asJson_) return row(folder, from, to, "left", reason);
     say(path(folder, from), to.empty() ? reason : reason + " (new name: " + to + ")");
 }
@@ -143,15 +143,15 @@ void Report::finishText(const Tree* tree, const RunEnd& end, const std::string& 
         };
         if (!isDone_) line(kSummaryRows[0].text, summary.verdicts[0], " (use --apply)");
         line(kOnlyComposed, summary.onlyComposed);
-        line(kNoWayBack, summary.notComingBack);
+        line(kNoWayBack, summary.notConvertingBack);
         for (std::size_t i = 1; i < kVerdictCount; ++i) line(kSummaryRows[i].text, summary.verdicts[i]);
         if (!isDone_ && summary.verdicts[0] == 0) complain("", "nothing to rename");
     }
     if (!end.reason.empty()) complain("", "stopped: " + end.reason);
     const std::string what = tree ? " renamed, " : " reverted, ";
     if (isDone_)
-        complain("", std::to_string(done_) + what + std::to_string(left_) + " skipped, " + std::to_string(end.left) +
-                         " remaining");
+        complain("", std::to_string(done_) + what + std::to_string(skipped_) + " skipped, " +
+                         std::to_string(end.remaining) + " remaining");
     if (!journal.empty()) complain("", "to undo: tamrix rename --undo " + journal);
 }
 
@@ -164,11 +164,11 @@ void Report::finishJson(const Tree* tree, const RunEnd& end, const std::string& 
             const Summary summary(*tree);
             for (std::size_t i = 0; i < kVerdictCount; ++i) json_.number(kSummaryRows[i].json, summary.verdicts[i]);
             json_.number("onlyComposed", summary.onlyComposed);
-            json_.number("wouldNotComeBack", summary.notComingBack);
+            json_.number("wouldNotComeBack", summary.notConvertingBack);
         }
         json_.number("done", isDone_ ? done_ : 0);
-        json_.number("left", left_);
-        json_.number("leftToDo", static_cast<long>(end.left));
+        json_.number("left", skipped_);
+        json_.number("leftToDo", static_cast<long>(end.remaining));
     }
     json_.ascii("stopped", end.reason);
     json_.text("journal", journal);

@@ -18,10 +18,10 @@ public:
         : folder_(std::move(folder)), isDone_(isDone), asJson_(asJson) {}
 
     void renamed(const std::string& folder, const NewName& name, const std::string& from) override;
-    void pointed(const std::string& folder, const std::string& name, const std::string& from,
-                 const std::string& to) override;
-    void left(const std::string& folder, const std::string& from, const std::string& to,
-              const std::string& reason) override;
+    void linkChanged(const std::string& folder, const std::string& name, const std::string& from,
+                     const std::string& to) override;
+    void skipped(const std::string& folder, const std::string& from, const std::string& to,
+                 const std::string& reason) override;
     void noted(const std::string& folder, const std::string& name, const std::string& note) override;
     void progress(std::size_t done, std::size_t total) override;
 
@@ -31,7 +31,7 @@ public:
     /// Reports why nothing was done, before any entry is reported. Returns the exit status.
     int refuse(const std::string& about, const std::string& reason);
 
-    bool leftSome() const { return left_ > 0; }
+    bool skippedSome() const { return skipped_ > 0; }
 
 private:
     std::string path(const std::string& folder, const std::string& name) const;
@@ -53,7 +53,7 @@ private:
     std::optional<JsonObject> document_;
     std::optional<JsonArray> entries_;
     long done_ = 0;
-    long left_ = 0;
+    long skipped_ = 0;
     const time_t startedAt_ = time(nullptr);
     time_t shownAt_ = startedAt_;
     bool isProgressShown_ = false;

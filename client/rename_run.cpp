@@ -14,7 +14,7 @@ namespace {
 
 constexpr char kInterrupted[] = "interrupted";
 
-/// Far more than any disk's journal needs.
+/// No journal of a real disk is as large as this.
 constexpr std::size_t kMaxJournalSize = std::size_t{1} << 30;
 
 bool exists(const std::string& path) {
@@ -38,7 +38,7 @@ std::string latestJournal(const std::string& root, Journal& journal) {
     for (long number = 1; exists(path = journalName(root, number)); ++number) {
         Journal read;
         std::string text, reason;
-        if (!readFile(path, kMaxJournalSize, text, reason) || !takeJournal(text, read, reason) || read.isBack())
+        if (!readFile(path, kMaxJournalSize, text, reason) || !takeJournal(text, read, reason) || read.isUndone())
             continue;
         latest = path;
         journal = std::move(read);
@@ -46,11 +46,11 @@ std::string latestJournal(const std::string& root, Journal& journal) {
     return latest;
 }
 
-void tellAboutEntry(const std::string& folder, const PlannedEntry& entry, RenameListener& listener) {
+void reportEntry(const std::string& folder, const PlannedEntry& entry, RenameListener& listener) {
     const NewName& planned = entry.planned;
     if (planned.verdict != Verdict::rename && planned.verdict != Verdict::unchanged)
-        listener.left(folder, entry.name(), planned.text == entry.name() ? "" : planned.text, planned.reason);
-    else if (planned.verdict == Verdict::unchanged && !planned.comesBack)
+        listener.skipped(folder, entry.name(), planned.text == entry.name() ? "" : planned.text, planned.reason);
+    else if (planned.verdict == Verdict::unchanged && !planned.convertsBack)
         listener.noted(folder, entry.name(), "would not convert back");
     if (entry.entry.kind == EntryKind::link && entry.entry.target.empty())
         listener.noted(folder, entry.name(), "the link's target is not changed");
@@ -127,9 +127,9 @@ RenameRun::RenameRun(const std::string& root, bool toWindows, Tree& tree, Rename
 }
 
 /// Reports why a folder could not be read, and which of its entries are not renamed.
-void RenameRun::tellAboutFolder(std::size_t folder, const std::string& path) {
-    if (!tree_[folder].unreadable.empty()) listener_.left(path, "", "", tree_[folder].unreadable);
-    for (const PlannedEntry& entry : tree_[folder].entries) tellAboutEntry(path, entry, listener_);
+void RenameRun::reportFolder(std::size_t folder, const std::string& path) {
+    if (!tree_[folder].unreadable.empty()) listener_.skipped(path, "", "", tree_[folder].unreadable);
+    for (const PlannedEntry& entry : tree_[folder].entries) reportEntry(path, entry, listener_);
 }
 
 void RenameRun::plan() {
@@ -140,11 +140,11 @@ void RenameRun::plan() {
             const PlannedEntry& entry = tree_[folder].entries[i];
             listener_.renamed(path, entry.planned, entry.name());
         }
-        tellAboutFolder(folder, path);
+        reportFolder(folder, path);
     }
     for (const PlannedLink& link : changesOf(planLinks(tree_, plainPath(root_)))) {
         const FolderEntry& entry = tree_[link.folder].entries[link.entry].entry;
-        listener_.pointed(pathInTree(tree_, link.folder, false), entry.name, entry.target, link.target);
+        listener_.linkChanged(pathInTree(tree_, link.folder, false), entry.name, entry.target, link.target);
     }
 }
 
@@ -153,7 +153,7 @@ std::vector<PlannedLink> RenameRun::changesOf(std::vector<PlannedLink> links) {
     std::vector<PlannedLink> changes;
     for (PlannedLink& link : links) {
         const FolderEntry& entry = tree_[link.folder].entries[link.entry].entry;
-        if (link.leadsOut)
+        if (link.leadsOutside)
             listener_.noted(pathInTree(tree_, link.folder, false), entry.name,
                             "the link's target is outside the folder: " + entry.target);
         if (link.target != entry.target) changes.push_back(std::move(link));
@@ -176,7 +176,7 @@ bool RenameRun::announce(std::size_t first, RunEnd& end) {
 }
 
 /// Marks a step in the journal as not done. Without the mark, undo detects it from the disk.
-void RenameRun::takeBack(std::size_t step) {
+void RenameRun::markNotDone(std::size_t step) {
     std::string ignored;
     journal_.append(backLine(step), ignored);
 }
@@ -203,14 +203,14 @@ bool RenameRun::doTurn(std::size_t number, RunEnd& end) {
         return false;
     }
     // The disk rejects this name; other entries can still be renamed.
-    listener_.left(path_, entry.name(), entry.newName(), reason);
+    listener_.skipped(path_, entry.name(), entry.newName(), reason);
     entry.planned.verdict = Verdict::refused;
-    takeBack(number);
+    markNotDone(number);
     return true;
 }
 
 /// Changes one link to its target's new name; false if the run must stop.
-bool RenameRun::pointOne(const PlannedLink& link, std::size_t step, RunEnd& end) {
+bool RenameRun::changeLink(const PlannedLink& link, std::size_t step, RunEnd& end) {
     const PlannedEntry& entry = tree_[link.folder].entries[link.entry];
     const std::string& target = entry.entry.target;
     const std::string folder = pathInTree(tree_, link.folder, true), shownIn = pathInTree(tree_, link.folder, false);
@@ -224,20 +224,20 @@ bool RenameRun::pointOne(const PlannedLink& link, std::size_t step, RunEnd& end)
         !journal_.flush(end.reason))
         return false;
     std::string reason;
-    if (pointLink(path, link.target, reason)) {
-        listener_.pointed(shownIn, entry.name(), target, link.target);
+    if (changeLinkTarget(path, link.target, reason)) {
+        listener_.linkChanged(shownIn, entry.name(), target, link.target);
     } else {
-        listener_.left(shownIn, entry.name(), "", reason);
-        takeBack(step);
+        listener_.skipped(shownIn, entry.name(), "", reason);
+        markNotDone(step);
     }
     return true;
 }
 
 /// Changes the links, after all entries are renamed, when it is known which names the disk rejected.
-void RenameRun::pointLinks(RunEnd& end) {
+void RenameRun::changeLinks(RunEnd& end) {
     const std::vector<PlannedLink> links = changesOf(planLinks(tree_, plainPath(root_)));
     for (std::size_t i = 0; i < links.size() && end.reason.empty(); ++i)
-        if (!pointOne(links[i], turns_.size() + i, end)) end.left = links.size() - i;
+        if (!changeLink(links[i], turns_.size() + i, end)) end.remaining = links.size() - i;
 }
 
 bool RenameRun::startJournal(const std::string& path, std::string& reason) {
@@ -249,41 +249,42 @@ RunEnd RenameRun::apply() {
     RunEnd end;
     std::size_t number = 0;
     watchInterrupts();
-    for (const std::size_t folder : deepestFirst(tree_)) tellAboutFolder(folder, pathInTree(tree_, folder, false));
+    for (const std::size_t folder : deepestFirst(tree_)) reportFolder(folder, pathInTree(tree_, folder, false));
     for (; number < turns_.size(); ++number) {
         listener_.progress(number, turns_.size());
         if (wasInterrupted()) end.reason = kInterrupted;
         if (!end.reason.empty() || (number == announced_ && !announce(number, end)) || !doTurn(number, end)) break;
     }
-    end.left = turns_.size() - number;
-    for (; number < announced_; ++number) takeBack(number);
-    if (end.reason.empty()) pointLinks(end);
+    end.remaining = turns_.size() - number;
+    for (; number < announced_; ++number) markNotDone(number);
+    if (end.reason.empty()) changeLinks(end);
     journal_.flush(end.reason);
     return end;
 }
 
 namespace {
 
-enum class Back { done, already, changed };
+enum class UndoResult { done, already, changed };
 
-Back putNameBack(const std::string& folder, const JournalStep& step, std::string& reason) {
+UndoResult undoName(const std::string& folder, const JournalStep& step, std::string& reason) {
     const bool isOld = exists(joined(folder, step.from)), isNew = exists(joined(folder, step.to));
     if (isOld != isNew)
-        return isOld                                                                                  ? Back::already
-               : renameWithoutOverwriting(joined(folder, step.to), joined(folder, step.from), reason) ? Back::done
-                                                                                                      : Back::changed;
+        return isOld ? UndoResult::already
+               : renameWithoutOverwriting(joined(folder, step.to), joined(folder, step.from), reason)
+                   ? UndoResult::done
+                   : UndoResult::changed;
     reason = isOld ? "both names now exist" : "no longer exists";
-    return Back::changed;
+    return UndoResult::changed;
 }
 
-Back putLinkBack(const std::string& folder, const JournalStep& step, std::string& reason) {
+UndoResult undoLink(const std::string& folder, const JournalStep& step, std::string& reason) {
     const std::string path = joined(folder, step.name);
     const std::string target = entryAt(path).target;
     removeUnfinishedLink(path);
-    if (target == step.from) return Back::already;
-    if (target == step.to) return pointLink(path, step.from, reason) ? Back::done : Back::changed;
+    if (target == step.from) return UndoResult::already;
+    if (target == step.to) return changeLinkTarget(path, step.from, reason) ? UndoResult::done : UndoResult::changed;
     reason = "has another target now";
-    return Back::changed;
+    return UndoResult::changed;
 }
 
 }  // namespace
@@ -296,26 +297,26 @@ RunEnd undo(Journal& journal, AppendFile& file, RenameListener& listener) {
         end.reason = journal.tree + ": " + end.reason;
         return end;
     }
-    end.left = journal.steps.size();
-    for (; end.left > 0; --end.left) {
-        JournalStep& step = journal.steps[end.left - 1];
-        listener.progress(journal.steps.size() - end.left, journal.steps.size());
-        if (step.isBack) continue;
+    end.remaining = journal.steps.size();
+    for (; end.remaining > 0; --end.remaining) {
+        JournalStep& step = journal.steps[end.remaining - 1];
+        listener.progress(journal.steps.size() - end.remaining, journal.steps.size());
+        if (step.isUndone) continue;
         if (wasInterrupted()) end.reason = kInterrupted;
         if (!end.reason.empty()) break;
         const std::string& inTree = journal.folders[step.folder];
         const std::string folder = joined(root, inTree);
         std::string reason;
-        const Back back = step.isLink ? putLinkBack(folder, step, reason) : putNameBack(folder, step, reason);
-        if (back == Back::changed) {
-            listener.left(inTree, step.isLink ? step.name : step.to, step.isLink ? "" : step.from, reason);
+        const UndoResult result = step.isLink ? undoLink(folder, step, reason) : undoName(folder, step, reason);
+        if (result == UndoResult::changed) {
+            listener.skipped(inTree, step.isLink ? step.name : step.to, step.isLink ? "" : step.from, reason);
             continue;
         }
-        step.isBack = true;
-        file.append(backLine(end.left - 1), end.reason);
-        if (back == Back::already) continue;
+        step.isUndone = true;
+        file.append(backLine(end.remaining - 1), end.reason);
+        if (result == UndoResult::already) continue;
         if (step.isLink)
-            listener.pointed(inTree, step.name, step.to, step.from);
+            listener.linkChanged(inTree, step.name, step.to, step.from);
         else
             listener.renamed(inTree, {Verdict::rename, step.from, {}}, step.to);
     }

@@ -1,5 +1,5 @@
-// Runs tamrix rename: reads the tree, writes each step to the journal and does it, or undoes all steps of a journal.
-// rename_plan.h decides what is renamed.
+// The steps of tamrix rename: reads the tree, then writes each step to the journal and does it, or undoes the steps of
+// a journal. rename_plan.h decides what is renamed.
 #pragma once
 
 #include <string>
@@ -14,11 +14,11 @@ namespace tamrix::client {
 class RenameListener {
 public:
     virtual void renamed(const std::string& folder, const NewName& name, const std::string& from) = 0;
-    virtual void pointed(const std::string& folder, const std::string& name, const std::string& from,
-                         const std::string& to) = 0;
+    virtual void linkChanged(const std::string& folder, const std::string& name, const std::string& from,
+                             const std::string& to) = 0;
     /// An entry was skipped; `to` may be empty.
-    virtual void left(const std::string& folder, const std::string& from, const std::string& to,
-                      const std::string& reason) = 0;
+    virtual void skipped(const std::string& folder, const std::string& from, const std::string& to,
+                         const std::string& reason) = 0;
     /// A note on an entry that is not skipped.
     virtual void noted(const std::string& folder, const std::string& name, const std::string& note) = 0;
     /// Called often; `total` is 0 while it is unknown.
@@ -28,7 +28,7 @@ protected:
     ~RenameListener() = default;
 };
 
-/// Reads and plans the tree at a resolved path, and calls only the listener's progress(). False with the reason if the
+/// Reads and plans the tree at a resolved path. Of the listener it calls only progress(). False with the reason if the
 /// tree's first folder cannot be read.
 bool readTree(const std::string& root, Translate translate, bool ignoreCase, RenameListener& listener, Tree& tree,
               std::string& reason);
@@ -36,17 +36,17 @@ bool readTree(const std::string& root, Translate translate, bool ignoreCase, Ren
 /// The first unused name for a journal next to the tree.
 std::string freeJournalName(const std::string& root);
 
-/// The journal, next to the tree or a folder that contains it, of an earlier run in the same direction that was not
-/// undone; empty if there is none.
+/// The path of the journal of an earlier run in the same direction that was not undone. Looks next to the tree and next
+/// to each folder that contains it. Empty if there is none.
 std::string journalOfEarlierRun(const std::string& root, bool toWindows);
 
-/// The journal of such a run for a folder in the tree; empty if there is none.
+/// The same for the folders in the tree.
 std::string journalInTree(const Tree& tree, const std::string& root, bool toWindows);
 
 /// Why a run stopped before its last step; the reason is empty if it did not.
 struct RunEnd {
     std::string reason;
-    std::size_t left = 0;  // steps that were not attempted
+    std::size_t remaining = 0;  // steps that were not attempted
 };
 
 class RenameRun {
@@ -69,11 +69,11 @@ private:
     };
     bool announce(std::size_t first, RunEnd& end);
     bool doTurn(std::size_t number, RunEnd& end);
-    bool pointOne(const PlannedLink& link, std::size_t step, RunEnd& end);
-    void pointLinks(RunEnd& end);
+    bool changeLink(const PlannedLink& link, std::size_t step, RunEnd& end);
+    void changeLinks(RunEnd& end);
     std::vector<PlannedLink> changesOf(std::vector<PlannedLink> links);
-    void takeBack(std::size_t step);
-    void tellAboutFolder(std::size_t folder, const std::string& path);
+    void markNotDone(std::size_t step);
+    void reportFolder(std::size_t folder, const std::string& path);
 
     const std::string& root_;
     bool toWindows_;

@@ -32,13 +32,13 @@ bool isDevice(const std::string& name) {
 
 }  // namespace
 
-const char* whyWindowsCannotKeep(const std::string& name) {
+const char* whyWindowsRejects(const std::string& name) {
     if (name.empty()) return "empty name";
     if (hasForbiddenCharacter(name)) return "contains a reserved character";
     if (isDevice(name)) return "device name";
     if (name.back() == ' ') return "Windows drops a final space";
     if (name.back() == '.') return "Windows drops a final period";
-    return name.size() > kLongestWindowsName ? "more than 255 bytes" : nullptr;
+    return name.size() > kMaxWindowsNameSize ? "more than 255 bytes" : nullptr;
 }
 
 }  // namespace tamrix::client

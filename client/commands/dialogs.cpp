@@ -47,8 +47,8 @@ int runBrowse(const Arguments& arguments) {
     if (arguments.has("--save")) request.mode = BrowseMode::save;
     if (arguments.has("--folder")) request.mode = BrowseMode::folder;
     // One byte is reserved for the bar at the end of a filter.
-    if (!takeText(arguments, "--title", kLongestTitle, request.title) ||
-        !takeText(arguments, "--filter", kLongestFilter - 1, request.filter))
+    if (!takeText(arguments, "--title", kMaxTitleSize, request.title) ||
+        !takeText(arguments, "--filter", kMaxFilterSize - 1, request.filter))
         return kUsageError;
     if (!request.filter.empty() && !request.filter.ends_with('|')) request.filter += '|';
     if (!operands.empty() && !bytesFromText(Side::windows, operands[0], request.initial)) {
@@ -79,12 +79,11 @@ int runAbout(const Arguments& arguments) {
 
 constexpr char kBrowseDetails[] =
     "Prints the chosen path; the exit status is 1 if the user cancelled. With --folder, INITIAL is the folder to\n"
-    "begin in; otherwise only the part before its last backslash is. --save proposes the part after it as the file's "
-    "name,\n"
-    "--open ignores it. Needs Windows.\n";
+    "begin in. Otherwise INITIAL is a path: the dialog begins in the folder before the last backslash, and --save\n"
+    "proposes the rest as the file's name. Needs Windows.\n";
 constexpr char kDialogDetails[] =
-    "MODULE is an EXE or DLL, ID the number or name of a dialog in it. The dialog has no function; OK, Cancel or\n"
-    "closing it ends the command. Needs Windows.\n";
+    "MODULE is an EXE or DLL, ID the number or name of a dialog in it. Its controls do nothing, except that OK and\n"
+    "Cancel close it. Needs Windows.\n";
 constexpr char kNeedsWindows[] = "Needs Windows.\n";
 
 constexpr Command kCommands[] = {

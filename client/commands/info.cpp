@@ -1,4 +1,4 @@
-// tamrix info: the settings that the library uses, found by calling it.
+// tamrix info: the settings that the library uses, which are found by calling it.
 #include <windows.h>
 
 #include "base/settings_key.h"
@@ -38,8 +38,8 @@ void readFont(Info& info) {
     info.fontSize = static_cast<long>(size.Value());
 }
 
-/// Whether a byte is in the quote set. Bracketed numbers of space and period convert back with any set, so they say
-/// nothing about the set. A space inside a name is never quoted, so whether it is in the set makes no difference.
+/// Whether a byte is in the quote set. Bracketed numbers of space and period convert back with any quote set, so they
+/// cannot be used to find out. A space inside a name is never quoted, so it counts as not in the set.
 bool isInSet(const ByteRules& rules, int value) {
     if (value == ' ') return false;
     return value == '.' ? rules.isQuoted[value] : rules.decodes[value];

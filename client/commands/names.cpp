@@ -31,7 +31,7 @@ int convert(const Arguments& arguments, Side from, Side to, std::string (*transl
         }
         std::string text;
         const bool hasText = textFromBytes(to, result, text);
-        if (!hasText || !outputHolds(text)) {
+        if (!hasText || !outputCanEncode(text)) {
             complain(shown(from, name),
                      hasText ? "the result cannot be represented in the output's code page; use --text utf-8"
                              : "the result cannot be converted to text");
@@ -74,8 +74,8 @@ void printReport(const std::string& name, const NameReport& report, const ByteRu
         text += "  byte " + ordinal(look.position) + ": the name already contains " +
                 shown(Side::windows, bracketed(rules, look.value)) + ", which converts back to " +
                 described(static_cast<unsigned char>(look.value)) + "\n";
-    text += report.comesBack ? "  converts back unchanged\n" : "  DOES NOT convert back unchanged\n";
-    if (report.notKept) text += "  NOT ACCEPTED by Windows: " + std::string(report.notKept) + "\n";
+    text += report.convertsBack ? "  converts back unchanged\n" : "  DOES NOT convert back unchanged\n";
+    if (report.notAccepted) text += "  NOT ACCEPTED by Windows: " + std::string(report.notAccepted) + "\n";
     print(text);
 }
 
@@ -100,9 +100,9 @@ void writeReport(Json& json, const std::string& name, const NameReport& report) 
             json.number("value", look.value);
         }
     }
-    json.boolean("comesBack", report.comesBack);
+    json.boolean("comesBack", report.convertsBack);
     json.boolean("tooLong", report.tooLong);
-    json.ascii("notKept", report.notKept ? report.notKept : "");
+    json.ascii("notKept", report.notAccepted ? report.notAccepted : "");
 }
 
 int runCheck(const Arguments& arguments) {
@@ -116,7 +116,7 @@ int runCheck(const Arguments& arguments) {
             writeReport(json, name, report);
         else
             printReport(name, report, rules);
-        return report.comesBack && !report.notKept;
+        return report.convertsBack && !report.notAccepted;
     });
 }
 

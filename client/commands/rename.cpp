@@ -14,7 +14,8 @@ constexpr Option kOptions[] = {
     {.name = "--apply", .help = "rename; without it, only list the new names"},
     {.name = "--journal", .value = "FILE", .help = "record the steps in this new file (default: a file next to DIR)"},
     {.name = "--undo", .value = "FILE", .help = "revert the steps in this journal"},
-    {.name = "--force", .help = "also rename a whole disk, or a folder that has already been renamed in this way"},
+    {.name = "--force",
+     .help = "also rename a whole disk, or a folder that has already been renamed in this direction"},
     kJsonOption};
 
 constexpr char kDetails[] =
@@ -29,7 +30,7 @@ int refuse(const std::string& about, const std::string& reason) {
 }
 
 int statusOf(const Report& report, const RunEnd& end) {
-    return report.leftSome() || !end.reason.empty() ? kSomeFailed : kDone;
+    return report.skippedSome() || !end.reason.empty() ? kSomeFailed : kDone;
 }
 
 int runUndo(const Arguments& arguments) {
@@ -41,7 +42,7 @@ int runUndo(const Arguments& arguments) {
     AppendFile file;
     std::string reason;
     if (!openJournal(path, journal, file, reason)) return refuse(path, reason);
-    // The journal's path was given as text or bytes as the options say; its content is what the journal says.
+    // The options say whether the journal's path is text or bytes; the journal says it for the names in it.
     namesAreText = journal.isText;
     Report report(journal.tree, true, arguments.has("--json"));
     const RunEnd end = undo(journal, file, report);
@@ -52,7 +53,7 @@ int runUndo(const Arguments& arguments) {
 /// The error message for renaming again what the journal records; empty if there is no journal.
 std::string whyNotTwice(const std::string& what, const std::string& journal) {
     if (journal.empty()) return {};
-    return what + "has already been renamed in this way (journal: " + plainPath(journal) +
+    return what + "has already been renamed in this direction (journal: " + plainPath(journal) +
            "); use --undo to revert it, or --force to convert the names again";
 }
 
@@ -64,7 +65,7 @@ std::string whyNot(const Arguments& arguments, const std::string& root) {
 }
 
 /// Whether a file is in the resolved folder `root` or in one of its subfolders.
-bool liesIn(const std::string& root, const std::string& file) {
+bool isInFolder(const std::string& root, const std::string& file) {
     const std::size_t end = file.find_last_of(kDiskIgnoresCase ? "\\/:" : "/");
     std::string folder, ignored;
     const std::string given = end == std::string::npos ? "." : file.substr(0, end + 1);
@@ -98,7 +99,7 @@ int run(const Arguments& arguments) {
     }
     const char* given = arguments.value("--journal");
     const std::string journal = given ? given : freeJournalName(root);
-    if (given && liesIn(root, journal))
+    if (given && isInFolder(root, journal))
         return report.refuse(journal, "the journal must not be in the folder to rename");
     if (!renaming.startJournal(journal, reason)) return report.refuse(plainPath(journal), reason);
     const RunEnd end = renaming.apply();

@@ -12,7 +12,7 @@ namespace {
 
 constexpr Option kImportOptions[] = {{.name = "--dry-run", .help = "only print what would change"}, kJsonOption};
 
-/// Far more than any real mapping file needs.
+/// No real mapping file is as large as this.
 constexpr std::size_t kMaxSize = 16 << 20;
 
 int runExport(const Arguments& arguments) {

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kServer = 1;
 constexpr int kPrinter = 2;
-constexpr long kLongestPath = 32767;
+constexpr long kMaxPathSize = 32767;
 
 constexpr Option kJoinOptions[] = {
     {.name = "--printer", .help = "a printer and its share instead of a server and its volume"},
@@ -62,7 +62,7 @@ int takeAndMeasure(const Arguments& arguments, Parts& parts) {
     if (length <= 0)
         complain(arguments.operands()[0], parts.kind == kPrinter && !parts.shareOrNull
                                               ? "a printer needs a share"
-                                              : "the path is longer than " + std::to_string(kLongestPath) + " bytes");
+                                              : "the path is longer than " + std::to_string(kMaxPathSize) + " bytes");
     return length > 0 ? length : 0;
 }
 

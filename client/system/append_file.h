@@ -1,5 +1,5 @@
-// A file that is written piece by piece and survives a kill or a power failure. append_file_windows.cpp and
-// append_file_native.cpp implement it.
+// A file to which text is appended, and which keeps that text if the process is killed or the power fails.
+// append_file_windows.cpp and append_file_native.cpp implement it.
 #pragma once
 
 #include <string>
@@ -17,10 +17,10 @@ public:
     bool create(const std::string& path, std::string& reason) { return open(path, true, reason); }
     /// Opens an existing file for writing at its end; false with the reason on failure.
     bool open(const std::string& path, std::string& reason) { return open(path, false, reason); }
-    /// Passes the text to the system, so that it is kept if this process is killed. A failed call may have written part
-    /// of the text; later calls then write nothing.
+    /// Passes the text to the system, so that it is not lost if this process is killed. A failed call may have written
+    /// part of the text; later calls then write nothing.
     bool append(const std::string& text, std::string& reason);
-    /// Flushes the file to the disk, so that it is kept if the power fails.
+    /// Flushes the file to the disk, so that it is not lost if the power fails.
     bool flush(std::string& reason);
 
 private:

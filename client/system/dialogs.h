@@ -14,14 +14,14 @@ enum class BrowseMode { open, save, folder };
 
 struct BrowseRequest {
     BrowseMode mode = BrowseMode::open;
-    std::string title;    // at most kLongestTitle bytes; empty for the system's own title
-    std::string filter;   // such as "Text|*.txt|All|*.*|", at most kLongestFilter bytes; empty for none
+    std::string title;    // at most kMaxTitleSize bytes; empty for the system's own title
+    std::string filter;   // such as "Text|*.txt|All|*.*|", at most kMaxFilterSize bytes; empty for none
     std::string initial;  // the initial folder; for open and save, followed by a file name
 };
 
 // The number of bytes that the library reads of a title and of a filter.
-constexpr std::size_t kLongestTitle = 63;
-constexpr std::size_t kLongestFilter = 127;
+constexpr std::size_t kMaxTitleSize = 63;
+constexpr std::size_t kMaxFilterSize = 127;
 
 /// Asks for a file or folder; kSomeFailed if the user cancels.
 int browse(const BrowseRequest& request, std::string& chosen);

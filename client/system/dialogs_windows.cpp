@@ -17,9 +17,9 @@ namespace tamrix::client {
 namespace {
 
 /// Overwrites this program's string resources kTitleString and kFilterString in memory, because the browse dialog reads
-/// its texts only from a module's string table. The written page becomes private to this process. A block of the table
-/// is 16 strings, each a length in 16-bit units followed by the units. The texts fit because the strings in the
-/// resource script are as long as the longest texts that the library reads.
+/// its texts only from a module's string table. The page that is written becomes private to this process. A block of
+/// the table is 16 strings, each a length in 16-bit units followed by the units. The texts fit because the strings in
+/// the resource script are as long as the longest texts that the library reads.
 bool setStrings(const WideString& title, const WideString& filter) {
     HMODULE self = GetModuleHandleA(nullptr);
     const HRSRC resource = FindResourceA(self, MAKEINTRESOURCEA(kTitleString / 16 + 1), RT_STRING);

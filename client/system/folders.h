@@ -20,11 +20,11 @@ struct FolderEntry {
 
 extern const char kPathSeparator;
 
-/// Whether two names on this system's disks must not differ only in case.
+/// Whether this system's disks treat names that differ only in case as the same name.
 extern const bool kDiskIgnoresCase;
 
-/// Converts a folder's path to an absolute path, on other systems than Windows without links, in a form that the
-/// functions below accept at any length. False with the reason if it is not a folder.
+/// Converts a folder's path to an absolute path in a form that the functions below accept at any length. Resolves
+/// symbolic links, except on Windows. False with the reason if it is not a folder.
 bool resolveFolder(const std::string& path, std::string& resolved, std::string& reason);
 
 /// A resolved path in its usual form, for messages.
@@ -51,9 +51,9 @@ const char* whyNotOnThisDisk(const std::string& name);
 bool renameWithoutOverwriting(const std::string& from, const std::string& to, std::string& reason);
 
 /// Changes a link's target: a new link replaces the old one in one step. False with the reason on failure.
-bool pointLink(const std::string& path, const std::string& target, std::string& reason);
+bool changeLinkTarget(const std::string& path, const std::string& target, std::string& reason);
 
-/// Removes what an interrupted pointLink may have left next to the link.
+/// Removes what an interrupted changeLinkTarget may have left next to the link.
 void removeUnfinishedLink(const std::string& path);
 
 }  // namespace tamrix::client

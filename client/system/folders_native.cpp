@@ -156,7 +156,7 @@ bool renameWithoutOverwriting(const std::string& from, const std::string& to, st
     return false;
 }
 
-bool pointLink(const std::string& path, const std::string& target, std::string& reason) {
+bool changeLinkTarget(const std::string& path, const std::string& target, std::string& reason) {
     const std::string unfinished = unfinishedLinkNextTo(path);
     const Place from(unfinished), to(path);
     if (symlinkat(target.c_str(), from.folder(), from.path()) == 0) {

@@ -159,7 +159,7 @@ bool renameWithoutOverwriting(const std::string& from, const std::string& to, st
     return false;
 }
 
-bool pointLink(const std::string&, const std::string&, std::string& reason) {
+bool changeLinkTarget(const std::string&, const std::string&, std::string& reason) {
     reason = "links cannot be changed on Windows";
     return false;
 }

@@ -4,7 +4,7 @@
 
 namespace tamrix::client {
 
-/// From now on Ctrl-C, closing the terminal and requests to end the process only set a flag.
+/// After this call, Ctrl-C, closing the terminal and requests to end the process only set a flag.
 void watchInterrupts();
 bool wasInterrupted();
 

@@ -1,5 +1,5 @@
-// What differs between the systems when the program starts and saves: their options, the start of the library, and
-// where mappings are stored. startup_windows.cpp and startup_native.cpp implement it.
+// The parts of starting and saving that differ between systems: options, how the library is started, and where mappings
+// are stored. startup_windows.cpp and startup_native.cpp implement it.
 #pragma once
 
 #include <span>

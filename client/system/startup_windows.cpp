@@ -25,7 +25,7 @@ const long* sharedCounters() {
 }
 
 /// Waits until no other run changes the mappings; the mutex is released when the process ends. False if waiting fails.
-/// Other users' runs count too: the mutex is open to everybody and, where names belong to sessions, global.
+/// Runs of other users count too: every user may open the mutex, and on systems with several sessions it is global.
 bool waitForOthers() {
     SECURITY_DESCRIPTOR open;
     SECURITY_ATTRIBUTES everybody = {sizeof everybody, &open, FALSE};

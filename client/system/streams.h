@@ -17,7 +17,7 @@ void makeStreamsBinary();
 void writeText(FILE* stream, std::string_view text);
 
 /// Whether the encoding of standard output has all characters of a text.
-bool outputHolds(std::string_view text);
+bool outputCanEncode(std::string_view text);
 
 /// The next byte of standard input; EOF at the end.
 int readByte();

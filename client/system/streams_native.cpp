@@ -10,7 +10,7 @@ void writeText(FILE* stream, std::string_view text) {
     fwrite(text.data(), 1, text.size(), stream);
 }
 
-bool outputHolds(std::string_view) {
+bool outputCanEncode(std::string_view) {
     return true;
 }
 

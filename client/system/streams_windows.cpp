@@ -100,7 +100,7 @@ void writeText(FILE* stream, std::string_view text) {
     fwrite(text.data(), 1, text.size(), stream);
 }
 
-bool outputHolds(std::string_view text) {
+bool outputCanEncode(std::string_view text) {
     WideString wide;
     std::string bytes;
     return !namesAreText || pipesAreUtf8 || isConsole(stdout) ||

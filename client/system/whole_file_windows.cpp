@@ -78,8 +78,8 @@ bool moveOver(const std::string& from, const std::string& to) {
            move(widePath(from).c_str(), widePath(to).c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH);
 }
 
-/// The same in two steps: the old file is moved aside, and moved back if the new one cannot take its place. If that
-/// fails too, `aside` receives the old file's present path; otherwise it is empty.
+/// The same in two steps: the old file is renamed, and renamed back if the new one cannot take its place. If that fails
+/// too, `aside` receives the old file's current path; otherwise it is empty.
 bool moveOverInTwoSteps(const std::string& from, const std::string& to, std::string& aside) {
     aside = makeFileBeside(to);
     const bool hasMoved = !aside.empty() && deleteFile(aside) && moveFile(to, aside);

@@ -101,7 +101,7 @@ class Names(CommandTest):
     def test_a_check_finds_what_does_not_come_back_or_fit(self):
         (self.folder / "quotes.reg").write_text("REGEDIT4\n[HKEY_LOCAL_MACHINE\\Software\\Quillon Systems, Inc.\\File Client]\n"
                                                 '"QuoteChars"="#["\n"QuoteBracketChars"="[]"\n')
-        only, chosen = "no separate Windows character", "in the configured quote set"
+        only, chosen = "in the quote set", "in the configured quote set"
         for options, name, windows, reasons, looks in (
                 ("", "a\r\udc87b", "a[013][135]b", {1: "control character", 2: only}, []),
                 ("", "x[048][999][58][0:8][058", None, {17: "reserved by Windows"}, []),
