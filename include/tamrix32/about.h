@@ -1,5 +1,6 @@
 /// @file
-/// Raw resources with a lock count, and the animated about box.
+/// Raw resources with a lock count, and the animated about box. Longer than most headers, because clients that derive
+/// from these classes need them completely.
 #ifndef TAMRIX32_ABOUT_H
 #define TAMRIX32_ABOUT_H
 
@@ -113,8 +114,8 @@ public:
 protected:
     /// Draws the next frame into the frame bitmap.
     virtual void animate();
-    /// Called when a click, a key, a command or the loss of focus would close the box; 1 closes it. Not called again
-    /// while a call is in progress.
+    /// Called when a click, a key, a command or the loss of focus would close the box. Returns 1, which closes it; a
+    /// derived class returns 0 to leave it open. Not called again while a call is in progress.
     virtual int canClose();
     /// Handles timer `id`, which fires every 333 milliseconds: draws and shows the next frame.
     virtual void doTimer(unsigned int id);

@@ -29,12 +29,12 @@ TAMRIX_FUNCTION HWND TAMRIX_CALL ATNonModalDialog(HINSTANCE module, const char* 
 
 /// Lets the user edit the list of extensions that map to this creator and type; both codes are copied. `parent` is the
 /// owner's window handle. When the user confirms, first the added and changed lines are written, then the mappings that
-/// the user removed from the list are deleted; no other mapping is changed. Nothing is saved if the dialog ends in
-/// another way, if the program quits, or if a code is longer than 4 bytes. Always returns 0. If a code is null, no
-/// dialog is shown. Exported under its C++ name.
+/// the user removed from the list are deleted; no other mapping is changed. Nothing is saved if the dialog ends
+/// without that confirmation, if the program quits, or if a code is longer than 4 bytes. Always returns 0. If a code is
+/// null, no dialog is shown. Exported under its C++ name.
 TAMRIX_IMPORT int TAMRIX_CALL FileExtMapEditDlg(void* parent, char* creator, char* type);
-/// Asks for one extension and a comment and adds the line to list box 414 of `parent`. Returns 1 if the line was added,
-/// otherwise 0.
+/// Asks for one extension and a comment and adds a line (the extension with its dot, a tab, the comment) to the list
+/// box with the control id 414 in `parent`. Returns 1 if the line was added, otherwise 0.
 TAMRIX_IMPORT int TAMRIX_CALL AddExtMapDlg(void* parent, char* creator, char* type);
 
 #endif

@@ -23,8 +23,8 @@
 #define TAMRIX_FUNCTION TAMRIX_IMPORT
 #endif
 
-// Replacements for features that C++98 lacks. Without "= default" and "= delete" such a member is only declared: a
-// defaulted one is imported like any other, using a deleted one fails at link time.
+// Newer C++ features, or nothing where the compiler does not have them. In C++98, "defaulted" and "deleted" members are
+// only declared: the defaulted ones are imported from the DLL, and a use of a deleted one fails at link time.
 #if defined(__cplusplus) && __cplusplus >= 201103L
 #define TAMRIX_DEFAULTED = default
 #define TAMRIX_DELETED = delete
@@ -40,8 +40,8 @@
 #define TAMRIX_MAYBE_UNUSED
 #endif
 
-// A compiler that decorates C++ names in its own way cannot find the exported constructor of SExtensionMap, so the
-// header defines it inline.
+// Compilers whose C++ name decoration differs from the platform's cannot import the constructor of SExtensionMap. For
+// them, extmap.h defines it inline.
 #if !defined(TAMRIX_STATIC) && !defined(TAMRIX_EXPORTS) && !defined(_MSC_VER)
 #define TAMRIX_INLINE_RECORD
 #endif

@@ -2,10 +2,10 @@
 /// The registry store that maps file-name extensions to Macintosh file type and creator codes: flat functions on a
 /// plain record, usable from C, and a cursor class.
 ///
-/// A mapping is stored in the key of HKEY_CLASSES_ROOT that is named by the extension with its dot. Its values are the
+/// A mapping is stored in a subkey of HKEY_CLASSES_ROOT whose name is the extension with its dot. It consists of the
 /// REG_SZ values "Mac Type" and "Mac Creator" (4 bytes and the terminator each) and, optionally, "Mac Comment". Codes
-/// are compared byte by byte. An extension passed without a dot gets one and is truncated to 15 bytes at a character
-/// boundary.
+/// are compared byte by byte. The flat functions accept an extension with or without its dot; without a dot, it is
+/// truncated to 15 bytes at a character boundary.
 #ifndef TAMRIX32_EXTMAP_H
 #define TAMRIX32_EXTMAP_H
 
@@ -33,8 +33,8 @@ typedef struct SExtensionMap
 #endif
     unsigned int index;  ///< position in an enumeration; 0 starts it
     char* extension;     ///< input of AddExtMap and GetExtMap; output buffer of the enumerations, where it may be null
-    char* type;          ///< buffer of at least 5 bytes, or null where a function allows it
-    char* creator;       ///< buffer of at least 5 bytes, or null where a function allows it
+    char* type;          ///< 4 bytes and the terminator; may be null in EnumExtMap, GetExtMap and GetDefaultExtMap
+    char* creator;       ///< as for `type`
     char* comment;       ///< input of AddExtMap; output buffer of the other functions; may be null
     int extensionSize;   ///< size of the extension's output buffer in bytes; 0 means 16
     unsigned int commentSize;  ///< size of the comment's output buffer in bytes; 0 means 256
@@ -44,9 +44,10 @@ typedef struct SExtensionMap
 } SExtensionMap;
 #endif
 
-/// Writes the mapping of `extension` and returns 1. A null comment leaves an existing comment unchanged. Returns 0,
-/// with nothing changed, if the extension is empty or a code is not exactly 4 bytes long. Also returns 0 if a code
-/// could not be written; the extension's whole mapping is then removed.
+/// Writes the mapping of `extension` and returns 1, even if the comment cannot be written. A null comment leaves an
+/// existing comment unchanged. Returns 0, with nothing changed, if the extension is null or empty, if a code is null or
+/// not exactly 4 bytes long, or if the key cannot be created. Also returns 0 if a code cannot be written; the
+/// extension's whole mapping is then removed.
 TAMRIX_FUNCTION int TAMRIX_CALL AddExtMap(SExtensionMap* map);
 /// Reads the next complete mapping from position `index` on and advances `index`; each mapping is returned once.
 /// Returns 1, or 0 at the end or after sixteen consecutive keys of the class root that cannot be read. Extensions are
@@ -54,13 +55,14 @@ TAMRIX_FUNCTION int TAMRIX_CALL AddExtMap(SExtensionMap* map);
 /// last.
 TAMRIX_FUNCTION int TAMRIX_CALL EnumExtMap(SExtensionMap* map);
 /// Like EnumExtMap, but only returns mappings whose codes equal the first 4 bytes of `type` and `creator`, which are
-/// input here and are not changed.
+/// input here and are not changed. Returns 0 if either is null.
 TAMRIX_FUNCTION int TAMRIX_CALL EnumExtMapCT(SExtensionMap* map);
-/// Copies the configured default codes to those of `type` and `creator` that are not null. If a requested default is
-/// not configured, copies "TEXT" and "dosa" instead.
+/// Copies the configured default codes to `type` and `creator`, if these are not null. If one of the requested defaults
+/// is not configured, neither is used: the codes are then "TEXT" and "dosa".
 TAMRIX_FUNCTION void TAMRIX_CALL GetDefaultExtMap(SExtensionMap* map);
 /// Reads the mapping of `extension` into the buffers that are not null. Returns 1, or 0 if a requested code is missing
-/// or malformed; that code's buffer is then undefined. A comment that cannot be read becomes empty.
+/// or malformed; that code's buffer is then undefined. A comment that cannot be read becomes empty. If the extension
+/// has no key, the result is 0 and no buffer is changed.
 TAMRIX_FUNCTION int TAMRIX_CALL GetExtMap(SExtensionMap* map);
 /// Deletes the mapping, and the key too if it is then empty. Always returns 1.
 TAMRIX_FUNCTION int TAMRIX_CALL RemoveExtMap(char* extension);
@@ -73,12 +75,12 @@ TAMRIX_IMPORT int TAMRIX_CALL HasExtMap(char* extension);
 class RegKey;
 
 /// A cursor over the mappings. It stores one mapping in strings of its own, enumerates all mappings or those of one
-/// creator and type, and writes or deletes the current mapping. Codes may have any length. Returned strings are valid
-/// until the cursor replaces them or is destroyed. A cursor may be used by one thread at a time.
+/// creator and type, and writes or deletes the current mapping. Its codes may have any length. Returned strings are
+/// valid until the cursor replaces them or is destroyed. A cursor may be used by one thread at a time.
 class TAMRIX_CLASS CExtensionMap {
 public:
     CExtensionMap();
-    /// Copies the strings but not the enumeration. Assignment ends the enumeration of the cursor that is assigned to.
+    /// Copies the strings but not the enumeration. Assignment ends the enumeration of the cursor on its left side.
     /// @{
     CExtensionMap(const CExtensionMap& other);
     CExtensionMap& operator=(const CExtensionMap& other);
@@ -94,7 +96,7 @@ public:
     /// there is none, or if either code is null or longer than 4 bytes. After every step the cursor's codes are the
     /// requested ones.
     int FirstCT(char* creator, char* type);
-    /// Reads the next mapping with the cursor's codes; 0 at the end.
+    /// Reads the next mapping with the cursor's codes, which it truncates to 4 bytes; 0 at the end.
     int NextCT();
     /// Reads creator and type of one extension, with or without its dot. Returns 1 if both exist, otherwise 0 with the
     /// cursor's codes unchanged. Ends an enumeration in progress. Creates the extension's key if it is missing, and

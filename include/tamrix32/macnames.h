@@ -1,7 +1,7 @@
 /// @file
 /// Macintosh names: character conversion, conversion between file names of the Apple Filing Protocol (AFP) and Windows,
 /// and the UNC paths of AppleTalk servers and printers. Strings are zero-terminated. Lengths, sizes and capacities are
-/// in bytes; a capacity includes the terminator. There is no state; every function is reentrant.
+/// in bytes; a capacity includes the terminator. Every function is reentrant.
 #ifndef TAMRIX32_MACNAMES_H
 #define TAMRIX32_MACNAMES_H
 
@@ -63,9 +63,10 @@ TAMRIX_FUNCTION int TAMRIX_CALL UNCLength(int kind, const char* zone, const char
 /// UNCLength is 0 or greater than `size`. Returns 0, with a partial path, for a printer whose name or share is empty.
 TAMRIX_FUNCTION int TAMRIX_CALL StringsToUNC(int kind, char* unc, unsigned short size, const char* zone,
                                              const char* name, const char* share);
-/// Splits a path. Returns 1 for a server, 2 for a printer, 0 if it is neither. Any output may be null. `zone`, `name`
-/// and `share` must each have room for the whole path with its terminator; `rest` receives the part after a server's
-/// volume and has room for `restSize` bytes.
+/// Splits a path. Returns 1 for a server, 2 for a printer, 0 if it is neither or memory runs out; after a 0, the
+/// outputs are undefined. Any output may be null. `zone`, `name` and `share` must each have room for the whole path
+/// with its terminator. `rest` has room for `restSize` bytes and receives the part after a server's volume, or the
+/// empty string if `share` is null.
 TAMRIX_FUNCTION int TAMRIX_CALL UNCToStrings(const char* unc, char* zone, char* name, char* share, char* rest,
                                              unsigned restSize);
 

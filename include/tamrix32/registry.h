@@ -30,7 +30,8 @@ public:
     /// Replaces type and data; call SetDataLength first. REG_SZ copies the string at `data` (null counts as empty) and
     /// raises the data length to at least the string's size with the terminator. REG_BINARY copies as many bytes as the
     /// data length. REG_DWORD copies 4 bytes and adds zeros if the data length is larger. Other types store no data and
-    /// leave the data length unchanged.
+    /// leave the data length unchanged. If memory runs out, or if `data` is null for REG_BINARY or REG_DWORD, the value
+    /// has no data and length 0.
     void SetData(RegValType type, unsigned char* data);
     /// Sets the data length in bytes: what the next SetData copies of a REG_BINARY and the minimum length for a REG_SZ.
     void SetDataLength(unsigned long length);

@@ -38,11 +38,12 @@ TAMRIX_FUNCTION char* TAMRIX_CALL dbcs_strcat(char* dst, const char* src);
 TAMRIX_FUNCTION char* TAMRIX_CALL dbcs_strncpy(char* dst, const char* src, int n);
 
 /// Finds the first character whose first byte, as a signed char, equals `c`; trail bytes are not compared. Returns null
-/// if there is none or `s` is null. Under a double-byte code page, `c` 0 does not find the terminator.
+/// if there is none or `s` is null. Under a double-byte code page, pass bytes from 0x80 on as negative numbers; 0 does
+/// not find the terminator.
 TAMRIX_FUNCTION char* TAMRIX_CALL dbcs_strchr(const char* s, int c);
 
 /// Finds the last single-byte character that, as a signed char, equals `c`; double-byte characters never match. Returns
-/// null if there is none or `s` is null. Under a double-byte code page, `c` 0 does not find the terminator.
+/// null if there is none or `s` is null. `c` has the same range as for dbcs_strchr.
 TAMRIX_FUNCTION char* TAMRIX_CALL dbcs_strrchr(const char* s, int c);
 
 /// Returns the start of the character just before `current` in the string that begins at `start` (note the argument

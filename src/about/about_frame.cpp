@@ -18,7 +18,7 @@ struct CreditsFonts {
     FontHandle italic;
     FontHandle underlined;
 
-    MarkedFonts made() const { return {bool(bold), bool(italic), bool(underlined)}; }
+    MarkedFonts created() const { return {bool(bold), bool(italic), bool(underlined)}; }
 
     HFONT get(CreditsFont font) const {
         switch (font) {
@@ -47,7 +47,7 @@ struct CreditsPainter {
     /// Draws a line into the strip. False for an empty line, which needs no drawing because the text area is already
     /// filled with the background.
     bool drawText(std::string_view line) const {
-        const MarkedLine marked = takeMarker(line, fonts.made());
+        const MarkedLine marked = takeMarker(line, fonts.created());
         if (marked.text.empty()) return false;
         FillRect(strip, &stripRect, background);
         const SelectedObject font(strip, fonts.get(marked.font));
@@ -60,9 +60,10 @@ struct CreditsPainter {
         return true;
     }
 
-    /// The default mode combines rows so that dark pixels win, which would remove the white letters. Omitting rows
-    /// (COLORONCOLOR) preserves the strokes of near lines. Averaging (HALFTONE) preserves more of far lines, but takes
-    /// hundreds of times as long on some systems, is missing on others, and lacks the colours for it with a palette.
+    /// The default mode combines rows so that dark pixels win, which would remove the white letters. COLORONCOLOR
+    /// omits rows; near lines, which lose few rows, remain legible. HALFTONE averages rows, which is better for far
+    /// lines, but it takes hundreds of times as long on some systems, does not exist on others, and needs more colours
+    /// than a palette has.
     void chooseStretching(bool isFar) const {
         SetStretchBltMode(frame, COLORONCOLOR);
         if (isFar && !hasPalette) SetStretchBltMode(frame, HALFTONE);

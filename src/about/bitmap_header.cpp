@@ -7,7 +7,7 @@ namespace {
 
 constexpr std::size_t kHeaderSize = 40;
 constexpr std::size_t kColourSize = 4;
-constexpr std::uint32_t kLargestSide = 0x7FFF;
+constexpr std::uint32_t kMaxSide = 0x7FFF;
 constexpr std::uint32_t kMaxBits = 8;
 constexpr std::uint32_t kUncompressed = 0;
 
@@ -25,10 +25,10 @@ std::optional<BitmapResource> BitmapResource::read(std::span<const unsigned char
     header.take(8);  // pixels per metre
     const std::uint32_t used = header.u32();
     if (header.failed() || size != kHeaderSize) return std::nullopt;
-    if (width == 0 || width > kLargestSide || height == 0 || height > kLargestSide) return std::nullopt;
+    if (width == 0 || width > kMaxSide || height == 0 || height > kMaxSide) return std::nullopt;
     if (bits == 0 || bits > kMaxBits || used > 1u << kMaxBits) return std::nullopt;
     const std::uint32_t colours = used ? used : 1u << bits;
-    // With these limits, less than 2^31 bytes.
+    // Within these limits, the product is less than 2^31.
     const std::uint32_t rows = (width * bits + 31) / 32 * 4 * height;
     const std::uint32_t pixels = compression == kUncompressed ? rows : stated;
     if (pixels == 0 || bytes.size() < std::uint64_t{kHeaderSize} + colours * kColourSize + pixels) return std::nullopt;

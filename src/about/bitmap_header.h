@@ -6,10 +6,10 @@
 //   8       4      height in pixels
 //   14      2      bits per pixel
 //   16      4      compression: 0 none, 1 RLE8
-//   20      4      bytes of the bits; may be 0 without compression, rows then fill up to 4 bytes
+//   20      4      size of the pixels in bytes; not used without compression, where each row is padded to 4 bytes
 //   32      4      colours in the table; 0 means 2 to the power of the bits per pixel
 //   40      4 * n  colour table: blue, green, red, reserved
-//                  then the bits
+//                  then the pixels
 #pragma once
 
 #include <cstdint>
@@ -27,8 +27,8 @@ struct ColourEntry {
 /// A bitmap resource whose header, colour table and pixels are within its bytes.
 class BitmapResource {
 public:
-    /// Returns nothing if there are too few bytes, the header is of another kind, width or height is not in the range 1
-    /// to 32767, or there are more colours than 8 bits per pixel allow.
+    /// Returns nothing if there are too few bytes or no pixels, the header's size is not 40, width or height is not in
+    /// the range 1 to 32767, a pixel does not have 1 to 8 bits, or the table has more than 256 colours.
     static std::optional<BitmapResource> read(std::span<const unsigned char> bytes);
 
     int width() const { return width_; }
@@ -37,6 +37,7 @@ public:
     /// `index` must be less than colourCount().
     ColourEntry colour(int index) const;
     const unsigned char* header() const { return bytes_.data(); }
+    /// The bytes after the colour table.
     std::span<const unsigned char> bits() const;
 
 private:

@@ -15,7 +15,7 @@ constexpr std::string_view kYears = "1995-97";
 struct Marker {
     char character;
     CreditsFont font;
-    bool MarkedFonts::*made;
+    bool MarkedFonts::*created;
 };
 
 constexpr Marker kMarkers[] = {
@@ -82,7 +82,7 @@ void splitCredits(std::span<char> text, const LeadByteTable& leadBytes, std::spa
 
 MarkedLine takeMarker(std::string_view line, MarkedFonts fonts) {
     for (const Marker& marker : kMarkers) {
-        if (!(fonts.*marker.made)) break;
+        if (!(fonts.*marker.created)) break;
         if (line.starts_with(marker.character)) return {marker.font, line.substr(1)};
     }
     return {CreditsFont::regular, line};

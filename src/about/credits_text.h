@@ -1,11 +1,11 @@
 // The credits: text in the ANSI code page, its line table, markers and placeholders.
 //
-//   lines         CR (0x0D) ends a line, LF (0x0A) is dropped wherever it is, zero ends the text; what follows the last
-//                 CR is a line, too. Neither byte counts as the second of a double-byte character.
-//   markers       a line's first character selects its font and is not shown:  * bold   / italic   _ underlined
-//   placeholders  %v version   %y years   %% a per cent sign   % before anything else: a space, and that stays
+//   lines         CR (0x0D) ends a line; the text after the last CR is a line too. LF (0x0A) is removed everywhere. A
+//                 zero byte ends the text. A trail byte with the value of CR or LF is part of its character.
+//   markers       the first character of a line selects the font and is not shown:  * bold   / italic   _ underlined
+//   placeholders  %v the version   %y the years   %% a percent sign   any other % is replaced by a space
 //
-// A lone lead byte before the end of the text ends it. Offsets and lengths are in bytes.
+// A lone lead byte at the end of the text is not part of it. Offsets and lengths are in bytes.
 #pragma once
 
 #include <cstddef>

@@ -97,7 +97,7 @@ void* CCustomResource::copyData() {
     return block.release();
 }
 
-AutoCustomResource::AutoCustomResource(CCustomResource& held) : resource(&held) {
+AutoCustomResource::AutoCustomResource(CCustomResource& locked) : resource(&locked) {
     resource->lock();
 }
 

@@ -45,7 +45,7 @@ public:
         shift_ -= 3;
     }
 
-    /// Whether the current line loses more than half of its rows, and therefore of its columns.
+    /// Whether the current line is drawn at less than half the strip's height.
     bool isFar() const { return 2 * height_ < lineHeight_ / kSlicesPerLine; }
 
     /// Whether the current line begins above `bottom` and must be drawn. The first line always is.

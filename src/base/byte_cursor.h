@@ -1,5 +1,5 @@
-// Cursors over little-endian bytes. A reader that reaches the end fails permanently and returns zeros. A writer counts
-// all bytes and writes those that fit.
+// Cursors over little-endian bytes. A read past the end makes the reader fail: that read and all later ones return zero
+// or an empty span. A writer counts all bytes but writes none past its end.
 #pragma once
 
 #include <cstddef>
@@ -40,11 +40,11 @@ public:
     /// Moves to the next multiple of `boundary`, a power of two, unless it is already at one.
     void align(std::size_t boundary) { take((boundary - position_ % boundary) % boundary); }
 
-    /// Calls `pass` and returns the bytes that it has read.
-    template <typename Pass>
-    std::span<const std::uint8_t> passed(Pass pass) {
+    /// Calls `read` with this reader and returns the bytes that it has read.
+    template <typename Read>
+    std::span<const std::uint8_t> bytesReadBy(Read read) {
         const std::size_t start = position_;
-        pass(*this);
+        read(*this);
         return bytes_.subspan(start, position_ - start);
     }
 

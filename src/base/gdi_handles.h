@@ -1,6 +1,6 @@
-// Owner types for drawing handles. Each releases its handle with the function for that kind of handle. The owner of a
-// selected object stores the device context and selects the previous object again. Declare owners in the order of use,
-// so that a font is deselected before it is deleted.
+// Owner types for drawing handles. Each releases its handle with the function for that kind of handle. The destructor
+// of a SelectedObject selects the previous object again. Declare an object's owner before its SelectedObject:
+// destructors run in reverse order, so the object is no longer selected when it is deleted.
 #pragma once
 
 #include <windows.h>

@@ -1,4 +1,5 @@
-// An owner type for every resource that must be released. The traits define the handle type and how to release it:
+// The owner type for handles that must be closed, freed or destroyed. The traits define the handle type and how to
+// release it:
 //
 //     struct Traits {
 //         using Handle = HKEY;

@@ -25,15 +25,15 @@ const char* splitInitialPath(char* path, const LeadByteTable& table) {
 
 void splitFilter(char* filter, int size, const LeadByteTable& table) {
     char* const end = filter + size - 2;  // last position at which the two final zeros can begin
-    bool mayHoldBars = true;
+    bool isFirstString = true;
     while (filter < end) {
         int step = scan::characterSize(filter, table);
         if (step == 0) {
-            mayHoldBars = false;
+            isFirstString = false;
             step = 1;
         }
         if (step > end - filter) break;
-        if (mayHoldBars && *filter == '|') *filter = 0;
+        if (isFirstString && *filter == '|') *filter = 0;
         filter += step;
     }
     std::memset(filter, 0, static_cast<std::size_t>(end + 2 - filter));

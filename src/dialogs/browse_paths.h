@@ -13,9 +13,9 @@ inline constexpr int kBrowsePathSize = 260;
 /// backslash. A path without a backslash has no folder: it becomes empty, and the result is null.
 const char* splitInitialPath(char* path, const LeadByteTable& table);
 
-/// Replaces each bar in a filter by a zero byte, which results in the list that the dialog expects. A filter may
-/// already contain zeros; bars after the first zero are not replaced. The two final zeros must fit in `size` bytes, so
-/// a filter that fills the buffer loses its last character.
+/// Replaces each bar in a filter by a zero byte, which results in the list of strings that the dialog expects. If the
+/// filter already contains zeros, bars after the first zero are not replaced. Two zeros end the list; they must fit in
+/// `size` bytes, so a filter that fills the buffer loses its last character.
 void splitFilter(char* filter, int size, const LeadByteTable& table);
 
 /// Removes the placeholder of the folder dialog from a chosen path, together with the backslash before it unless the

@@ -18,8 +18,8 @@ void skipNameOrOrdinal(ByteReader& reader) {
         skipString(reader);
 }
 
-/// Skips one control record. In the standard format the size of the creation data includes its own word, unless the
-/// size is 0.
+/// Skips one control record. In the standard format, a size of the creation data that is not 0 includes the two bytes
+/// of the size itself.
 void skipItem(ByteReader& reader, bool extended) {
     reader.align(kTemplateAlignment);
     reader.take(extended ? kExtendedItemSize : kStandardItemSize);
@@ -52,7 +52,7 @@ void readFont(ByteReader& reader, DialogTemplate& dialog) {
         dialog.weight = reader.u16();
         dialog.italicAndCharset = reader.u16();
     }
-    dialog.face = reader.passed(skipString);
+    dialog.face = reader.bytesReadBy(skipString);
 }
 
 void writeStyles(ByteWriter& writer, const DialogTemplate& dialog) {
@@ -86,14 +86,14 @@ std::optional<DialogTemplate> parseTemplate(TemplateBytes bytes) {
     readStyles(reader, dialog);
     dialog.itemCount = reader.u16();
     for (std::int16_t* field : {&dialog.x, &dialog.y, &dialog.cx, &dialog.cy}) *field = reader.i16();
-    dialog.names = reader.passed([](ByteReader& names) {
+    dialog.names = reader.bytesReadBy([](ByteReader& names) {
         skipNameOrOrdinal(names);
         skipNameOrOrdinal(names);
         skipString(names);
     });
     if (dialog.style & kSetFontStyle) readFont(reader, dialog);
     if (dialog.itemCount) reader.align(kTemplateAlignment);
-    dialog.items = reader.passed([&dialog](ByteReader& items) {
+    dialog.items = reader.bytesReadBy([&dialog](ByteReader& items) {
         for (unsigned i = 0; i < dialog.itemCount && !items.failed(); ++i) skipItem(items, dialog.extended);
     });
     if (reader.failed()) return std::nullopt;

@@ -28,11 +28,11 @@ struct DialogTemplate {
     TemplateBytes items{};               // all control records
 };
 
-/// Parses a template of either format. Returns nothing if the template is longer than its bytes.
+/// Parses a template of either format. Returns nothing if a part of the template is outside `bytes`.
 std::optional<DialogTemplate> parseTemplate(TemplateBytes bytes);
 
-/// Writes as much of the template as fits in `target`, and returns its size in bytes. Padding between the records is
-/// not written.
+/// Writes as much of the template as fits in `target`, and returns the size of the whole template in bytes. Skips the
+/// padding before the control records without writing it.
 std::size_t writeTemplate(const DialogTemplate& dialog, std::span<std::uint8_t> target);
 
 }  // namespace tamrix

@@ -45,14 +45,14 @@ bool load(char* text, int size, TextId id);
 /// Shows a dialog of the library in the configured font. Returns the value passed to EndDialog, or -1.
 INT_PTR showDialog(DialogId id, HWND parent, DLGPROC procedure, void* state);
 
-/// Store the state that a dialog's first message contains, and return it later.
+/// Store the state that WM_INITDIALOG passes, and return it later; null until it is stored.
 void setDialogState(HWND dialog, LPARAM state);
 void* dialogState(HWND dialog);
 
 /// Shows the help popup of the control in a help request. False if the request is not about a control.
 int ShowControlHelp(const HELPINFO* request, HWND dialog);
 
-/// The procedure of both dialogs. The first message returns FALSE, so the platform does not set the focus.
+/// The procedure of both dialogs. WM_INITDIALOG returns FALSE, so the platform does not set the focus.
 template <void (*onInit)(HWND dialog, LPARAM state), INT_PTR (*onCommand)(HWND dialog, WORD control, WORD code)>
 INT_PTR CALLBACK mappingDialogProc(HWND dialog, UINT message, WPARAM wParam, LPARAM lParam) {
     switch (message) {

@@ -178,7 +178,7 @@ void onHelpButton(HWND dialog) {
     if (file.loaded) WinHelpA(dialog, file.text, HELP_CONTEXT, kEditDialog);
 }
 
-/// False too if the question could not be shown or was closed because the program is quitting.
+/// Also false if the question could not be shown, or was closed because the program is quitting.
 bool isConfirmed(HWND dialog) {
     const MessageText question(kConfirmationQuestion);
     const MessageText title(kConfirmationTitle);

@@ -24,8 +24,7 @@ using NameFolding = bool (*)(char* name);
 KeyedLine keyedLine(OwnedText line, NameFolding fold);
 
 /// Whether lines[index] must be written: it was added or changed, and no line below it has the same key. Lines are
-/// written in their order. An unchanged line stands for the whole stored mapping, including a comment that could not be
-/// read.
+/// written in their order. An unchanged line is not written, so a stored comment that could not be read is not lost.
 bool isToBeWritten(std::span<const KeyedLine> lines, std::size_t index, std::span<const KeyedLine> listed);
 
 /// Whether the mapping of an original line must be removed, after all lines are written: no line has its key any more.

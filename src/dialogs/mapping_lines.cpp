@@ -12,7 +12,7 @@
 namespace tamrix {
 namespace {
 
-constexpr int kLongestTypedExtension = 15;
+constexpr int kMaxTypedExtension = 15;
 
 OwnedText joined(std::string_view first, std::string_view second, std::string_view third) {
     OwnedText text(new (std::nothrow) char[first.size() + second.size() + third.size() + 1]);
@@ -34,7 +34,7 @@ OwnedText copiedText(const char* text) {
 }
 
 bool isAcceptedLength(int length) {
-    return length >= 1 && length <= kLongestTypedExtension;
+    return length >= 1 && length <= kMaxTypedExtension;
 }
 
 MappingLine splitLine(OwnedText line) {
@@ -49,7 +49,7 @@ MappingLine splitLine(OwnedText line) {
 }
 
 bool canBeStored(const char* creator, const char* type) {
-    // Codes are bytes, so half a character counts too.
+    // Codes are bytes, not characters: a lone lead byte at the end counts as one.
     return std::strlen(creator) <= kCodeLength && std::strlen(type) <= kCodeLength;
 }
 

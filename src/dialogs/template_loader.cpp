@@ -18,8 +18,8 @@ namespace {
 
 using BlockPointer = std::unique_ptr<std::uint8_t[]>;
 
-/// The stock font whose metrics are the reference for new fonts. It is the default GUI font, whose face is then the
-/// candidate, or else the system font, which is only a reference.
+/// The stock font with whose metrics a new font is compared: the default GUI font, or the system font if that is
+/// missing. Only the default GUI font is also the candidate for a template's font.
 struct ReferenceFont {
     HGDIOBJ font;
     LOGFONTA description;
@@ -91,9 +91,9 @@ void setFont(DialogTemplate& dialog, WideFace& buffer, bool adjustSize) {
 }
 
 /// The rewritten template in a new block, which is 32-bit aligned like every block from the allocator. Its padding is
-/// zero, so that the same template always results in the same bytes. The block has one extra byte: if the last record
-/// has a creation data size of one byte, it ends within the word that contains this size, and the platform reads the
-/// whole word.
+/// zero, so that the same template always results in the same bytes. The block has one extra byte: a creation data
+/// size of 1 includes only the first byte of its own word. A template can end there, but the platform reads the whole
+/// word.
 BlockPointer templateWithCorrectFont(HINSTANCE module, const char* name, bool adjustSize) {
     std::optional<DialogTemplate> dialog = parseTemplate(dialogResource(module, name));
     if (!dialog) return nullptr;

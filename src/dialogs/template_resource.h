@@ -13,7 +13,8 @@ TemplateBytes dialogResource(HINSTANCE module, const char* name);
 /// Room for the longest face that is read from the registry, 128 bytes, and its terminator.
 using WideFace = char16_t[129];
 
-/// Converts a face from the ANSI code page to the form in templates, in `buffer`; empty if it cannot be converted.
+/// Converts a face from the ANSI code page to 16-bit units with the terminator, in `buffer`. Empty if it cannot be
+/// converted or does not fit.
 TemplateBytes wideFace(const char* face, WideFace& buffer);
 
 }  // namespace tamrix

@@ -42,7 +42,7 @@ void assign(char*& field, Text text) {
     Text old(std::exchange(field, text.release()));
 }
 
-/// Moves a string out of its field, so that it is not freed when the field is set again.
+/// Moves a string out of its field and clears the field.
 Text takeOut(char*& field) {
     return Text(std::exchange(field, nullptr));
 }
@@ -82,17 +82,17 @@ private:
     RegKey key_;
 };
 
-void endPass(RegKey*& rootKey, RegKey*& childKey) {
+void endEnumeration(RegKey*& rootKey, RegKey*& childKey) {
     delete std::exchange(childKey, nullptr);
     delete std::exchange(rootKey, nullptr);
 }
 
 /// Ends an earlier enumeration and starts a new one; none is in progress if memory runs out.
-void startPass(RegKey*& rootKey, RegKey*& childKey) {
-    endPass(rootKey, childKey);
+void startEnumeration(RegKey*& rootKey, RegKey*& childKey) {
+    endEnumeration(rootKey, childKey);
     rootKey = new (std::nothrow) RegKey(HKEY_CLASSES_ROOT);
     childKey = new (std::nothrow) RegKey;
-    if (!rootKey || !childKey) endPass(rootKey, childKey);
+    if (!rootKey || !childKey) endEnumeration(rootKey, childKey);
 }
 
 }  // namespace
@@ -117,7 +117,7 @@ CExtensionMap::CExtensionMap(const CExtensionMap& other) : CExtensionMap() {
 
 CExtensionMap& CExtensionMap::operator=(const CExtensionMap& other) {
     if (this == &other) return *this;
-    endPass(rootKey, childKey);
+    endEnumeration(rootKey, childKey);
     SetExtension(other.extension);
     SetType(other.type);
     SetCreator(other.creator);
@@ -126,12 +126,12 @@ CExtensionMap& CExtensionMap::operator=(const CExtensionMap& other) {
 }
 
 CExtensionMap::~CExtensionMap() {
-    endPass(rootKey, childKey);
+    endEnumeration(rootKey, childKey);
     for (char** field : {&extension, &type, &creator, &comment}) assign(*field, nullptr);
 }
 
 int CExtensionMap::First() {
-    startPass(rootKey, childKey);
+    startEnumeration(rootKey, childKey);
     return Next();
 }
 
@@ -152,7 +152,7 @@ int CExtensionMap::Next() {
         assign(comment, readText(*childKey, kCommentValue));
         return 1;
     }
-    endPass(rootKey, childKey);
+    endEnumeration(rootKey, childKey);
     return 0;
 }
 
@@ -164,7 +164,7 @@ int CExtensionMap::FirstCT(char* wantedCreator, char* wantedType) {
     if (!creatorCopy || !typeCopy) return 0;
     assign(creator, std::move(creatorCopy));
     assign(type, std::move(typeCopy));
-    startPass(rootKey, childKey);
+    startEnumeration(rootKey, childKey);
     return NextCT();
 }
 
@@ -184,7 +184,7 @@ int CExtensionMap::NextCT() {
 int CExtensionMap::Find(char* wanted) {
     // The argument may be a string of this cursor, so it is copied before anything else.
     const Text name = dottedExtension(wanted);
-    endPass(rootKey, childKey);
+    endEnumeration(rootKey, childKey);
     ExtensionKey key(name.get());
     Text foundCreator = readText(*key, kCreatorValue);
     Text foundType = readText(*key, kTypeValue);
@@ -195,8 +195,9 @@ int CExtensionMap::Find(char* wanted) {
 }
 
 void CExtensionMap::Default() {
-    // A code of the cursor may be shorter than a default, so separate buffers are filled. A default for a code that is
-    // not set is not requested, because if it were missing, the other default would not be used either.
+    // A code of the cursor may be shorter than a default, so separate buffers are filled. The default for a code that
+    // the cursor does not have is not requested: if it were missing, GetDefaultExtMap would not use the other one
+    // either.
     CodeBuffer defaultType;
     CodeBuffer defaultCreator;
     SExtensionMap defaults;

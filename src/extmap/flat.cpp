@@ -38,8 +38,8 @@ UniqueKey openExtension(const char* extension) {
     return name ? openKey(HKEY_CLASSES_ROOT, name) : UniqueKey();
 }
 
-/// Reads a code. False, with `code` undefined, unless the value is a string of exactly the size of a code. If it was
-/// stored without a terminator, its first four bytes are the code.
+/// Reads a code. False, with `code` undefined, unless the value is a string of exactly 5 bytes. The fifth byte should
+/// be the terminator; whatever it is, it is replaced by one.
 bool readCode(HKEY key, const char* valueName, char* code) {
     DWORD type = REG_NONE;
     DWORD size = kCodeSize;
@@ -55,7 +55,7 @@ bool readCodes(HKEY key, const SExtensionMap& map, const char* typeValue, const 
     return hasType && hasCreator;
 }
 
-/// Reads the comment. It is empty if there is none or if it does not fit with a terminator.
+/// Reads the comment. It becomes empty if there is none or if it does not fit with a terminator.
 void readComment(HKEY key, char* comment, DWORD capacity) {
     DWORD type = REG_NONE;
     DWORD size = capacity;
@@ -81,7 +81,7 @@ bool isSameCode(const char* stored, const char* wanted) {
     return true;
 }
 
-/// Enumerates the keys of the class root, whose number is not known in advance.
+/// Enumerates the keys of the class root from an index on.
 class ClassKeys {
 public:
     explicit ClassKeys(unsigned& index) : index_(index) {}

@@ -1,5 +1,5 @@
-// The format of a stored mapping. It is in the key of HKEY_CLASSES_ROOT that is named by the extension with its dot, in
-// which the system stores other data too:
+// The format of a stored mapping. Its values are in the subkey of HKEY_CLASSES_ROOT whose name is the extension with
+// its dot. The system stores other values in the same key.
 //
 //   "Mac Type"     REG_SZ  the type code's 4 bytes and a terminator
 //   "Mac Creator"  REG_SZ  the creator code's 4 bytes and a terminator

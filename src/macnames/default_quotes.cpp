@@ -6,8 +6,8 @@
 namespace tamrix {
 namespace {
 
-// Characters that Windows reserves in names, delimiters in client paths, and DEL. Zero and the control characters are
-// also quoted.
+// Characters that Windows reserves in names, the zone delimiters of UNC paths (@ and `), and DEL. Zero and the control
+// characters are also quoted.
 constexpr unsigned char kAlways[] = {'"', '*', '/', ':', '<', '>', '?', '\\', '|', '@', '`', 0x7F};
 
 // Macintosh characters that have no Windows counterpart, or that Windows maps to the same character as another.

@@ -58,18 +58,19 @@ void writeQuote(char* dst, const NameRules& rules, unsigned byte) {
     dst[4] = static_cast<char>(rules.close);
 }
 
-/// Whether Windows would drop the last byte of the name that ends at `end`, so that it must be quoted. It is not quoted
-/// again if `lastQuoted` points to it. `count` is the number of bytes written so far. A period after a byte with a lead
-/// byte's value is not quoted, even if that byte is a trail byte.
+/// Whether the last byte of the name that ends at `end` is a space or period, which Windows would drop, and has not
+/// been quoted yet. `lastQuoted` is the last byte that was quoted, or null; `count` is the number of bytes written so
+/// far. A period after a byte with a lead byte's value does not count, even if that byte is a trail byte.
 bool endsInDroppedByte(const NameRules& rules, const Byte* end, std::size_t count, const Byte* lastQuoted) {
-    // A name may consist of one quoted period, which has more than two bytes.
+    // This test comes first: a name of one quoted period has a `count` of 5, but no end[-2].
     if (count == 0 || end - 1 == lastQuoted) return false;
     if (end[-1] == ' ') return true;
     if (end[-1] != '.') return false;
     return count <= 2 || rules.mac[end[-2]].role() != ByteRole::lead;
 }
 
-/// The byte that is encoded by the quote at an opening bracket; -1 if it is not a quote that decodes.
+/// The byte encoded by the quote that begins with the opening bracket at `in`. -1 if no quote begins there, or if its
+/// byte is not one that is decoded.
 int quotedByte(const NameRules& rules, const Byte* in) {
     const auto digit = [in](int i) { return static_cast<unsigned>(in[i]) - '0'; };
     if (digit(1) > 9 || digit(2) > 9 || digit(3) > 9 || in[4] != rules.close) return -1;

@@ -26,15 +26,15 @@ enum class ByteRole : std::uint8_t {
     end,     // the terminator
 };
 
-/// A byte's role and the byte that it is converted to, in one number, so that the conversion loads both at once and
-/// recognises a plain byte with one comparison.
+/// A byte's role and its converted byte, stored in one number, so that the conversion loads both at once and recognises
+/// a plain byte with one comparison.
 class ByteRule {
 public:
     constexpr ByteRule() = default;
     constexpr ByteRule(ByteRole role, std::uint8_t image) : bits_(static_cast<std::uint16_t>(int(role) << 8 | image)) {}
     bool isPlain() const { return bits_ <= 0xFF; }
     ByteRole role() const { return static_cast<ByteRole>(bits_ >> 8); }
-    /// Also used for a bracket that does not begin a quote.
+    /// The converted byte, also of an opening bracket that does not begin a quote.
     std::uint8_t image() const { return static_cast<std::uint8_t>(bits_); }
 
 private:

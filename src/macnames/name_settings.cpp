@@ -16,8 +16,8 @@ NameRules nameRules{};
 
 namespace {
 
-/// Whether a string value contains two characters for the brackets; anything else counts as absent.
-bool holdsBrackets(RegValue& value) {
+/// Whether the value is a string whose first two bytes can be the brackets. Any other value counts as not configured.
+bool hasBrackets(RegValue& value) {
     return value.Type() == RegValString && value.String() && value.DataLen() >= 2 && value.String()[0] &&
            value.String()[1];
 }
@@ -29,7 +29,7 @@ void readQuoteSettings(RegKey& key, QuoteSettings& quotes) {
         std::fill(std::begin(quotes.inSet), std::end(quotes.inSet), false);
         for (unsigned long i = 0; i < value.DataLen(); ++i) quotes.inSet[value.Buffer()[i]] = true;
     }
-    if (key.ValueByName("QuoteBracketChars", &value) && holdsBrackets(value)) {
+    if (key.ValueByName("QuoteBracketChars", &value) && hasBrackets(value)) {
         quotes.open = value.Buffer()[0];
         quotes.close = value.Buffer()[1];
     }

@@ -20,7 +20,7 @@ const char* namedZone(const char* zone) {
     return zone && std::strcmp(zone, kOwnZone) != 0 ? zone : nullptr;
 }
 
-bool isGiven(const char* text) {
+bool isNonEmpty(const char* text) {
     return text && *text;
 }
 
@@ -51,7 +51,7 @@ void copyPart(char* part, const char* text) {
     if (part) std::strcpy(part, text);
 }
 
-/// A null `text` means that there is no rest; then only the first byte of the buffer, which may be large, is written.
+/// If `text` is null, there is no rest. Then only a terminator is written, because filling a large buffer takes time.
 void copyRest(const LeadByteTable& leads, const UncParts& parts, const char* text) {
     if (!parts.wantsRest()) return;
     *parts.rest = 0;
@@ -70,11 +70,11 @@ bool splitPrinter(const LeadByteTable& leads, char* zone, char* delimiter, const
     copyPart(parts.zone, *zone ? zone : kOwnZone);
     copyPart(parts.name, name);
     copyPart(parts.share, share);
-    return isGiven(name) && isGiven(share);
+    return isNonEmpty(name) && isNonEmpty(share);
 }
 
-/// A null `delimiter` means that the path has no zone. The separator is searched for before the path is cut, so a
-/// delimiter after the separator cuts the volume, and the name is the part after the delimiter.
+/// A null `delimiter` means that the path has no zone. The separator is found before the path is cut at the delimiter.
+/// So if the delimiter comes after it, as in \\a\b@c, the zone is a, the volume b and the name c.
 void splitServer(const LeadByteTable& leads, char* zone, char* delimiter, const UncParts& parts) {
     char* const separator = find(leads, zone, kSeparator);
     if (delimiter) *delimiter = 0;
@@ -98,7 +98,7 @@ void splitServer(const LeadByteTable& leads, char* zone, char* delimiter, const 
 int uncLength(int kind, const char* zone, const char* name, const char* share) {
     // Each length is limited so that the sum of three cannot overflow.
     const auto lengthOf = [](const char* text) {
-        return static_cast<int>(std::min(std::strlen(text), std::size_t{kLongestUnc}));
+        return static_cast<int>(std::min(std::strlen(text), std::size_t{kMaxUncSize}));
     };
     zone = namedZone(zone);
     int length = kPrefixLength + 1;
@@ -113,7 +113,7 @@ int uncLength(int kind, const char* zone, const char* name, const char* share) {
     } else {
         return 0;
     }
-    return length <= kLongestUnc ? length : 0;
+    return length <= kMaxUncSize ? length : 0;
 }
 
 int joinUnc(int kind, char* unc, unsigned short size, const char* zone, const char* name, const char* share) {
@@ -124,16 +124,16 @@ int joinUnc(int kind, char* unc, unsigned short size, const char* zone, const ch
     PathWriter path(unc);
     path.append(kSeparator);
     path.append(kSeparator);
-    if (isGiven(zone)) path.append(zone);
+    if (isNonEmpty(zone)) path.append(zone);
     if (kind == kServerPath) {
-        if (isGiven(zone)) path.append(kServerDelimiter);
-        if (isGiven(name)) path.append(name);
-        if (!isGiven(share)) return 1;
+        if (isNonEmpty(zone)) path.append(kServerDelimiter);
+        if (isNonEmpty(name)) path.append(name);
+        if (!isNonEmpty(share)) return 1;
     } else {
-        if (!isGiven(name)) return 0;
+        if (!isNonEmpty(name)) return 0;
         path.append(kPrinterDelimiter);
         path.append(name);
-        if (!isGiven(share)) return 0;
+        if (!isNonEmpty(share)) return 0;
     }
     path.append(kSeparator);
     path.append(share);

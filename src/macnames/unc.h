@@ -14,8 +14,8 @@ namespace tamrix {
 inline constexpr int kServerPath = 1;
 inline constexpr int kPrinterPath = 2;
 
-/// Maximum length of a path with its terminator, in bytes, so that lengths fit in a signed 16-bit number.
-inline constexpr int kLongestUnc = 32767;
+/// Maximum size of a path in bytes, with its terminator. It fits in a signed 16-bit number.
+inline constexpr int kMaxUncSize = 32767;
 
 /// See UNCLength and StringsToUNC.
 int uncLength(int kind, const char* zone, const char* name, const char* share);

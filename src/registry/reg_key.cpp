@@ -11,8 +11,9 @@ namespace {
 
 constexpr DWORD kScratchSize = 128;  // bytes for a name with its terminator, or for data
 
-/// A buffer for the result of one registry call. The registry guarantees neither a terminator nor the size that a type
-/// implies, so all bytes after the returned ones are zero, and the buffer has one byte more than the registry is told.
+/// A buffer for the result of one registry call. A stored string may have no terminator, and a number may have fewer
+/// than 4 bytes. So all bytes after the returned ones are zero, and the buffer is one byte larger than the size passed
+/// to the registry.
 struct Scratch {
     BYTE bytes[kScratchSize + 1] = {};
     DWORD size = kScratchSize;
@@ -24,16 +25,18 @@ struct Scratch {
     }
 };
 
-/// Whether a handle is a predefined one, which stays open when it is closed.
+/// Whether a handle is predefined. Closing such a handle has no effect.
 bool isPredefined(HKEY key) {
     return (reinterpret_cast<ULONG_PTR>(key) & 0x80000000U) != 0;
 }
 
-bool isThere(const RegKey* key) {
+/// A function, because compilers warn about a direct comparison of `this` with null.
+bool isNotNull(const RegKey* key) {
     return key != nullptr;
 }
 
-bool holdsData(RegValType type) {
+/// Whether values of this type store data.
+bool storesData(RegValType type) {
     return type == RegValString || type == RegValBinary || type == RegValDword;
 }
 
@@ -41,7 +44,7 @@ bool holdsData(RegValType type) {
 bool fill(RegValue& value, const char* name, DWORD type, Scratch& data) {
     data.trim();
     RegValue fresh(static_cast<RegValType>(type), name, data.bytes, data.size);
-    if ((name && !fresh.Name()) || (holdsData(fresh.Type()) && !fresh.Buffer())) return false;
+    if ((name && !fresh.Name()) || (storesData(fresh.Type()) && !fresh.Buffer())) return false;
     RegistryLayout::swap(value, fresh);
     return true;
 }
@@ -80,7 +83,7 @@ void RegKey::Init() {
 }
 
 int RegKey::SetRelPath(const char* path) {
-    // The copy is made first because the new path may be part of the old one.
+    // `path` may point into the old path, so the copy is made before the old path is freed.
     delete[] std::exchange(relativePath, tamrix::copiedString(path ? path : ""));
     return 1;
 }
@@ -142,7 +145,8 @@ int RegKey::Create(HKEY newAncestor, const char* path) {
 }
 
 int RegKey::Close() {
-    // The system may soon reuse the value of a closed handle, so nothing may be opened below it any more.
+    // The ancestor may be this key's own handle, for example after key.FirstSubKey(&key). The system may assign the
+    // value of a closed handle to another key, so nothing may be opened below it any more.
     if (ancestor == handle && !isPredefined(handle)) ancestor = nullptr;
     const tamrix::UniqueKey closed{std::exchange(handle, nullptr)};
     opened = 0;
@@ -150,7 +154,7 @@ int RegKey::Close() {
 }
 
 __attribute__((no_sanitize("null"))) int RegKey::Opened() {
-    return isThere(this) ? opened : 0;
+    return isNotNull(this) ? opened : 0;
 }
 
 HKEY RegKey::Handle() {

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// The data that a value stores: `size` bytes at `bytes`, or nothing if there is none or memory ran out.
+/// The data that a value stores: `size` bytes at `bytes`. `bytes` is null if there is no data or memory ran out.
 struct DataCopy {
     unsigned char* bytes = nullptr;
     unsigned long size = 0;
@@ -93,7 +93,7 @@ RegValue::~RegValue() {
 }
 
 void RegValue::SetName(const char* newName) {
-    // The copy is made first because the new name may be part of the old one.
+    // `newName` may point into the old name, so the copy is made before the old name is freed.
     delete[] std::exchange(name, tamrix::copiedString(newName));
 }
 

@@ -1,6 +1,6 @@
-// The heap and the few symbols that every program and library needs, based on msvcrt, because there is no vendor C++
-// runtime. The DLL contains nothing else of a runtime. It must have no dynamic initialisers; linking fails if there is
-// one.
+// The heap functions and the few symbols that compilers expect in every program and library, based on msvcrt, because
+// there is no vendor C++ runtime. The DLL has no other start-up code, so it must have no dynamic initializers; with
+// one, linking fails.
 #include <stdlib.h>
 
 #include <new>

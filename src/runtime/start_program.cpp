@@ -1,4 +1,4 @@
-// Start-up code of a console program, based on msvcrt: static initialisers, exit functions, and the functions that
+// Start-up code of a console program, based on msvcrt: static initializers, exit functions, and the functions that
 // containers call for memory and errors.
 #include <stdlib.h>
 #include <windows.h>
@@ -41,8 +41,8 @@ int exitCount;
 // The linker places the pointers from .CRT$XC*, which compilers generate, between these two.
 #pragma section(".CRT$XCA", read)
 #pragma section(".CRT$XCZ", read)
-extern "C" __declspec(allocate(".CRT$XCA")) Step firstInitialiser[1] = {nullptr};
-extern "C" __declspec(allocate(".CRT$XCZ")) Step lastInitialiser[1] = {nullptr};
+extern "C" __declspec(allocate(".CRT$XCA")) Step firstInitializer[1] = {nullptr};
+extern "C" __declspec(allocate(".CRT$XCZ")) Step lastInitializer[1] = {nullptr};
 
 extern "C" int __cdecl atexit(void(__cdecl* step)(void)) {
     if (exitCount == kMaxExits) return -1;
@@ -92,7 +92,7 @@ extern "C" void __cdecl mainCRTStartup() {
     char** environment = nullptr;
     StartInfo info = {0};
     __getmainargs(&argc, &argv, &environment, 0, &info);
-    for (Step* step = firstInitialiser; step != lastInitialiser; ++step)
+    for (Step* step = firstInitializer; step != lastInitializer; ++step)
         if (*step) (*step)();
     const int status = main(argc, argv);
     while (exitCount > 0) exits[--exitCount]();

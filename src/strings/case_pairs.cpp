@@ -16,10 +16,10 @@ int mapped(const char* character, scan::Case wanted, char (&result)[4]) {
 
 }  // namespace
 
-// The platform converts to Unicode and back. This changes an invalid character into a default character, and the second
-// of two codes of a character into the first. So a mapping is a case pair only if the reverse mapping leads back,
-// either to the character itself or to the first code of a letter that has two codes. The two cases of a letter differ;
-// the second code of any other character is not changed.
+// The platform converts to Unicode and back, which has two side effects: an invalid character becomes a default
+// character, and the second of two codes of a character becomes the first. A result is therefore the other case only if
+// mapping it back returns the character, or the first code of the character if that is a letter with two codes. A
+// character without case that has two codes maps to its first code in both directions; it is not changed.
 bool mapDoubleByteCase(char* character, scan::Case wanted) {
     const scan::Case other = wanted == scan::Case::upper ? scan::Case::lower : scan::Case::upper;
     char there[4];

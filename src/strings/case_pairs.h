@@ -5,7 +5,7 @@
 
 namespace tamrix {
 
-/// Converts a double-byte letter in place. A character without the other case is not changed. False if the platform
+/// Converts a double-byte letter in place. A character that has no other case is not changed. False if the platform
 /// cannot map the character.
 bool mapDoubleByteCase(char* character, scan::Case wanted);
 

@@ -6,8 +6,8 @@
 namespace tamrix {
 
 struct LeadByteTable {
-    bool isLead[256];   // by the byte that begins a double-byte character
-    bool hasLeadBytes;  // whether there is any
+    bool isLead[256];   // for each byte value: whether it begins a double-byte character
+    bool hasLeadBytes;  // whether any of them is true; if not, the code page is single-byte
 
     bool leads(char byte) const { return isLead[static_cast<unsigned char>(byte)]; }
 };

@@ -17,24 +17,27 @@ bool isDoubleByte() {
     return leadByteTable.hasLeadBytes;
 }
 
-/// A table lookup has no branch; branching on whether a byte is a letter would often be mispredicted.
-constexpr auto kSmallLetters = [] {
+/// The lower case of each byte, for ASCII letters only. A table, because a branch on whether a byte is a letter would
+/// often be mispredicted.
+constexpr auto kAsciiLower = [] {
     std::array<unsigned char, 256> letters{};
     for (std::size_t byte = 0; byte < letters.size(); ++byte)
         letters[byte] = static_cast<unsigned char>(tamrix::scan::asciiInCase(static_cast<char>(byte), Case::lower));
     return letters;
 }();
 
-/// Standard C has no case-insensitive comparison, and vendors' versions depend on the program's locale.
+/// Not a call of the C library: standard C has no case-insensitive comparison, and the vendors' functions depend on the
+/// program's locale.
 int compareAsciiFolded(const char* a, const char* b) {
     for (;; ++a, ++b) {
-        const int left = kSmallLetters[static_cast<unsigned char>(*a)];
-        const int difference = left - kSmallLetters[static_cast<unsigned char>(*b)];
+        const int left = kAsciiLower[static_cast<unsigned char>(*a)];
+        const int difference = left - kAsciiLower[static_cast<unsigned char>(*b)];
         if (difference != 0 || left == 0) return difference;
     }
 }
 
-/// Like memccpy, which not every C library has under that name, but always terminates, and allows `dst` to be `src`.
+/// Like memccpy, but always writes a terminator and allows `dst` to be `src`. Does not call memccpy, because some C
+/// libraries have it only under another name.
 int copyBoundedBytes(char* dst, const char* src, int size) {
     const auto maxBytes = static_cast<std::size_t>(size - 1);
     const void* const end = std::memchr(src, 0, maxBytes);
