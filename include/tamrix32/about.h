@@ -145,6 +145,7 @@ protected:
 
 private:
     friend struct AboutLayout;
+    friend struct AboutMessages;
     int flyerCount;
     int walkerCount;
     int textTop;

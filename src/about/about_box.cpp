@@ -5,7 +5,6 @@
 //
 // A derived class may close its box in any virtual function, and a closed modeless box deletes itself. So after each
 // virtual call, the box is used only if the window's property still points to it.
-#include <cstddef>
 #include <cstdlib>
 #include <ctime>
 #include <new>
@@ -17,24 +16,6 @@
 #include "base/global_memory.h"
 #include "base/module.h"
 #include "tamrix32/about.h"
-
-// All compilers of this library support offsetof for a class with virtual functions.
-#pragma GCC diagnostic ignored "-Winvalid-offsetof"
-
-/// The layout that compiled clients rely on.
-struct AboutLayout {
-    using Box = CAboutQuillonAppleTalk;
-    static_assert(sizeof(Box) == 148 && sizeof(AboutLine) == 8);
-    static_assert(sizeof(CFlyingSprite) == 28 && sizeof(CWalkingSprite) == 28);
-    static_assert(offsetof(Box, flyerCount) == 4 && offsetof(Box, walkerCount) == 8 && offsetof(Box, textTop) == 12);
-    static_assert(offsetof(Box, lineHeight) == 16 && offsetof(Box, timerId) == 20 && offsetof(Box, timerPeriod) == 24);
-    static_assert(offsetof(Box, textColor) == 28 && offsetof(Box, backColor) == 32 && offsetof(Box, lines) == 36);
-    static_assert(offsetof(Box, window) == 40 && offsetof(Box, palette) == 44 && offsetof(Box, frameBitmap) == 48);
-    static_assert(offsetof(Box, stripBitmap) == 52 && offsetof(Box, pictures) == 56 && offsetof(Box, text) == 72);
-    static_assert(offsetof(Box, pictureIndex) == 76 && offsetof(Box, topLine) == 80 && offsetof(Box, lineCount) == 84);
-    static_assert(offsetof(Box, modal) == 88 && offsetof(Box, frameRect) == 92 && offsetof(Box, creditsFace) == 108);
-    static_assert(offsetof(Box, flyers) == 140 && offsetof(Box, walkers) == 144);
-};
 
 namespace {
 
@@ -49,8 +30,8 @@ constexpr int kDefaultTextId = 1;
 constexpr int kFlyerCount = 3;
 constexpr int kWalkerCount = 3;
 
-/// Properties of the window. The last two are flags: their removal, unlike a change of their value, cannot fail and
-/// leave a box that nobody can close.
+/// Properties of the window. The last two are flags, which are set while the property exists. Changing a property's
+/// value can fail, but removing it cannot, so a box can always be closed again.
 constexpr char kBoxProperty[] = "Tamrix32 about box";               // the box's address
 constexpr char kClosingProperty[] = "Tamrix32 about box: closing";  // the window is closing
 constexpr char kAskingProperty[] = "Tamrix32 about box: asking";    // canClose is being called
@@ -67,12 +48,12 @@ bool hasFlag(HWND window, const char* property) {
     return GetPropA(window, property) != nullptr;
 }
 
-/// Values of `modal`.
+/// Values of `modal`, except during showModeless.
 constexpr int kModeless = 0;
 constexpr int kModal = 1;
 
-/// While showModeless runs, `modal` is the address of this struct, which is neither of the two values. A box that
-/// closes during that time must not delete itself yet, but a derived class may still delete it.
+/// While showModeless runs, `modal` is the address of this struct, which differs from both values. A box that closes
+/// during that time must not delete itself yet, but a derived class may still delete it.
 struct Opening {
     bool hasClosed = false;
     bool isDeleted = false;
@@ -83,6 +64,56 @@ struct Opening {
 };
 
 }  // namespace
+
+/// The handlers of the dialog's messages. Each returns the result of the dialog procedure.
+struct AboutMessages {
+    using Box = CAboutQuillonAppleTalk;
+
+    static int open(HWND window, Box* box) {
+        if (SetPropA(window, kBoxProperty, box))
+            box->initDialog(window);
+        else  // without the property the window cannot find its box; the caller still owns the box
+            DestroyWindow(window);
+        return boxOf(window) ? 1 : 0;  // a destroyed window must not get the focus
+    }
+
+    /// A window has no box if another thread deleted the box. That thread could not destroy the window and posted
+    /// WM_CLOSE.
+    static int handleWithoutBox(HWND window, UINT message) {
+        if (message != WM_CLOSE) return 0;
+        DestroyWindow(window);
+        return 1;
+    }
+
+    static int paint(HWND window, Box* box) {
+        PAINTSTRUCT area;
+        const HDC dc = BeginPaint(window, &area);
+        // BeginPaint sends messages to the window, so the box may have been deleted.
+        if (boxOf(window) == box) box->paint(dc);
+        if (dc) EndPaint(window, &area);
+        return 1;
+    }
+
+    static int askToClose(HWND window, Box* box) {
+        if (hasFlag(window, kClosingProperty) || hasFlag(window, kAskingProperty)) return 0;
+        setFlag(window, kAskingProperty);
+        const int mayClose = box->canClose();
+        if (boxOf(window) != box) return 0;
+        RemovePropA(window, kAskingProperty);
+        if (mayClose) box->revoke();
+        return 0;
+    }
+
+    /// Otherwise a modal dialog's loop would process the Tab and arrow keys; here any key closes the box.
+    static int requestAllKeys(HWND window) {
+        SetWindowLongA(window, DWL_MSGRESULT, DLGC_WANTALLKEYS);
+        return 1;
+    }
+
+    static void removeProperties(HWND window) {
+        for (const char* property : {kBoxProperty, kClosingProperty, kAskingProperty}) RemovePropA(window, property);
+    }
+};
 
 CAboutQuillonAppleTalk::CAboutQuillonAppleTalk(int textId, void* module)
     : flyerCount(kFlyerCount),
@@ -135,9 +166,10 @@ CAboutQuillonAppleTalk::~CAboutQuillonAppleTalk() {
     delete[] flyers;
     delete[] walkers;
     delete[] lines;
+    // The owners release the handles at the end of their scope.
     const BitmapHandle frame(frameBitmap);
     const BitmapHandle strip(stripBitmap);
-    for (const HBITMAP picture : pictures) const BitmapHandle ended(picture);
+    for (const HBITMAP picture : pictures) const BitmapHandle owner(picture);
     const PaletteHandle colours(palette);
     const GlobalBlock credits(text);
 }
@@ -182,30 +214,13 @@ int CAboutQuillonAppleTalk::isOpen() {
 }
 
 int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARAM wParam, LPARAM lParam) {
-    if (message == WM_INITDIALOG) {
-        auto* const shown = reinterpret_cast<CAboutQuillonAppleTalk*>(lParam);
-        if (SetPropA(window, kBoxProperty, shown))
-            shown->initDialog(window);
-        else  // without the property the window cannot find its box; the caller still owns the box
-            DestroyWindow(window);
-        return boxOf(window) ? 1 : 0;  // a destroyed window must not get the focus
-    }
+    if (message == WM_INITDIALOG) return AboutMessages::open(window, reinterpret_cast<CAboutQuillonAppleTalk*>(lParam));
     CAboutQuillonAppleTalk* const box = boxOf(window);
-    if (message == WM_DESTROY)
-        for (const char* property : {kBoxProperty, kClosingProperty, kAskingProperty}) RemovePropA(window, property);
-    if (!box) {
-        // Another thread deleted the box but could not destroy the window.
-        if (message == WM_CLOSE) DestroyWindow(window);
-        return message == WM_CLOSE;
-    }
+    if (message == WM_DESTROY) AboutMessages::removeProperties(window);
+    if (!box) return AboutMessages::handleWithoutBox(window, message);
     switch (message) {
-        case WM_PAINT: {
-            PAINTSTRUCT area;
-            const HDC dc = BeginPaint(window, &area);
-            if (boxOf(window) == box) box->paint(dc);
-            if (dc) EndPaint(window, &area);
-            return 1;
-        }
+        case WM_PAINT:
+            return AboutMessages::paint(window, box);
         case WM_TIMER:
             box->doTimer(static_cast<unsigned int>(wParam));
             return 1;
@@ -213,17 +228,9 @@ int CALLBACK CAboutQuillonAppleTalk::dialogProc(HWND window, UINT message, WPARA
         case WM_LBUTTONDOWN:
         case WM_COMMAND:
         case WM_KILLFOCUS:
-            if (hasFlag(window, kClosingProperty) || hasFlag(window, kAskingProperty)) return 0;
-            setFlag(window, kAskingProperty);
-            if (const int mayClose = box->canClose(); boxOf(window) == box) {
-                RemovePropA(window, kAskingProperty);
-                if (mayClose) box->revoke();
-            }
-            return 0;
+            return AboutMessages::askToClose(window, box);
         case WM_GETDLGCODE:
-            // Otherwise a modal dialog's loop would process the Tab and arrow keys; here any key closes the box.
-            SetWindowLongA(window, DWL_MSGRESULT, DLGC_WANTALLKEYS);
-            return 1;
+            return AboutMessages::requestAllKeys(window);
         case WM_DESTROY:
             box->dialogDestroyed();
             return 0;
