@@ -1,5 +1,5 @@
-// about_wine_bench DLL: compares a frame of the shipped DLL's about box with the same drawing calls alone, with the
-// box's bitmaps, fonts and text, and measures the processor time of an open box.
+// about_wine_bench DLL: compares the time of a frame of the shipped DLL's about box with that of its drawing calls
+// alone, which use the same bitmaps, fonts and text. Also measures the processor time of an open box.
 #include <windows.h>
 
 #include <algorithm>
@@ -22,7 +22,7 @@ struct Line {
     LONG length;
 };
 
-/// The layout of the box, by field offsets, as its clients know it.
+/// The box's fields, in the layout that its clients rely on.
 struct Box {
     void** slots;
     int before[8];
@@ -193,17 +193,16 @@ int main(int argc, char** argv) {
     const auto animate = reinterpret_cast<Method>(box.slots[kAnimateSlot]);
     BareFrame bare(box, library);
     const int cycle = 4 * box.lineCount;
-    std::vector<double> library_, bare_, ratios;
+    std::vector<double> bareTimes, ratios;
     for (int round = 0; round <= kRounds; ++round) {
         const double ours = milliseconds(cycle, [&] { animate(&box); });
         const double theirs = milliseconds(cycle, [&] { bare.draw(); });
-        if (round == 0) continue;  // in this round glyphs are rendered for the first time
-        library_.push_back(ours);
-        bare_.push_back(theirs);
+        if (round == 0) continue;  // the first round also renders the glyphs
+        bareTimes.push_back(theirs);
         ratios.push_back(ours / theirs);
     }
     // The median of the rounds' ratios, because other load on the machine affects both halves of a round equally.
-    const double bareFrame = median(bare_) * 1e6;
+    const double bareFrame = median(bareTimes) * 1e6;
     const bool fast = printRow({"animate", median(ratios) * bareFrame, 0, "bare drawing calls", bareFrame, kLimit});
     const double taken = openBox(construct, library);
     if (taken < 0) {

@@ -1,6 +1,7 @@
-// Minimal implementations of name conversion: a table lookup and quoting, into a buffer that is large enough, without
-// capacity checks, double-byte characters or special cases at the end; and string functions that use only C. They are
-// in their own source file, so that the compiler does not optimise them away.
+// Implementations with which the library is compared. Name conversion here is only a table lookup and quoting: it
+// checks no capacity and ignores double-byte characters and the special cases at the end of a name. The string
+// functions ignore double-byte characters too. All are in their own source file, so that the compiler cannot inline
+// them.
 #pragma once
 
 namespace bare {
@@ -19,10 +20,11 @@ int toMac(const Tables& tables, char* dst, const char* name);
 int windowsLength(const Tables& tables, const char* name);
 int macLength(const Tables& tables, const char* name);
 
-/// One of the two through a temporary block of `size` bytes, which a growing name needs.
+/// One of the two functions in place, through a temporary block of `size` bytes, because a name may grow.
 int inPlace(int (*loop)(const Tables&, char*, const char*), const Tables& tables, char* name, unsigned size);
 
-/// Conversion by a table only: in place, copied, and copied like strncpy. Each returns the number of bytes converted.
+/// Conversion by a table only: in place, while copying, and while copying exactly `size` bytes as strncpy does. Each
+/// returns the number of bytes converted.
 int translate(const unsigned char* table, char* s);
 int copy(const unsigned char* table, char* dst, const char* src);
 int copyFilled(const unsigned char* table, char* dst, const char* src, int size);

@@ -1,6 +1,6 @@
-// A class root like that of a large system, and a minimal enumeration of its mappings, which makes only the registry
-// calls. Of every ten keys, one is a mapping, one another extension, one an extension with a long name, and seven are
-// file classes.
+// A class root like that of a large system, and an enumeration of its mappings that makes only the necessary registry
+// calls. Of every ten keys, one is an extension with a mapping, one an extension without, one an extension with a long
+// name, and seven are file classes.
 #pragma once
 
 #include <windows.h>

@@ -1,5 +1,5 @@
-// Compares a complete enumeration of the extension mappings with the registry calls alone, and its time per key in a
-// small and a large class root, with the stand-in's registry.
+// Compares a complete enumeration of the extension mappings with its registry calls alone, and its time per key in a
+// large class root with that in a small one. Uses the stand-in's registry.
 #include <benchmark/benchmark.h>
 #include <standin.h>
 
@@ -29,8 +29,8 @@ int enumerateAll() {
     return class_keys::mappingPass<SExtensionMap>(EnumExtMap);
 }
 
-/// Measures as many enumerations of a class root with `count` keys as are needed to read 20,000 keys. An item is `keys`
-/// of these keys.
+/// Measures enumerations of a class root with `count` keys, as many as read 20,000 keys in total. The reported time is
+/// that of `keys` of these keys.
 void measure(const std::string& label, int keys, int count, int expected, int (*pass)()) {
     benchmark::RegisterBenchmark(label.c_str(), [=](benchmark::State& state) {
         givenClassKeys(count);

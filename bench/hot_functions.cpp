@@ -17,7 +17,7 @@ int sink;
 
 }  // namespace
 
-/// Defines a function that is never inlined, so that the profile shows it with all that it calls.
+/// Defines a function that is never inlined, so that the profile shows it with the functions that it calls.
 #define HOT(name, ...)                                                                            \
     extern "C" __attribute__((noinline)) void hot_##name([[maybe_unused]] const Texts& mac,       \
                                                          [[maybe_unused]] const Texts& windows) { \

@@ -171,7 +171,7 @@ int create(char*, const std::string& name) {
 
 using Work = int (*)(char*, const std::string&);
 
-/// Measures removals. Removed mappings are added again in between, which is not measured.
+/// Measures removals. Between the rounds, the mappings are added again; that time is not measured.
 void measureRemovals(const std::string& label, const Inputs<std::string>& inputs, Work work) {
     benchmark::RegisterBenchmark(label.c_str(), [=, &inputs](benchmark::State& state) {
         char buffer[512];

@@ -12,8 +12,8 @@
 /// Size in bytes of the buffer that each call gets.
 constexpr unsigned kRoom = 1 << 18;
 
-/// The single inputs, and one with 1,000 times their average work, or none if that makes no sense. Texts has the same
-/// members.
+/// The inputs, and in `joined` one input with 1,000 times their average work, or none if growth is not measured. Texts
+/// has the same members.
 template <typename Input>
 struct Inputs {
     std::vector<Input> each;
@@ -60,7 +60,7 @@ void compare(const std::string& operation, const Collection& inputs, Work work, 
 /// Hides a function from the compiler, so that functions of the library and of C are called in the same way and none is
 /// inlined.
 template <typename Function>
-Function* called(Function* function) {
-    Function* volatile kept = function;
-    return kept;
+Function* opaque(Function* function) {
+    Function* volatile hidden = function;
+    return hidden;
 }

@@ -21,7 +21,8 @@ namespace {
 
 constexpr std::size_t kNames = 1000;
 
-/// Conversion by iconv in one direction. Bytes that it cannot convert would end a call early, so names contain none.
+/// Conversion by iconv in one direction. The names contain only bytes that it can convert, because another byte would
+/// end a call early.
 class Converter {
 public:
     Converter(const char* to, const char* from) : handle(iconv_open(to, from)) {}
@@ -149,7 +150,7 @@ void compareForms(const Texts& texts, const char* direction, const char* length,
         1.25);
 }
 
-/// Compares conversion by the character table with the same loop with a fixed table.
+/// Compares the library's conversion by the character table with a loop that gets the same table as an argument.
 template <typename Ours, typename Bare, typename Call>
 void compareTable(const char* label, Ours* ours, const char* reference, Bare* loop, const unsigned char* table,
                   Call call) {
@@ -185,17 +186,18 @@ void registerOtherForms() {
 template <typename Ours, typename Theirs, typename Call>
 void comparePair(const char* label, Ours* ours, const char* reference, Theirs* theirs, Call call, double limit = 1.3) {
     compare(
-        label, sample().windows, [=, f = called(ours)](char* dst, const Text& text) { return call(f, dst, text); },
-        reference, [=, f = called(theirs)](char* dst, const Text& text) { return call(f, dst, text); }, limit);
+        label, sample().windows, [=, f = opaque(ours)](char* dst, const Text& text) { return call(f, dst, text); },
+        reference, [=, f = opaque(theirs)](char* dst, const Text& text) { return call(f, dst, text); }, limit);
 }
 
 void registerStrings() {
     using namespace calls;
     using Find = const char*(const char*, int);
-    // It must return an int, so strlen's result must be converted; the row for strlen itself is for information.
+    // dbcs_strlen converts the result of strlen to an int, so the limit is for a function that does the same. The row
+    // for strlen itself is for information.
     comparePair("dbcs_strlen", dbcs_strlen, "strlen as an int", bare::length, length);
     measureEach("strlen", sample().windows.each,
-                [=, f = called(std::strlen)](char* dst, const Text& text) { return length(f, dst, text); });
+                [=, f = opaque(std::strlen)](char* dst, const Text& text) { return length(f, dst, text); });
     rows().push_back({"dbcs_strlen", "strlen", kNoLimit});
     comparePair("dbcs_strcpy", dbcs_strcpy, "strcpy", std::strcpy, copy);
     comparePair("dbcs_strcat", dbcs_strcat, "strcat", std::strcat, append);
@@ -203,17 +205,17 @@ void registerStrings() {
     comparePair<char*(const char*, int), Find>("dbcs_strchr", dbcs_strchr, "strchr", std::strchr, find);
     comparePair<char*(const char*, int), Find>("dbcs_strrchr", dbcs_strrchr, "strrchr", std::strrchr, find);
     comparePair("dbcs_strcmp", dbcs_strcmp, "strcmp", std::strcmp, calls::compare);
-    // Standard C has no case-insensitive comparison. The vendor's uses vector instructions and reads past terminators,
-    // which only the vendor may do; its row is for information.
-    const auto loopBeside = [](const char* label, const char* reference, auto call) {
+    // The limits are for a loop, because standard C has no case-insensitive comparison. strcasecmp uses vector
+    // instructions and reads past the terminator, which only the C library may do; its rows are for information.
+    const auto compareWithLoop = [](const char* label, const char* reference, auto call) {
         measureEach(reference, sample().windows.each,
                     [=](char* dst, const Text& text) { return call(bare::compareByTolower, dst, text); });
         rows().push_back({label, reference, 1.3});
     };
     comparePair("dbcs_stricmp", dbcs_stricmp, "strcasecmp", strcasecmp, calls::compare, kNoLimit);
-    loopBeside("dbcs_stricmp", "tolower loop", calls::compare);
+    compareWithLoop("dbcs_stricmp", "tolower loop", calls::compare);
     comparePair("dbcs_stricmp, other case", dbcs_stricmp, "strcasecmp, other case", strcasecmp, compareCase, kNoLimit);
-    loopBeside("dbcs_stricmp, other case", "tolower loop, other case", compareCase);
+    compareWithLoop("dbcs_stricmp, other case", "tolower loop, other case", compareCase);
     comparePair("dbcs_strupr", dbcs_strupr, "toupper loop, in place", bare::upper, inPlace);
     comparePair("dbcs_strlwr", dbcs_strlwr, "tolower loop, in place", bare::lower, inPlace);
     comparePair("BufStrCpy", BufStrCpy, "memccpy", bare::copyUpTo, copyBounded);

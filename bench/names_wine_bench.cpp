@@ -31,7 +31,7 @@ int walkWithCharNext(const char* text) {
     return static_cast<int>(p - text);
 }
 
-/// The best of several rounds, in nanoseconds per text.
+/// The shortest time of several rounds, in nanoseconds per text.
 template <typename Work>
 double nanoseconds(const std::vector<Text>& texts, Work work) {
     LARGE_INTEGER frequency;

@@ -1,8 +1,9 @@
-// Compares the command, renaming a folder of 200,000 files with a journal, with the same number of rename() calls
-// alone. Growth is the time per entry divided by that in a folder with a hundredth of the files, and then by the same
-// growth of rename() alone. A run over an empty folder says how long the program takes to start, which is no entry's
-// time: among few files it would hide growth. Each time is the best of several runs, since what a disk does meanwhile
-// only adds to it. Runs the command in the folder of this program.
+// Compares `tamrix rename` with a journal, in a folder of 200,000 files, with the same number of rename() calls alone.
+//
+// Growth is the time per file in this folder divided by the time per file in a folder of 2,000, and then divided by the
+// same quotient for rename() alone. The start-up time of the command is measured in an empty folder and subtracted,
+// because it is a larger part of the time in the small folder and would hide growth. Each time is the shortest of
+// several runs, because other load on the disk can only increase it. The command must be in the folder of this program.
 #include <fcntl.h>
 #include <unistd.h>
 
@@ -43,7 +44,7 @@ double timed(Work work) {
     return std::chrono::duration<double, std::nano>(std::chrono::steady_clock::now() - start).count();
 }
 
-/// Nanoseconds per entry; for no entry, all of them.
+/// Nanoseconds per file; in an empty folder, nanoseconds of the whole run.
 struct Times {
     double command;
     double bare;
@@ -54,7 +55,8 @@ void renameBare(int count) {
     for (int i = 0; i < count; ++i) std::rename(nameOf(i, "[058]").c_str(), nameOf(i, ":").c_str());
 }
 
-/// The best times of several runs. `run` runs the command and takes `start` nanoseconds for no entry.
+/// The shortest times of several runs in a folder of `count` files. `run` runs the command; `start` is its start-up
+/// time in nanoseconds.
 template <typename Run>
 Times best(int runs, int count, double start, Run run) {
     Times times{HUGE_VAL, HUGE_VAL};

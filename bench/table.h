@@ -13,7 +13,7 @@ constexpr double kGrowthLimit = 1.2;
 struct Row {
     const char* operation;
     double nanoseconds;
-    double growth;  // time for 1,000 times the work / 1,000 times the time for once; 0: not measured
+    double growth;  // time for 1,000 times the work, divided by 1,000 times the time for the work once; 0: not measured
     const char* reference;
     double referenceNanoseconds;
     double limit;  // limit of the ratio of both times; less than 1 if the operation must be faster

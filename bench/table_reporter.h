@@ -1,5 +1,5 @@
-// Runs the registered benchmarks alternately and prints their best times as rows of the common table. Other load on the
-// machine can only increase a time, so the best of several is the most accurate.
+// Runs the registered benchmarks alternately and prints their shortest times as rows of the common table. Other load on
+// the machine can only increase a time, so the shortest of several is the most accurate.
 #pragma once
 
 #include <benchmark/benchmark.h>
@@ -28,13 +28,13 @@ class TableReporter : public benchmark::BenchmarkReporter {
 public:
     bool ReportContext(const Context&) override { return true; }
 
-    /// Stores the best time per item.
+    /// Stores the shortest time per item.
     void ReportRuns(const std::vector<Run>& runs) override {
         for (const Run& run : runs) {
             if (run.run_type != Run::RT_Iteration) continue;
             const double time = 1e9 / run.counters.at("items_per_second");
-            const auto [best, first] = times.emplace(run.run_name.function_name, time);
-            if (!first) best->second = std::min(best->second, time);
+            const auto [shortest, first] = times.emplace(run.run_name.function_name, time);
+            if (!first) shortest->second = std::min(shortest->second, time);
         }
     }
 

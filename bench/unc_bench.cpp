@@ -1,5 +1,5 @@
-// Compares splitting, joining and measuring UNC paths with loops that assume a complete path, on realistic names and on
-// one of 1,000 times their length.
+// Compares splitting, joining and measuring UNC paths with loops that assume that all parts are present. Uses realistic
+// names, and one name of 1,000 times their length.
 #include <cstdlib>
 #include <cstring>
 #include <string>

@@ -11,8 +11,8 @@ install(TARGETS tamrix RUNTIME DESTINATION bin)
 install(FILES $<TARGET_PDB_FILE:Tamrix32> DESTINATION bin)
 install(DIRECTORY include/ ${PROJECT_BINARY_DIR}/include/ DESTINATION include)
 
-# GCC's import library has two names: with -static, GNU ld looks for libTamrix32.a, and would use Tamrix32.lib if it
-# were missing.
+# GCC's import library has two names. With -static, GNU ld looks for libTamrix32.a; without it, ld would use
+# Tamrix32.lib, which contains the names of the other compilers.
 add_custom_command(OUTPUT ${packageFiles}/libTamrix32.dll.a
     COMMAND ${CMAKE_COMMAND} -E make_directory ${packageFiles}
     COMMAND Python3::Interpreter ${PROJECT_SOURCE_DIR}/scripts/gcc_import_library.py
@@ -31,8 +31,8 @@ install(FILES $<TARGET_OBJECTS:tamrix_start> DESTINATION lib RENAME tamrix32-sta
 install(FILES cmake/msvc32.cmake DESTINATION share/tamrix32/cmake)
 install(FILES cmake/package/clang-msvc32.cmake DESTINATION share/tamrix32/cmake)
 
-# The dialogs' help file, next to the programs that open it; not built where halibut is missing. The Windows viewer opens
-# topics in its window and in popups; Wine 8's opens them all in its window, but not in popups (its PopupContext is empty).
+# The dialogs' help file, in the folder of the programs that open it; not built if halibut is missing. The Windows help
+# viewer shows topics in its window and in popups. Wine 8's viewer has no popups: its PopupContext does nothing.
 find_program(HALIBUT halibut)
 if(HALIBUT)
     set(help ${packageFiles}/athelp.but)

@@ -22,7 +22,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND CMAKE_CXX_COMPILER_VERSION VERSION_L
     target_compile_options(tamrix_options INTERFACE -Wno-restrict)
 endif()
 if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
-    # No dynamic initialisers: all initialization at load is in the entry point.
+    # No dynamic initializers: all initialization at load is in the entry point.
     set(TAMRIX_MODULE_WARNINGS -Wglobal-constructors -Wexit-time-destructors)
     if(MSVC)
         # The platform types in exported classes are fixed by the interface.

@@ -42,7 +42,7 @@ Image captured(Draw draw) {
     return image;
 }
 
-/// Draws frames and paints them into its own bitmap, like a derived class of a client.
+/// A derived class, as a client may define it, which makes the frames available.
 class Frames : public CAboutQuillonAppleTalk {
 public:
     using CAboutQuillonAppleTalk::animate;

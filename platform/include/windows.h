@@ -1,10 +1,9 @@
-/* The windowless part of Win32, for native builds: the types, constants and functions that the library's modules and
-   the command call, under the platform's names and with its published contracts. Nothing else is here, and no window,
-   drawing or dialog. tests/registry_calls_test.cpp runs against this and against the real thing.
+/* The part of Win32 without windows, drawing and dialogs, for native builds. Declares only the types, constants and
+   functions that the library's modules, the command and their tests use, with the platform's names and documented
+   behaviour. tests/registry_calls_test.cpp tests the registry calls here and on the real platform.
 
-   Two widths differ from what a Unix programmer expects: LONG and DWORD have 32 bits everywhere, and WCHAR is a 16-bit
-   char16_t (on Windows it is wchar_t), so spell WCHAR, never wchar_t. Compiles as C and as C++. It is longer than
-   other headers since it stands for one that is a hundred times its size. */
+   LONG and DWORD have 32 bits everywhere. WCHAR is char16_t here but wchar_t on Windows, so use WCHAR, never wchar_t.
+   Compiles as C and as C++. Longer than other headers, because all sources include this one header by this name. */
 #pragma once
 
 #include <stddef.h>
@@ -61,7 +60,7 @@ typedef HINSTANCE HMODULE;
 typedef struct HWND__* HWND;
 typedef struct HRSRC__* HRSRC;
 
-/* Drawing: only what public declarations name. */
+/* Drawing: only the types in declarations of public headers. */
 typedef struct HBITMAP__* HBITMAP;
 typedef struct HFONT__* HFONT;
 typedef struct HPALETTE__* HPALETTE;
@@ -147,9 +146,9 @@ typedef struct _SECURITY_ATTRIBUTES {
 extern "C" {
 #endif
 
-/* HKEY_CLASSES_ROOT is a root of its own here, not a view of other keys. Data comes back byte for byte as it was
-   stored: no terminator is added, neither in writing nor in reading, where newer systems sometimes add one. Keys have
-   no time of their last change: it is given as 0. */
+/* Differences from the platform: HKEY_CLASSES_ROOT is a separate root, not a view of other keys. Data is returned
+   exactly as it was stored; newer systems sometimes add a missing terminator. The time of a key's last change is
+   always 0. */
 LONG WINAPI RegOpenKeyExA(HKEY key, LPCSTR path, DWORD options, REGSAM access, PHKEY result);
 LONG WINAPI RegCreateKeyExA(HKEY key, LPCSTR path, DWORD reserved, LPSTR className, DWORD options, REGSAM access,
                             SECURITY_ATTRIBUTES* security, PHKEY result, LPDWORD disposition);
@@ -211,7 +210,7 @@ BOOL WINAPI GlobalUnlock(HGLOBAL block);
 SIZE_T WINAPI GlobalSize(HGLOBAL block);
 HGLOBAL WINAPI GlobalFree(HGLOBAL block);
 
-/* Message boxes and the rest. */
+/* Message boxes, window classes, errors and counters. */
 
 #define MB_OK 0x00000000
 #define MB_SETFOREGROUND 0x00010000

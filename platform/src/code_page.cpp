@@ -23,7 +23,7 @@ constexpr Source kSources[] = {
     {1251, "CP1251", {}},         {1252, "CP1252", {}},         {10000, "MACINTOSH", {}},
 };
 
-// Single characters in the platform's tables that the C library's lack, in both directions.
+// Characters that the platform converts in a different way than the C library, in both directions.
 struct Addition {
     UINT number;
     WORD character;
@@ -36,8 +36,8 @@ constexpr Addition kAdditions[] = {
     {950, 0xF9E9, 0x255E}, {950, 0xF9EA, 0x256A}, {950, 0xF9EB, 0x2561},
 };
 
-// Areas for user-defined characters, from `first` to `last`, with consecutive private-use units. The few scattered ones
-// in 936 are omitted.
+// Areas for user-defined characters, from `first` to `last`. Their characters have consecutive units, from `unit` on.
+// The user-defined characters of 936 outside these areas are omitted.
 struct UserArea {
     UINT number;
     WORD first, last;
@@ -79,7 +79,7 @@ public:
 
     bool usable() const { return handle_ != reinterpret_cast<iconv_t>(-1); }
 
-    // Returns the size of the result, or 0 if the input cannot be converted completely.
+    // Returns the size of the result in bytes, or 0 if the input cannot be converted completely.
     std::size_t convert(char* input, std::size_t size, char* output, std::size_t capacity) {
         std::size_t left = capacity;
         iconv(handle_, nullptr, nullptr, nullptr, nullptr);
@@ -103,7 +103,7 @@ locale_t unicodeLocale() {
 WCHAR upperUnit(WCHAR unit) {
     if (unit < 0x80) return unit >= u'a' && unit <= u'z' ? static_cast<WCHAR>(unit - 0x20) : unit;
     const wint_t upper = towupper_l(unit, unicodeLocale());
-    // The platform uses only case pairs that map both ways, so the micro sign and the dotless i do not change.
+    // The platform uses only case pairs that map in both directions, so the micro sign and the dotless i do not change.
     return towlower_l(upper, unicodeLocale()) == unit ? static_cast<WCHAR>(upper) : unit;
 }
 

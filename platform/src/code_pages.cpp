@@ -12,7 +12,7 @@
 namespace standin {
 namespace {
 
-// Text can be converted to and from it, but it is never the active code page.
+// A code page for conversions only; setCodePages does not accept it.
 constexpr UINT kMacRoman = 10000;
 
 std::atomic<const CodePage*> activeAnsi{nullptr};

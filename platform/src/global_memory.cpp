@@ -1,5 +1,5 @@
-// Global memory. To reveal errors, a moveable block's handle is not its address, and blocks have exactly the requested
-// size.
+// Global memory. To reveal errors in callers, a moveable block's handle is not its address, and blocks have exactly the
+// requested size.
 #include <standin.h>
 
 #include <cstdlib>

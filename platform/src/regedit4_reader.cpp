@@ -193,7 +193,7 @@ std::optional<TextError> mergeRegistry(std::string_view text) {
         for (const FileValue& fileValue : fileKey.values) {
             Value& value = key->addValue(fileValue.name);
             value.type = fileValue.type;
-            // In a block exactly as large as the data.
+            // Copied, because a copy has no spare capacity in which a sanitizer would not detect reads past the data.
             value.data = std::vector<BYTE>(fileValue.data.begin(), fileValue.data.end());
         }
     }

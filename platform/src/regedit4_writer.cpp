@@ -1,4 +1,3 @@
-
 #include "regedit4.h"
 
 namespace standin {

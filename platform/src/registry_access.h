@@ -6,7 +6,8 @@
 
 namespace standin {
 
-/// One registry call. Holds the registry's lock, and fails from the start if the plan says so.
+/// One registry call. Locks the registry until it is destroyed. If the fault plan makes the call fail, `result` is an
+/// error from the start.
 class RegistryCall {
 public:
     RegistryCall() : lock_(registry().guard), result_(faultDue(Kind::registry) ? ERROR_NOT_ENOUGH_MEMORY : 0) {}

@@ -18,8 +18,8 @@ REGSAM grantedAccess(REGSAM asked) {
     return asked & MAXIMUM_ALLOWED ? asked | KEY_ALL_ACCESS : asked;
 }
 
-// Only below the class root may a path begin with a backslash.
-bool acceptStart(HKEY key, std::string_view path) {
+// A path may begin with a backslash only if it is relative to the class root.
+bool isValidStart(HKEY key, std::string_view path) {
     return path.empty() || path[0] != '\\' || key == HKEY_CLASSES_ROOT;
 }
 
@@ -39,7 +39,7 @@ LONG enumerate(RegistryCall& call, HKEY handle, DWORD index, LPSTR name, LPDWORD
     std::memcpy(name, childName.data(), childName.size());
     name[childName.size()] = 0;
     *nameSize = static_cast<DWORD>(childName.size());
-    if (lastWrite) *lastWrite = {};  // times are not kept
+    if (lastWrite) *lastWrite = {};  // the stand-in stores no times
     return ERROR_SUCCESS;
 }
 
@@ -103,13 +103,13 @@ LONG WINAPI RegOpenKeyExA(HKEY key, LPCSTR path, DWORD, REGSAM access, PHKEY res
     const auto from = call.key(key, 0);
     if (!from) return call.result();
     const std::string_view below = path ? path : "";
-    if (!acceptStart(key, below)) return ERROR_BAD_PATHNAME;
+    if (!isValidStart(key, below)) return ERROR_BAD_PATHNAME;
     auto found = findKey(from, below);
     return found ? openAs(std::move(found), access, result) : ERROR_FILE_NOT_FOUND;
 }
 
-// The rights of the parent's handle do not matter for creating and deleting keys below it: the platform checks the
-// permissions of the key itself.
+// Creating and deleting keys needs no rights on the parent's handle: the platform checks the permissions of the keys
+// themselves.
 LONG WINAPI RegCreateKeyExA(HKEY key, LPCSTR path, DWORD reserved, LPSTR, DWORD, REGSAM access, SECURITY_ATTRIBUTES*,
                             PHKEY result, LPDWORD disposition) {
     RegistryCall call;
@@ -117,7 +117,7 @@ LONG WINAPI RegCreateKeyExA(HKEY key, LPCSTR path, DWORD reserved, LPSTR, DWORD,
     const auto from = call.key(key, 0);
     if (!from) return call.result();
     if (!path) return ERROR_BADKEY;
-    if (!acceptStart(key, path)) return ERROR_BAD_PATHNAME;
+    if (!isValidStart(key, path)) return ERROR_BAD_PATHNAME;
     bool created = false;
     auto made = createKey(from, path, created);
     if (!made) return ERROR_INVALID_PARAMETER;
@@ -141,7 +141,7 @@ LONG WINAPI RegDeleteKeyA(HKEY key, LPCSTR path) {
     const auto from = call.key(key, 0);
     if (!from) return call.result();
     if (!path) return ERROR_INVALID_PARAMETER;
-    if (!acceptStart(key, path)) return ERROR_BAD_PATHNAME;
+    if (!isValidStart(key, path)) return ERROR_BAD_PATHNAME;
     const auto found = findKey(from, path);
     if (!found) return ERROR_FILE_NOT_FOUND;
     if (!found->parent || found->denied || !found->children().empty()) return ERROR_ACCESS_DENIED;

@@ -29,8 +29,8 @@ struct Value {
 
 class Key;
 
-/// A subkey in the sorted list of its siblings. It contains short names, so that enumerating and searching use one
-/// block of memory and do not access the keys.
+/// An entry in the sorted list of a key's subkeys. It contains a copy of a short name, so that enumerating and
+/// searching access one block of memory instead of every key.
 class SubkeyEntry {
 public:
     explicit SubkeyEntry(std::shared_ptr<Key> key);
@@ -60,7 +60,9 @@ public:
     /// The nth child; null past the end. Remembers it, because an enumeration usually looks it up by name next.
     const SubkeyEntry* enumerated(std::size_t index) const;
 
+    /// Null if there is no such value.
     Value* value(std::string_view name);
+    /// Returns an existing value with this name, or adds an empty one.
     Value& addValue(std::string_view name);
     bool removeValue(std::string_view name);
     const std::vector<Value>& values() const { return values_; }
@@ -75,7 +77,7 @@ public:
 private:
     void markDeleted();
 
-    // The fields for opening a key and reading its values are together, here and above; the subkeys are last.
+    // In this order, the fields that opening a key and reading its values use are next to each other in memory.
     std::vector<Value> values_;
     std::string name_;
     std::vector<SubkeyEntry> children_;

@@ -34,7 +34,8 @@ Resources& resources() {
     return state;
 }
 
-// The string "#12" means the number 12, and names are case-insensitive.
+// Returns the form in which types and names are compared: the string "#12" means the number 12, and names are
+// case-insensitive.
 std::string identifier(const char* nameOrId) {
     if (IS_INTRESOURCE(nameOrId)) return '#' + std::to_string(reinterpret_cast<ULONG_PTR>(nameOrId));
     std::string name = nameOrId;
@@ -59,7 +60,7 @@ Resource* find(HINSTANCE module, const std::string& type, const std::string& nam
 }
 
 template <typename Handle>
-Resource* live(Handle handle) {
+Resource* resourceOf(Handle handle) {
     for (const auto& resource : resources().all)
         if (static_cast<void*>(resource.get()) == static_cast<void*>(handle)) return resource.get();
     SetLastError(ERROR_INVALID_HANDLE);
@@ -111,14 +112,14 @@ HRSRC WINAPI FindResourceA(HMODULE module, LPCSTR name, LPCSTR type) {
 DWORD WINAPI SizeofResource(HMODULE, HRSRC resource) {
     if (faultDue(Kind::resource)) return 0;
     const std::scoped_lock lock(resources().guard);
-    const Resource* found = live(resource);
+    const Resource* found = resourceOf(resource);
     return found ? found->size : 0;
 }
 
 HGLOBAL WINAPI LoadResource(HMODULE, HRSRC resource) {
     if (faultDue(Kind::resource)) return nullptr;
     const std::scoped_lock lock(resources().guard);
-    Resource* found = live(resource);
+    Resource* found = resourceOf(resource);
     if (found) ++found->loads;
     return found;
 }
@@ -126,13 +127,13 @@ HGLOBAL WINAPI LoadResource(HMODULE, HRSRC resource) {
 LPVOID WINAPI LockResource(HGLOBAL data) {
     if (faultDue(Kind::resource)) return nullptr;
     const std::scoped_lock lock(resources().guard);
-    const Resource* found = live(data);
+    const Resource* found = resourceOf(data);
     return found ? found->bytes.get() : nullptr;
 }
 
 BOOL WINAPI FreeResource(HGLOBAL data) {
     const std::scoped_lock lock(resources().guard);
-    Resource* found = live(data);
+    Resource* found = resourceOf(data);
     if (found && found->loads > 0) --found->loads;
     return FALSE;
 }

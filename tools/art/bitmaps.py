@@ -10,8 +10,8 @@ import struct
 _FILE_HEADER = struct.Struct("<2sIHHI")
 _INFO_HEADER = struct.Struct("<IiiHHIIiiII")
 _RLE8 = 1
-_LONGEST = 255
-_SHORTEST_LITERAL = 3
+_MAX_RUN = 255
+_MIN_LITERAL = 3
 
 
 def encode(width, height, indexes, entries):
@@ -34,9 +34,9 @@ def _encode_row(row):
     at = 0
     while at < len(row):
         count = 1
-        while at + count < len(row) and row[at + count] == row[at] and count < _LONGEST:
+        while at + count < len(row) and row[at + count] == row[at] and count < _MAX_RUN:
             count += 1
-        # A pair within a literal run takes no more bytes than ending the run for it.
+        # Inside a literal run, two equal pixels stay literal: a separate pair would take at least as many bytes.
         if count >= 3 or (count == 2 and not literal):
             _flush(out, literal)
             out += bytes([count, row[at]])
@@ -51,7 +51,7 @@ def _flush(out, literal):
     while literal:
         part = literal[:254]
         del literal[:254]
-        if len(part) < _SHORTEST_LITERAL:
+        if len(part) < _MIN_LITERAL:
             for index in part:
                 out += bytes([1, index])
             continue
@@ -61,14 +61,14 @@ def _flush(out, literal):
 
 
 def decode(data):
-    """Decodes a file that `encode` wrote: (width, height, indexes from top to bottom, entries)."""
+    """Decodes a file that `encode` wrote. Returns (width, height, indexes from top to bottom, entries)."""
     magic, size, _, _, start = _FILE_HEADER.unpack_from(data, 0)
     info = _INFO_HEADER.unpack_from(data, _FILE_HEADER.size)
     header_size, width, height, planes, bits, compression, pixel_size, _, _, used, _ = info
     if (magic, size, header_size, planes, bits, compression) != (b"BM", len(data), 40, 1, 8, _RLE8):
         raise ValueError("not an RLE8 bitmap")
     if used not in (0, 256) or start + pixel_size != size:
-        raise ValueError("colour table or pixel size is off")
+        raise ValueError("wrong size of colour table or pixels")
     table = data[_FILE_HEADER.size + _INFO_HEADER.size:start]
     entries = [(table[i + 2], table[i + 1], table[i]) for i in range(0, len(table), 4)]
     rows = _decode_rows(data[start:], width, height)
@@ -84,7 +84,7 @@ def _decode_rows(data, width, height):
         at += 2
         if count:
             row += bytes([value]) * count
-        elif value >= _SHORTEST_LITERAL:
+        elif value >= _MIN_LITERAL:
             row += data[at:at + value]
             at += value + value % 2
         elif value == 2:

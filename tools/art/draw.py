@@ -27,7 +27,7 @@ TARGET = os.path.join(ROOT, "src", "resources", "art")
 
 
 def _bitmap_files():
-    """The bytes of every bitmap by file name. They are created together because they share one palette."""
+    """Returns {file name: bytes} of all bitmaps. They are created together because they share one palette."""
     drawn = {"frame.bmp": frame.frame()}
     drawn.update({"picture%d.bmp" % phase: scene.picture(phase) for phase in range(scene.FRAMES)})
     mixed = Counter()
@@ -47,7 +47,7 @@ def _bitmap_files():
 
 
 def _soften(block):
-    """A pixel's paint if all its samples are the same, otherwise their average colour."""
+    """The paint (an index) if all samples of a pixel are the same, otherwise their average colour (a tuple)."""
     first = block[0]
     if block.count(first) == len(block):
         return first

@@ -1,4 +1,5 @@
-"""The product's name as strokes of a round pen. Letters are in units of the capital height, y down from its top."""
+"""The product's name as strokes of a round pen. The unit of all coordinates is the height of a capital letter; y is 0
+at its top and increases downwards."""
 
 from raster import circle
 

@@ -1,4 +1,4 @@
-"""The colours: paints to draw with, the 256 entries that every bitmap shares, and the 16 of the icons.
+"""The colours: the paints that shapes are drawn with, the 256 palette entries of all bitmaps, and the 16 of the icons.
 
 A paint is an index into PAINTS. Paints 0..19 are the system colours; the others are ramps from dark to light. The final
 palette contains every paint exactly; the remaining entries are for the mixed colours of soft edges.
@@ -115,7 +115,8 @@ def _weight(box):
 
 
 def share_palette(mixed):
-    """The 256 shared entries, and the entry of each paint. `mixed` contains the count of each colour that is not a paint.
+    """Returns the 256 shared entries and, for each paint, the index of its entry. `mixed` is a Counter of the colours
+    that are not paints.
 
     Entries 0..9 and 246..255 are the system colours, in the order in which 8-bit screens reserve them.
     """

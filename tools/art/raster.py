@@ -1,4 +1,4 @@
-"""A canvas of paints, 4 x 4 samples per pixel. Shapes fill samples; averaging the samples results in soft edges."""
+"""A canvas with 4 x 4 samples per pixel. Shapes fill whole samples; averaging a pixel's samples smooths the edges."""
 
 import math
 
@@ -52,7 +52,7 @@ def length(line):
 
 
 class Canvas:
-    """Samples contain paints. A shape's paint is an index, a function of y, or a 256-byte table that replaces paints."""
+    """Samples contain paints. A shape's paint is an index, a function of y, or a 256-byte table of replacements."""
 
     def __init__(self, width, height, paint=0):
         self.width = width
@@ -103,7 +103,8 @@ class Canvas:
                   + circle(x, y, radius, None, 180, 270, 8) + circle(right, y, radius, None, 270, 360, 8), paint)
 
     def stroke(self, line, width, paint, round_ends=True):
-        """A line of points drawn with a round pen. Not for tables: the pen's steps overlap."""
+        """Draws a line of points with a round pen. `paint` must not be a table: where the pen's steps overlap, a table
+        would be applied twice."""
         half = width / 2
         for (x0, y0), (x1, y1) in zip(line, line[1:]):
             step = math.hypot(x1 - x0, y1 - y0)

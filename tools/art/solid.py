@@ -16,7 +16,7 @@ class View:
 
 
 class Face:
-    """A flat rectangle in the room. From its lower left corner, u points right and v up (on a top face: away)."""
+    """A plane in the room with its own coordinates: u right and v up (on a horizontal plane: away from the viewer)."""
 
     def __init__(self, canvas, view, origin, u, v):
         self.canvas = canvas
@@ -41,7 +41,7 @@ class Face:
         self.canvas.stroke([self.at(u, v) for u, v in points], width, paint)
 
     def raised(self, u, v, width, height, edge, light, middle, dark):
-        """A raised plate, lit from the upper left. With light and dark swapped it looks sunk in."""
+        """A raised plate, lit from the upper left. With `light` and `dark` exchanged, it is a recess."""
         self.rect(u, v, width, height, dark)
         self.fill([(u, v), (u, v + height), (u + width, v + height), (u + width - edge, v + height - edge),
                    (u + edge, v + height - edge), (u + edge, v + edge)], light)

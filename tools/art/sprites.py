@@ -1,7 +1,7 @@
 """Conversion of sprites to pixels, and the flying sprite: a diskette with wings, in four directions.
 
-A sprite's canvas contains numbers of the 16 icon colours. A pixel gets the colour of most of its samples, so that edges
-are sharp, and everything that is drawn gets a black outline.
+A sprite's canvas contains numbers of the 16 icon colours. A pixel gets the most frequent colour of its samples, so that
+edges are sharp. The sprite gets a black outline.
 """
 
 import math
@@ -30,10 +30,11 @@ def _outlined(rows):
     def solid(x, y):
         return 0 <= x < size and 0 <= y < size and rows[y][x] != CLEAR
 
-    def beside(x, y):
+    def touches_solid(x, y):
         return solid(x - 1, y) or solid(x + 1, y) or solid(x, y - 1) or solid(x, y + 1)
 
-    return [[BLACK if rows[y][x] == CLEAR and beside(x, y) else rows[y][x] for x in range(size)] for y in range(size)]
+    return [[BLACK if rows[y][x] == CLEAR and touches_solid(x, y) else rows[y][x] for x in range(size)]
+            for y in range(size)]
 
 
 def mirrored(rows):
@@ -41,7 +42,7 @@ def mirrored(rows):
 
 
 def _diskette(canvas, left, top, look):
-    """The body, 16 x 16 pixels: shutter at the top, label at the bottom, eyes between them with pupils moved by `look`."""
+    """The body, 16 x 16 pixels: shutter at the top, label at the bottom, eyes with pupils moved by `look`."""
     canvas.fill([(left, top), (left + 14, top), (left + 16, top + 2), (left + 16, top + 16), (left, top + 16)], BLUE)
     canvas.rect(left + 15, top + 2, 1, 14, NAVY)
     canvas.rect(left, top + 15, 16, 1, NAVY)
