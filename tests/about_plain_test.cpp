@@ -111,7 +111,7 @@ std::string story(CCustomResource resource, const std::string& operations) {
         if (operation != 'c') text += std::to_string(operation == 'l' ? resource.lock() : resource.unlock());
         text += resource.isLocked() ? "* " : " ";
         EXPECT_EQ(resource.getAddress() != nullptr, resource.isLocked() == 1);
-        EXPECT_EQ(standin::lockedResources(), resource.isLocked() ? 1U : 0U);
+        EXPECT_EQ(standin::loadedResources(), resource.isLocked() ? 1U : 0U);
     }
     return text + std::to_string(resource.getSize());
 }
@@ -128,7 +128,7 @@ TEST(CustomResource, IsLoadedWhileItIsLocked) {
     EXPECT_EQ(story({module, 0x10002, type}, "lcu"), "1* " + std::string(1, '\0') + "* 0 0");
     EXPECT_EQ(story({module, name, type}, "ucllcuu"), "0 text 1* 1* text* 1* 0 4");
     EXPECT_EQ(story({module, name, type}, "lull"), "1* 0 1* 1* 4") << "given back at its end";
-    EXPECT_EQ(standin::lockedResources(), 0U);
+    EXPECT_EQ(standin::loadedResources(), 0U);
     standin::clearResources();
 }
 

@@ -83,6 +83,6 @@ std::size_t calls(Kind kind);
 /// Numbers of unreleased objects: open registry keys, global memory blocks, loaded resources without a FreeResource.
 std::size_t openKeys();
 std::size_t openGlobalBlocks();
-std::size_t lockedResources();
+std::size_t loadedResources();
 
 }  // namespace standin

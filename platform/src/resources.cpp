@@ -90,7 +90,7 @@ void standin::clearResources() {
     resources().all.clear();
 }
 
-std::size_t standin::lockedResources() {
+std::size_t standin::loadedResources() {
     const std::scoped_lock lock(resources().guard);
     std::size_t loads = 0;
     for (const auto& resource : resources().all) loads += resource->loads;

@@ -113,8 +113,8 @@ void removeMappings(std::span<const KeyedLine> lines, const ExtMapEditState& sta
     }
 }
 
-/// Saves the differences, unless the list cannot be read completely: then false. A later failure loses at most one
-/// mapping.
+/// Saves the differences. False, with nothing saved, if a code is too long or the list cannot be read completely. A
+/// write that fails affects only its own mapping.
 int ApplyExtMapList(HWND dialog) {
     const ExtMapEditState* const state = stateOf(dialog);
     KeyedLines now;

@@ -6,12 +6,12 @@ namespace tamrix {
 namespace {
 
 /// The font that dialogs were designed with before the font was configurable.
-constexpr char16_t kAuthoredFace[] = u"MS Sans Serif";
-constexpr std::uint16_t kAuthoredPoints = 8;
+constexpr char16_t kOldDefaultFace[] = u"MS Sans Serif";
+constexpr std::uint16_t kOldDefaultPoints = 8;
 
-bool hasAuthoredFont(const DialogTemplate& dialog) {
-    return dialog.pointSize == kAuthoredPoints && dialog.face.size() == sizeof kAuthoredFace &&
-           std::memcmp(dialog.face.data(), kAuthoredFace, sizeof kAuthoredFace) == 0;
+bool hasOldDefaultFont(const DialogTemplate& dialog) {
+    return dialog.pointSize == kOldDefaultPoints && dialog.face.size() == sizeof kOldDefaultFace &&
+           std::memcmp(dialog.face.data(), kOldDefaultFace, sizeof kOldDefaultFace) == 0;
 }
 
 /// The low 16 bits of `size` * `numerator` / `denominator`, rounded towards zero.
@@ -25,7 +25,7 @@ FontDecision chooseFont(const char* configuredFace, std::uint32_t configuredPoin
                         const FontChoice& candidate) {
     if (configuredFace && configuredPoints)
         return {{configuredFace, static_cast<std::uint16_t>(configuredPoints)}, true};
-    if (!dialog.face.empty() && !hasAuthoredFont(dialog)) return {{nullptr, 0}, false};
+    if (!dialog.face.empty() && !hasOldDefaultFont(dialog)) return {{nullptr, 0}, false};
     return {candidate, true};
 }
 

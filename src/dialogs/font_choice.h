@@ -15,7 +15,7 @@ struct FontChoice {
 
 struct FontDecision {
     FontChoice font;     // if the face is null, the template keeps its font
-    bool sizeMayFollow;  // false for a template that was designed with its own font
+    bool mayAdjustSize;  // false for a template that was designed with its own font
 };
 
 /// The configured font replaces every font; only the low 16 bits of its size are used. The candidate replaces only a

@@ -87,7 +87,7 @@ void setFont(DialogTemplate& dialog, WideFace& buffer, bool adjustSize) {
         dialog.face = wideFace(decision.font.face, buffer);
         dialog.pointSize = decision.font.points;
     }
-    if (adjustSize && decision.sizeMayFollow && !dialog.face.empty()) adjustSizeToFont(dialog, reference.font);
+    if (adjustSize && decision.mayAdjustSize && !dialog.face.empty()) adjustSizeToFont(dialog, reference.font);
 }
 
 /// The rewritten template in a new block, which is 32-bit aligned like every block from the allocator. Its padding is

@@ -262,7 +262,7 @@ Outcome outcomeOf(const Operation& operation, Kind kind, std::size_t failingCall
         outcome.result = scene.result;
         standin::clearFaults();
     }
-    EXPECT_EQ(standin::openKeys() + standin::openGlobalBlocks() + standin::lockedResources(), 0U);
+    EXPECT_EQ(standin::openKeys() + standin::openGlobalBlocks() + standin::loadedResources(), 0U);
     outcome.now = registryText();
     if (mappingIn(outcome.now) != mappingIn(outcome.before)) outcome.result += ':' + mappingIn(outcome.now);
     return outcome;

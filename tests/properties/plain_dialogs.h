@@ -37,10 +37,10 @@ inline void holdFontChoice(Input& input) {
     const std::uint32_t size = input.oneOf(sizes), points = input.oneOf(sizes);
     const char* const configured = input.byte() % 2 ? "Arial" : nullptr;
     const tamrix::DialogTemplate dialog{.face = bytesOf(units), .pointSize = static_cast<std::uint16_t>(points)};
-    const auto [font, sizeMayFollow] = tamrix::chooseFont(configured, size, dialog, {"Tahoma", 9});
+    const auto [font, mayAdjustSize] = tamrix::chooseFont(configured, size, dialog, {"Tahoma", 9});
     const bool isOwn = !carried.empty() && (carried != "MS Sans Serif" || points % 65536 != 8);
     const std::string face = configured && size ? "Arial" : isOwn ? "" : "Tahoma";
-    require(face == (font.face ? font.face : "") && sizeMayFollow == !face.empty(), "the face");
+    require(face == (font.face ? font.face : "") && mayAdjustSize == !face.empty(), "the face");
     require(face.empty() || font.points == (face == "Arial" ? size % 65536 : 9), "the points");
 }
 
