@@ -67,8 +67,8 @@ void registerFormat(const std::string& name, const Inputs<Bytes>& inputs) {
         return dst[0];
     };
     compare(
-        name + " read", inputs, [](char*, const Bytes& bytes) { return int{read(bytes).itemCount}; },
-        "memcpy, " + name.substr(1), copyBytes);
+        name + " read", inputs, [](char*, const Bytes& bytes) { return int{read(bytes).itemCount}; }, "memcpy, " + name,
+        copyBytes);
     compare(
         name + " rewrite", inputs,
         [](char* dst, const Bytes& bytes) {
@@ -79,7 +79,7 @@ void registerFormat(const std::string& name, const Inputs<Bytes>& inputs) {
             const std::span room(reinterpret_cast<std::uint8_t*>(dst), kRoom);
             return static_cast<int>(tamrix::writeTemplate(dialog, room));
         },
-        "memcpy, " + name.substr(1), copyBytes);
+        "memcpy, " + name, copyBytes);
 }
 
 /// The text of the credits. For each plain line there is one with a marker and one with a placeholder.
