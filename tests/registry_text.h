@@ -1,9 +1,9 @@
 // A registry of the test's own, and its whole content as text: what is stored, what is left, what was not touched.
 #pragma once
 
+#include <strings.h>
 #include <windows.h>
 
-#include <algorithm>
 #include <map>
 #include <string>
 #include <vector>
@@ -11,9 +11,8 @@
 namespace testing_support {
 
 struct InAnyCase {
-    static int small(char byte) { return byte >= 'A' && byte <= 'Z' ? byte + 32 : byte; }
     bool operator()(const std::string& left, const std::string& right) const {
-        return std::ranges::lexicographical_compare(left, right, {}, small, small);
+        return strcasecmp(left.c_str(), right.c_str()) < 0;
     }
 };
 
@@ -26,10 +25,6 @@ using RegistryText = std::map<std::string, std::string, InAnyCase>;
 /// are from the first call on keys that no other process sees but those that this one starts, in which nothing is taken
 /// away; the process's own registry is not touched.
 void emptyRegistry();
-
-/// The bytes as a string value that the registry gives back unchanged. The real one keeps characters: of bytes that are
-/// none in the active code page, those from 0x80 on become a letter.
-std::string storable(std::string bytes);
 
 /// Stores bytes as they are, in a key that is made where it is missing. What follows them in memory is no zero, which
 /// newer systems would add to a string.

@@ -1,4 +1,4 @@
-# Strings, names, UNC paths and settings.
+# Strings, names, UNC paths and the entry point.
 tamrix_property(strings SOURCES properties/exhaustive_test.cpp)
 set_property(TEST strings_property PROPERTY LABELS codepage)
 
@@ -23,5 +23,5 @@ foreach(name strings names unc)
     target_compile_options(${name}_property PRIVATE -O2)
 endforeach()
 
-tamrix_suite(settings_test SOURCES settings_test.cpp)
-set_property(TEST settings_test PROPERTY LABELS codepage)
+tamrix_suite(entry_test SOURCES entry_test.cpp)
+set_property(TEST entry_test PROPERTY LABELS codepage)

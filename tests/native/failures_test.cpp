@@ -160,9 +160,9 @@ const Operation kOperations[] = {
      [](Scene& s) { s << AddExtMap(&s.map); }, true},
     {"only the comment may be lost", "0|1 TEXT ttxt ",
      [](Scene& s) { GetExtMap(&s.map) ? s << 1 << s.type << s.creator << s.comment : s << 0; }},
-    {"each value is removed by itself", "1|1: - - -|1: TEXT - -|1: - ttxt -|1: - - old",
-     [](Scene& s) { s << RemoveExtMap("a"_text); }},
-    {"a key that holds anything else stays", "1", [](Scene& s) { s << RemoveExtMap(".b"_text); }},
+    {"each value is removed by itself, and a key that holds anything else stays",
+     "1 1|1 1: - - -|1 1: TEXT - -|1 1: - ttxt -|1 1: - - old",
+     [](Scene& s) { s << RemoveExtMap("a"_text) << RemoveExtMap(".b"_text); }},
     {"one mapping at most is passed over", "TEXT/old|PICT/|TEXT/ PICT/|TEXT/old PICT/",
      [](Scene& s) {
          s.map.extension = nullptr;
@@ -304,36 +304,23 @@ TEST(Failures, NoCallIsMadeOnAHandleThatAKeyClosedItself) {
     Scene s;
     for (const auto open :
          std::initializer_list<int (RegKey::*)(HKEY, const char*)>{&RegKey::Open, &RegKey::Create, &RegKey::Exists}) {
-        s.key.Open(HKEY_CURRENT_USER, "home");
+        RegKey key(HKEY_CURRENT_USER, "home");
         standin::clearFaults();
-        EXPECT_EQ((s.key.*open)(s.key.Handle(), "first") + s.key.Open(), 0);
+        EXPECT_EQ((key.*open)(key.Handle(), "first") + key.Open(), 0);
         EXPECT_EQ(standin::calls(Kind::registry), 0U);
     }
-    s.key.Open(HKEY_CURRENT_USER, "home");
     s << s.key.NextSubKey(&s.key) << s.key.Opened();
     EXPECT_EQ(s.result, "first 0") << "its own child in a walk";
 }
 
 TEST(Failures, KeysThatMayNotBeOpenedAreMissing) {
     Scene s;
-    const auto denied = {
-        std::pair(HKEY_CLASSES_ROOT, ".A"), {HKEY_CURRENT_USER, "home\\first"}, {HKEY_LOCAL_MACHINE, kSettings}};
-    for (const auto& [root, path] : denied) EXPECT_TRUE(standin::denyAccess(root, path));
+    EXPECT_TRUE(standin::denyAccess(HKEY_CLASSES_ROOT, ".A"));
     EXPECT_FALSE(standin::denyAccess(HKEY_CLASSES_ROOT, ".none"));
-    const RegistryText before = registryText();
-    s << AddExtMap(&s.map) << GetExtMap(&s.map) << HasExtMap(".a"_text) << RemoveExtMap(".a"_text);
-    s << s.cursor.Create() << s.cursor.Delete() << s.cursor.Find(".a"_text);
-    GetDefaultExtMap(&s.map);
-    s << s.type << s.creator << s.other.Exists(s.key.Handle(), "first");
-    s << s.key.FirstSubKey(&s.other) << s.other.Opened() << s.key.NextSubKey(&s.other);
-    s.map.extension = nullptr;
-    s << EnumExtMap(&s.map) << s.type << s.cursor.First() << s.cursor.Type();
-    EXPECT_EQ(s.result, "0 0 0 1 0 0 0 TEXT dosa 0 first 0 second 1 PICT 1 PICT");
-    EXPECT_EQ(registryText(), before);
-
+    s << AddExtMap(&s.map) << RemoveExtMap(".a"_text) << s.cursor.Create() << s.cursor.First() << s.cursor;
+    EXPECT_EQ(s.result, "0 1 0 1 .b PICT ogle -");
     EXPECT_TRUE(standin::denyAccess(HKEY_CLASSES_ROOT, ""));
     standin::clearFaults();
-    s.map.index = 0;
     EXPECT_EQ(EnumExtMap(&s.map) + s.cursor.First(), 0);
     EXPECT_EQ(standin::calls(Kind::registry), 16U + 1U) << "one failure may pass, sixteen in a row don't";
     testing_support::emptyRegistry();

@@ -2,10 +2,6 @@
 
 #include <standin.h>
 
-std::string testing_support::storable(std::string bytes) {
-    return bytes;
-}
-
 void testing_support::emptyRegistry() {
     standin::clearRegistry();
 }

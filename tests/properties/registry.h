@@ -1,10 +1,14 @@
-// RegValue and RegKey as operations on a model: values of any type, size and source, read from a registry that anyone
-// may have written, and keys in every state. What the registry holds is asked of it directly.
+// RegValue, RegKey and the settings that are loaded with them, as operations on a model: values of any type, size and
+// source, in a registry that anyone may have written to, and keys in every state.
 #pragma once
 
 #include <algorithm>
 #include <optional>
 
+#include "code_pages.h"
+#include "dialogs/font_settings.h"
+#include "entry/entry.h"
+#include "macnames/name_settings.h"
 #include "properties/property.h"
 #include "registry_text.h"
 #include "tamrix32/registry.h"
@@ -18,6 +22,16 @@ struct ValueModel {
     DWORD type = 0;
     unsigned long length = 0;
 
+    /// What is read of a value of the registry; nothing of one of more than 128 bytes.
+    static std::optional<ValueModel> stored(const testing_support::RegistryText& content, const std::string& path,
+                                            const Text& name) {
+        const auto found = content.find(path + '|' + name.value_or(""));
+        if (found == content.end()) return {};
+        const std::string bytes = found->second.substr(found->second.find(':') + 1);
+        ValueModel value{name, {}, 0, static_cast<unsigned long>(bytes.size())};
+        value.set(static_cast<DWORD>(std::stoul(found->second)), bytes + std::string(4, '\0'));
+        return bytes.size() <= 128 ? std::optional(value) : std::nullopt;
+    }
     void set(DWORD newType, const Text& source) {
         type = newType;
         data.reset();
@@ -58,7 +72,7 @@ public:
     void step() {
         using R = RegistryScene;
         void (R::*const steps[])() = {&R::store, &R::change,    &R::read, &R::read, &R::write,
-                                      &R::open,  &R::construct, &R::walk, &R::walk};
+                                      &R::open,  &R::construct, &R::walk, &R::walk, &R::load};
         (this->*input_.oneOf(steps))();
         require(key_.Opened() == isOpen_ && !key_.Handle() == !isOpen_, "whether the key is open");
         const char* const name = value_.Name();
@@ -80,15 +94,17 @@ private:
         const char* const names[] = {"a", "b", "", "a.b"};
         return input_.byte() % 8 ? input_.oneOf(names) : std::string(126 + input_.byte() % 3, 'n');
     }
-    std::string drawnData() {
+    std::string drawnText() {
         const char* const texts[] = {"yes", "True", "1", "on", "oN", "o", "no", "off", "", " yes", "t", "Y"};
-        const std::uint8_t choice = input_.byte() % 8;
-        if (choice < 4) return std::string(input_.oneOf(texts)) + std::string(choice % 2, '\0');
-        const std::string bytes = input_.bytes(9);
-        return testing_support::storable(bytes + std::string(choice < 7 ? 0 : 124 + input_.byte() % 8, 'x'));
+        return input_.byte() % 4 ? input_.oneOf(texts) : std::string(127 + input_.byte() % 3, 'x');
+    }
+    std::string drawnData() {
+        const std::uint8_t choice = input_.byte() % 4;
+        return choice < 2 ? drawnText() + std::string(choice, '\0')
+                          : input_.bytes(9) + (choice == 2 ? "" : drawnText());
     }
     DWORD drawnType() {
-        const DWORD types[] = {REG_SZ, REG_SZ, REG_BINARY, REG_DWORD, REG_EXPAND_SZ};
+        const DWORD types[] = {REG_SZ, REG_SZ, REG_SZ, REG_BINARY, REG_DWORD, REG_DWORD, REG_EXPAND_SZ};
         return input_.oneOf(types);
     }
 
@@ -129,33 +145,61 @@ private:
         }
     }
 
-    /// By name or in a walk, which stops at what does not fit.
+    /// By name or in a walk, which stops at a value that can't be read.
     void read() {
         const std::uint8_t choice = input_.byte() % 8;
-        const bool isWalk = choice > 3, isUnnamed = choice == 0;
-        const std::string name = isUnnamed ? "" : drawnName();
+        const bool isWalk = choice > 3;
+        Text name = choice ? drawnName() : Text();
         if (choice == 4) valuePosition_ = 0;
-        char found[512] = "", data[512];
-        DWORD size = sizeof data, nameSize = sizeof found, type = 0;
-        const LONG stored =
-            isWalk
-                ? RegEnumValueA(key_.Handle(), valuePosition_, found, &nameSize, nullptr, &type, bytesOf(data), &size)
-                : RegQueryValueExA(key_.Handle(), name.c_str(), nullptr, &type, bytesOf(data), &size);
+        bool isThere = isOpen_;
+        if (isWalk) {
+            char found[512] = "";
+            DWORD size = sizeof found;
+            isThere = !RegEnumValueA(key_.Handle(), valuePosition_, found, &size, nullptr, nullptr, nullptr, nullptr);
+            isThere = isThere && size < 128;
+            name = found;
+        }
         require(choice != 4 || !key_.FirstValue(nullptr), "a walk without a value");
         require(!key_.NextValue(nullptr) && !key_.ValueByName("a", nullptr), "no value to read into");
-        const int result =
-            isWalk ? key_.NextValue(&value_) : key_.ValueByName(isUnnamed ? nullptr : name.c_str(), &value_);
-        const bool isRead = !stored && size <= 128 && std::strlen(found) < 128;
-        require(result == isRead, "whether a value is read");
-        if (!isRead) return;
-        model_.name = isWalk ? Text(found) : isUnnamed ? Text() : name;
-        model_.length = size;
-        model_.set(type, std::string(data, size) + std::string(4, '\0'));
+        const int result = isWalk ? key_.NextValue(&value_) : key_.ValueByName(name ? name->c_str() : nullptr, &value_);
+        const auto expected = isThere ? ValueModel::stored(testing_support::registryText(), open_, name) : std::nullopt;
+        require(result == expected.has_value(), "whether a value is read");
+        if (!expected) return;
+        model_ = *expected;
         if (isWalk) ++valuePosition_;
     }
 
+    /// Changes some of the settings and loads them, as each process does.
+    void load() {
+        const std::string path = "Software\\Quillon Systems, Inc.\\File Client";
+        const char* const names[] = {"QuoteChars", "QuoteBracketChars", "DialogFont", "DialogFontSize"};
+        for (const char* name : names)
+            if (input_.byte() % 2)
+                testing_support::givenValue(HKEY_LOCAL_MACHINE, path, name, drawnType(), drawnData());
+        tamrix::loadProcess();
+        const auto content = testing_support::registryText();
+        ValueModel settings[4];
+        for (std::size_t i = 0; i < 4; ++i)
+            settings[i] = ValueModel::stored(content, "MACHINE\\" + path, names[i]).value_or(ValueModel());
+        const auto& [set, brackets, face, size] = settings;
+        tamrix::QuoteSettings quotes = tamrix::defaultQuotes(tamrix::leadByteTable.hasLeadBytes);
+        for (int byte = 0; set.data && byte < 256; ++byte)
+            quotes.inSet[byte] = set.data->substr(0, set.length).find(static_cast<char>(byte)) != std::string::npos;
+        if (brackets.type == REG_SZ && std::strlen(brackets.data->c_str()) >= 2) {
+            quotes.open = static_cast<unsigned char>((*brackets.data)[0]);
+            quotes.close = static_cast<unsigned char>((*brackets.data)[1]);
+        }
+        const tamrix::NameRules& rules = tamrix::nameRules;
+        require(std::ranges::equal(rules.inSet, quotes.inSet), "the quote set");
+        require(rules.open == quotes.open && rules.close == quotes.close, "the brackets");
+        const bool isConfigured = face.type == REG_SZ && size.type == REG_DWORD;
+        const char* const loaded = tamrix::dialogFontSettings.face();
+        require(loaded ? isConfigured && !std::strcmp(loaded, face.data->c_str()) : !isConfigured, "the font");
+        require(tamrix::dialogFontSettings.pointSize == (isConfigured ? size.number() : 0), "the font's size");
+    }
+
     void write() {
-        const std::string name = drawnName(), text = drawnData().c_str(), path = open_ + '|' + name;
+        const std::string name = drawnName(), text = drawnText(), path = open_ + '|' + name;
         const std::uint8_t choice = input_.byte();
         auto expected = testing_support::registryText();
         if (choice % 4 == 0) {
@@ -251,6 +295,8 @@ private:
 };
 
 inline void property(Input& input) {
+    const UINT pages[] = {1252, 932};
+    testing_support::useCodePage(input.oneOf(pages));
     RegistryScene scene(input);
     while (!input.atEnd()) scene.step();
 }

@@ -39,19 +39,20 @@ struct StoreModel : testing_support::RegistryText {
         return isRead ? Text(found->second.substr(2)) : Text();
     }
     // As the flat functions read it,
-    Text code(const std::string& path, const std::string& name) const {
-        const Text stored = bytes(path, name, 5);
-        return stored && stored->size() == 5 ? Text(stored->substr(0, 4)) : Text();
+    Codes codes(const std::string& path, const std::string& prefix = "") const {
+        const auto code = [&](const std::string& name) {
+            const Text stored = bytes(path, prefix + name, 5);
+            return stored && stored->size() == 5 ? Text(stored->substr(0, 4)) : Text();
+        };
+        return {code("Mac Type"), code("Mac Creator")};
     }
     std::string comment(const std::string& path, std::size_t room) const {
         const Text stored = bytes(path, "Mac Comment", room);
         return stored && (stored->size() < room || stored->back() == 0) ? stored->c_str() : "";
     }
-    Codes codes(const std::string& path) const { return {code(path, "Mac Type"), code(path, "Mac Creator")}; }
     /// Both or neither, of those that are wanted.
     Codes defaultCodes(bool wantsType, bool wantsCreator) const {
-        const std::string path = std::string("MACHINE\\") + kSettings;
-        const Codes found = {code(path, "Default Mac Type"), code(path, "Default Mac Creator")};
+        const Codes found = codes(std::string("MACHINE\\") + kSettings, "Default ");
         const bool isFound = (found.first || !wantsType) && (found.second || !wantsCreator);
         return isFound ? found : Codes("TEXT", "dosa");
     }
@@ -63,15 +64,26 @@ struct StoreModel : testing_support::RegistryText {
     Codes texts(const std::string& path) const { return {text(path, "Mac Type"), text(path, "Mac Creator")}; }
 };
 
+/// A string that a cursor holds and a record refers to.
+struct Field {
+    char* (CExtensionMap::*get)();
+    void (CExtensionMap::*set)(char*);
+    char* SExtensionMap::*inRecord;
+};
+constexpr Field kFields[] = {{&CExtensionMap::Extension, &CExtensionMap::SetExtension, &SExtensionMap::extension},
+                             {&CExtensionMap::Type, &CExtensionMap::SetType, &SExtensionMap::type},
+                             {&CExtensionMap::Creator, &CExtensionMap::SetCreator, &SExtensionMap::creator},
+                             {&CExtensionMap::Comment, &CExtensionMap::SetComment, &SExtensionMap::comment}};
+
 /// A record with buffers of exactly the sizes that it says, one of them missing at times.
 struct Record : SExtensionMap {
     explicit Record(Input& input)
         : commentRoom(input.byte() % 4 ? 256 : 1 + input.byte()),
           extensionRoom(input.byte() % 2 ? 16 : 1 + input.byte() % 18),
-          blocks{Block(5), Block(5), Block(commentRoom), Block(extensionRoom)} {
-        char** const fields[] = {&type, &creator, &comment, &extension};
+          blocks{Block(extensionRoom), Block(5), Block(5), Block(commentRoom)} {
         const std::uint8_t missing = input.byte() % 8;
-        for (std::size_t i = 0; i < 4; ++i) *fields[i] = i == missing ? nullptr : static_cast<char*>(blocks[i]);
+        for (std::size_t i = 0; i < 4; ++i)
+            this->*kFields[i].inRecord = i == missing ? nullptr : static_cast<char*>(blocks[i]);
         commentSize = commentRoom == 256 ? 0 : static_cast<unsigned>(commentRoom);
         extensionSize = extensionRoom == 16 ? 0 : static_cast<int>(extensionRoom);
     }
@@ -82,20 +94,6 @@ struct Record : SExtensionMap {
     std::size_t commentRoom, extensionRoom;
     Block blocks[4];
 };
-
-/// The strings that the cursor has to hold, and how they are reached.
-struct Held {
-    Text extension, type, creator, comment;
-};
-struct Field {
-    Text Held::*text;
-    char* (CExtensionMap::*get)();
-    void (CExtensionMap::*set)(char*);
-};
-constexpr Field kFields[] = {{&Held::extension, &CExtensionMap::Extension, &CExtensionMap::SetExtension},
-                             {&Held::type, &CExtensionMap::Type, &CExtensionMap::SetType},
-                             {&Held::creator, &CExtensionMap::Creator, &CExtensionMap::SetCreator},
-                             {&Held::comment, &CExtensionMap::Comment, &CExtensionMap::SetComment}};
 
 /// The scene. What is written, looked for and removed is what the cursor holds.
 class Store {
@@ -122,9 +120,9 @@ public:
 
 private:
     void expectHeld(CExtensionMap& cursor) const {
-        for (const Field& field : kFields) {
-            const char* const text = (cursor.*field.get)();
-            require(text ? held_.*field.text == text : !(held_.*field.text), "what the cursor holds");
+        for (std::size_t i = 0; i < 4; ++i) {
+            const char* const text = (cursor.*kFields[i].get)();
+            require(text ? held_[i] == text : !held_[i], "what the cursor holds");
         }
     }
     /// With and without a dot, around each limit; some end in a character whose second byte may be a backslash's.
@@ -155,8 +153,8 @@ private:
         const std::string key = pathOf(drawnExtension().value_or("a")).substr(8), size(110 + input_.byte() % 160, 'T');
         const char* const values[] = {"Mac Type", "Mac Creator", "Mac Type", "Mac Creator", "Mac Comment", "", "else"};
         const DWORD types[] = {REG_SZ, REG_SZ, REG_SZ, REG_SZ, REG_SZ, REG_BINARY, REG_DWORD, REG_EXPAND_SZ};
-        const std::string bytes[] = {{"TEXT", 5}, {"dosa", 5},  {"TEXT", 5}, {"dosa", 5}, {"TE\0x", 5}, "TEXT",
-                                     {"text", 5}, {"TEXTS", 6}, "",          size,        size + '\0',  {"DOSA", 5}};
+        const std::string bytes[] = {{"TEXT", 5},    {"dosa", 5},  {"TEXT", 5}, {"dosa", 5}, {"TE\0x", 5}, "TEXT",
+                                     {"TEX\x81", 5}, {"TEXTS", 6}, "",          size,        size + '\0',  {"DOSA", 5}};
         const std::string value = input_.oneOf(values);
         const DWORD type = input_.oneOf(types);
         const std::string& data = input_.oneOf(bytes);
@@ -171,63 +169,60 @@ private:
     }
 
     Text drawnText() {
-        const char* const texts[] = {"TEXT", "TEXT", "text", "dosa", "dosa", "TEX", "TEXTS", "dosas", "TEX\x81", ""};
+        const char* const texts[] = {"TEXT", "TEXT", "text", "dosa", "dosa", "TEX", "TEXTS", "dosas", "", "TEX"};
         const std::uint8_t choice = input_.byte() % 16;
         if (choice == 0) return {};
-        return choice == 1 ? std::string(140, 'c') : testing_support::storable(input_.oneOf(texts));
+        return choice == 1 ? std::string(140, 'c') : input_.oneOf(texts);
     }
     /// Another text is held, or a part of the one that is.
     void set() {
-        const Field& field = input_.oneOf(kFields);
-        const Text text = field.text == &Held::extension ? drawnExtension() : drawnText();
-        Text& held = held_.*field.text;
+        const std::size_t field = input_.byte() % 4;
+        const Text text = field == 0 ? drawnExtension() : drawnText();
+        Text& held = held_[field];
         char* source = text ? const_cast<char*>(text->c_str()) : nullptr;
-        if (held && input_.byte() % 16 == 0) source = (cursor_.*field.get)() + held->size() / 2;
+        if (held && input_.byte() % 16 == 0) source = (cursor_.*kFields[field].get)() + held->size() / 2;
         held = source ? Text(source) : Text();
-        (cursor_.*field.set)(source);
+        (cursor_.*kFields[field].set)(source);
     }
 
     void add() {
         SExtensionMap map;
-        map.extension = cursor_.Extension();
-        map.type = cursor_.Type();
-        map.creator = cursor_.Creator();
-        map.comment = cursor_.Comment();
-        const bool isMapping = held_.extension.value_or("") != "" && held_.type.value_or("").size() == 4 &&
-                               held_.creator.value_or("").size() == 4;
+        for (const Field& field : kFields) map.*field.inRecord = (cursor_.*field.get)();
+        const bool isMapping =
+            extension_.value_or("") != "" && type_.value_or("").size() == 4 && creator_.value_or("").size() == 4;
         require(AddExtMap(&map) == isMapping, "AddExtMap");
-        if (isMapping) write(pathOf(held_.extension));
+        if (isMapping) write(pathOf(extension_));
     }
     /// Writes or takes away the values of the held extension, whose key is made where it is missing.
     void create() {
-        const bool hasKey = held_.extension.value_or("") != "", writes = input_.byte() % 4 != 0;
-        const std::string path = "CLASSES\\" + held_.extension.value_or("");
+        const bool hasKey = extension_.value_or("") != "", writes = input_.byte() % 4 != 0;
+        const std::string path = "CLASSES\\" + extension_.value_or("");
         const int result = writes ? cursor_.Create() : cursor_.Delete();
-        require(result == (hasKey && (!writes || (held_.type && held_.creator))), "Create or Delete");
+        require(result == (hasKey && (!writes || (type_ && creator_))), "Create or Delete");
         if (!hasKey) return;
         model_.try_emplace(path, "");
         if (!writes) return model_.removeValues(path);
-        if (held_.type && held_.creator) model_.erase(path + "|Mac Comment");
+        if (type_ && creator_) model_.erase(path + "|Mac Comment");
         write(path);
     }
     /// The creator comes first; what follows a code that is missing is not written.
     void write(const std::string& name) {
         const std::string path = model_.try_emplace(name, "").first->first;
-        model_.put(path, "Mac Creator", held_.creator);
-        if (held_.creator) model_.put(path, "Mac Type", held_.type);
-        if (held_.creator && held_.type) model_.put(path, "Mac Comment", held_.comment);
+        model_.put(path, "Mac Creator", creator_);
+        if (creator_) model_.put(path, "Mac Type", type_);
+        if (creator_ && type_) model_.put(path, "Mac Comment", comment_);
     }
     void remove() {
         require(RemoveExtMap(cursor_.Extension()) == 1, "RemoveExtMap");
-        model_.removeValues(pathOf(held_.extension));
-        model_.removeIfEmpty(pathOf(held_.extension));
+        model_.removeValues(pathOf(extension_));
+        model_.removeIfEmpty(pathOf(extension_));
     }
 
     void expectComment(const Record& record, const std::string& path) {
         require(!record.comment || record.comment == model_.comment(path, record.commentRoom), "the comment");
     }
     void read() {
-        const std::string path = pathOf(held_.extension);
+        const std::string path = pathOf(extension_);
         const Codes codes = model_.codes(path);
         require(HasExtMap(cursor_.Extension()) == (codes.first && codes.second), "HasExtMap");
         Record record(input_);
@@ -244,19 +239,18 @@ private:
     void find() {
         const int result = cursor_.Find(cursor_.Extension());
         isPassing_ = false;
-        if (!held_.extension) return require(!result, "Find without an extension");
-        const std::string path =
-            "CLASSES\\" + (held_.extension->starts_with('.') ? *held_.extension : '.' + *held_.extension);
+        if (!extension_) return require(!result, "Find without an extension");
+        const std::string path = "CLASSES\\" + (extension_->starts_with('.') ? *extension_ : '.' + *extension_);
         model_.try_emplace(path, "");
         const Codes codes = model_.texts(path);
         require(result == (codes.first && codes.second), "Find");
-        if (result) std::tie(held_.type, held_.creator) = codes;
+        if (result) std::tie(type_, creator_) = codes;
     }
     void defaults() {
-        const Codes codes = model_.defaultCodes(held_.type.has_value(), held_.creator.has_value());
+        const Codes codes = model_.defaultCodes(type_.has_value(), creator_.has_value());
         cursor_.Default();
-        if (held_.type) held_.type = codes.first->c_str();
-        if (held_.creator) held_.creator = codes.second->c_str();
+        if (type_) type_ = codes.first->c_str();
+        if (creator_) creator_ = codes.second->c_str();
     }
 
     /// One step of an enumeration, by codes or over all, while others change the registry between the steps.
@@ -268,13 +262,12 @@ private:
         record.index = choice < 4 ? UINT_MAX : choice < 32 ? 0 : index_;
         const SExtensionMap given = record;
         index_ = record.index;
-        const Codes wanted = {held_.type.value_or("").substr(0, 4), held_.creator.value_or("").substr(0, 4)};
+        const Codes wanted = {type_.value_or("").substr(0, 4), creator_.value_or("").substr(0, 4)};
         const std::vector<std::string> keys = testing_support::subkeysOf(HKEY_CLASSES_ROOT);
         std::string name;
         Codes codes;
         bool isFound = false;
-        while (!isFound && index_ != UINT_MAX && !(byCodes && !(held_.type && held_.creator)) &&
-               index_++ < keys.size()) {
+        while (!isFound && index_ != UINT_MAX && !(byCodes && !(type_ && creator_)) && index_++ < keys.size()) {
             name = keys[index_ - 1];
             codes = model_.codes("CLASSES\\" + name);
             const bool isMapping = name[0] == '.' && name.size() <= 16 && codes.first && codes.second;
@@ -297,28 +290,28 @@ private:
         const bool byCodes = input_.byte() % 2, exchanges = input_.byte() % 2;
         int result = 0;
         if (starts && byCodes) {
-            const bool fit = held_.type && held_.type->size() <= 4 && held_.creator && held_.creator->size() <= 4;
+            const bool fit = type_ && type_->size() <= 4 && creator_ && creator_->size() <= 4;
             result = exchanges ? cursor_.FirstCT(cursor_.Type(), cursor_.Creator())
                                : cursor_.FirstCT(cursor_.Creator(), cursor_.Type());
             if (!fit) return require(!result, "FirstCT");
-            if (exchanges) std::swap(held_.type, held_.creator);
+            if (exchanges) std::swap(type_, creator_);
         } else {
             result = starts ? cursor_.First() : byCodes ? cursor_.NextCT() : cursor_.Next();
         }
         if (starts) isPassing_ = true, position_ = 0;
         if (!isPassing_) return require(!result, "a step without a pass");
-        if (byCodes && held_.type) held_.type = held_.type->substr(0, 4);
-        if (byCodes && held_.creator) held_.creator = held_.creator->substr(0, 4);
+        if (byCodes && type_) type_ = type_->substr(0, 4);
+        if (byCodes && creator_) creator_ = creator_->substr(0, 4);
         const std::vector<std::string> keys = testing_support::subkeysOf(HKEY_CLASSES_ROOT);
         bool isFound = false;
         while (!isFound && (isPassing_ = position_ < keys.size() && keys[position_].size() < 128)) {
             const std::string& name = keys[position_++];
             const Codes codes = model_.texts("CLASSES\\" + name);
             if (name[0] != '.' || !codes.first || !codes.second) continue;
-            held_.extension = name;
-            held_.comment = model_.text("CLASSES\\" + name, "Mac Comment");
-            if (!byCodes) std::tie(held_.type, held_.creator) = codes;
-            isFound = codes == Codes(held_.type, held_.creator);
+            extension_ = name;
+            comment_ = model_.text("CLASSES\\" + name, "Mac Comment");
+            if (!byCodes) std::tie(type_, creator_) = codes;
+            isFound = codes == Codes(type_, creator_);
         }
         require(result == isFound, "what a pass finds");
     }
@@ -332,7 +325,7 @@ private:
         cursor_ = same;
         if (input_.byte() % 2) return;
         copied.SetType(copied.Creator());
-        held_.type = held_.creator;
+        type_ = creator_;
         cursor_ = copied;
         isPassing_ = false;
     }
@@ -340,7 +333,8 @@ private:
     Input& input_;
     StoreModel model_;
     CExtensionMap cursor_;
-    Held held_;
+    Text held_[4];  // what the cursor has to hold, in the order of its fields
+    Text &extension_ = held_[0], &type_ = held_[1], &creator_ = held_[2], &comment_ = held_[3];
     bool isPassing_ = false;
     std::size_t position_ = 0;
     unsigned index_ = 0;

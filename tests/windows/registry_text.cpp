@@ -36,17 +36,6 @@ struct OwnRoots {
 
 }  // namespace
 
-std::string testing_support::storable(std::string bytes) {
-    wchar_t wide[512];
-    char back[512];
-    const int units = MultiByteToWideChar(CP_ACP, 0, bytes.data(), static_cast<int>(bytes.size()), wide, 512);
-    const int size = WideCharToMultiByte(CP_ACP, 0, wide, units, back, 512, nullptr, nullptr);
-    if (bytes != std::string(back, static_cast<std::size_t>(size)))
-        std::ranges::replace_if(
-            bytes, [](char value) { return value < 0; }, 'x');
-    return bytes;
-}
-
 void testing_support::emptyRegistry() {
     static const OwnRoots roots;
     for (const HKEY key : roots.keys)
