@@ -1,5 +1,5 @@
-// Running a test under a code page. Natively any of the stand-in's can be chosen; elsewhere the platform has one for
-// the whole process, which LC_ALL decides under Wine, and tests for the others are not there.
+// The code page of a test. Natively a test can choose any code page of the stand-in. On Windows a process has only one
+// (under Wine LC_ALL selects it), and tests for the others are left out.
 #pragma once
 
 #include <windows.h>
@@ -13,7 +13,7 @@ namespace testing_support {
 std::vector<UINT> codePagesAmong(std::initializer_list<UINT> wanted);
 
 /// Makes `ansi` the active code page, with the OEM code page that goes with it by default, and builds the library's
-/// lead-byte table for it; false, with nothing changed, where another one can't be chosen.
+/// lead-byte table for it. False, with nothing changed, if that is not possible.
 bool useCodePage(UINT ansi);
 
 }  // namespace testing_support

@@ -1,5 +1,5 @@
-// What the library relies on in the platform's registry calls, written against Win32 alone: the same source holds the
-// real registry and the stand-in to it.
+// What the library expects of the platform's registry calls. This suite calls only Win32, so that the same source tests
+// the real registry and the stand-in.
 #include <gmock/gmock.h>
 
 #include "registry_text.h"
@@ -28,7 +28,7 @@ LONG created(const std::string& path) {
     return result;
 }
 
-/// What each call that needs an open key gives.
+/// The result of each call that needs an open key.
 std::vector<LONG> callsOn(HKEY key) {
     HKEY result = nullptr;
     char name[16];
@@ -73,7 +73,7 @@ TEST(RegistryCalls, AHandleAllowsWhatItWasOpenedForWhileItsKeyIsThere) {
     }
     const Opened old("k");
     EXPECT_EQ(RegDeleteKeyA(HKEY_CURRENT_USER, "K"), ERROR_SUCCESS);
-    created("k");  // a new key of the name is another key
+    created("k");  // a new key with the same name is another key
     EXPECT_THAT(callsOn(old.key), testing::Each(ERROR_KEY_DELETED));
     const HKEY closed = Opened("k").key;
     for (const HKEY handle : {closed, HKEY{nullptr}}) {

@@ -1,4 +1,4 @@
-// A registry of the test's own, and its whole content as text: what is stored, what is left, what was not touched.
+// A registry for one test, and its whole content as text, which shows what was stored, deleted and not touched.
 #pragma once
 
 #include <strings.h>
@@ -16,18 +16,18 @@ struct InAnyCase {
     }
 };
 
-/// Everything below some keys, a line for each key ("CLASSES\.txt", with nothing beside it) and for each value
-/// ("CLASSES\.txt|Mac Type", with its type's number, a colon and its bytes beside it).
-/// Names are found in any case, and keep theirs.
+/// Everything below some keys: an entry for each key ("CLASSES\.txt", with an empty text) and for each value
+/// ("CLASSES\.txt|Mac Type", with the number of its type, a colon and its bytes). The case of names is kept, but
+/// ignored in a search.
 using RegistryText = std::map<std::string, std::string, InAnyCase>;
 
-/// Takes away everything below HKEY_CLASSES_ROOT, HKEY_CURRENT_USER and HKEY_LOCAL_MACHINE. On the real platform these
-/// are from the first call on keys that no other process sees but those that this one starts, in which nothing is taken
-/// away; the process's own registry is not touched.
+/// Deletes everything below HKEY_CLASSES_ROOT, HKEY_CURRENT_USER and HKEY_LOCAL_MACHINE. On Windows, the first call
+/// redirects these to keys of this process, so that the user's registry is not changed. Processes that this one starts
+/// use the same keys and delete nothing in them.
 void emptyRegistry();
 
-/// Stores bytes as they are, in a key that is made where it is missing. What follows them in memory is no zero, which
-/// newer systems would add to a string.
+/// Stores bytes unchanged, in a key that is created if it is missing. The byte after them in memory is not zero,
+/// because newer systems would add that zero to a string.
 inline bool givenValue(HKEY root, const std::string& path, const std::string& name, DWORD type,
                        const std::string& bytes) {
     HKEY key = nullptr;

@@ -1,4 +1,4 @@
-// The stand-in's code pages: characters of which something is to be said, and conversions at the ends of their buffers.
+// The stand-in's code pages: characters that need special care, and conversions that fill their buffers.
 #include <gtest/gtest.h>
 #include <standin.h>
 
@@ -44,7 +44,7 @@ TEST(CodePageCalls, KeepToTheirBuffers) {
     EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "a\x82\xA0", -1, nullptr, 0), 3) << "the terminator counts";
     EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "a\x82\xA0", -1, wide, 2), 0);
     EXPECT_TRUE(GetLastError() == ERROR_INSUFFICIENT_BUFFER && wide[2] == 1);
-    EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "a\x82", -1, wide, 4), 3) << "a lone lead byte leaves the terminator";
+    EXPECT_EQ(MultiByteToWideChar(CP_ACP, 0, "a\x82", -1, wide, 4), 3) << "a lone lead byte keeps the terminator";
     EXPECT_EQ(std::u16string(wide), u"a\u30FB");
     EXPECT_EQ(MultiByteToWideChar(CP_ACP, MB_ERR_INVALID_CHARS, "\x81\x20", 2, wide, 4), 0);
     char text[4];

@@ -1,5 +1,5 @@
-// Every operation of the windowless modules while each platform call and each allocation that it makes fails in turn:
-// what it gives then, what is stored, and that nothing stays held. The leak detector watches the memory.
+// Repeats each operation of the modules without windows with each of its platform calls and allocations failing in
+// turn. Checks the result, what is stored, and that everything is released; the leak sanitizer checks the memory.
 #include <gtest/gtest.h>
 #include <standin.h>
 
@@ -32,7 +32,7 @@ using testing_support::registryText;
 
 constexpr char kSettings[] = "Software\\Quillon Systems, Inc.\\File Client";
 
-/// A text for the parameters that are not const and only read.
+/// A string for parameters that are not const but are only read.
 char* operator""_text(const char* constant, std::size_t) {
     return const_cast<char*>(constant);
 }
@@ -42,7 +42,7 @@ void givenTexts(HKEY root, const std::string& path, const std::map<std::string, 
     for (const auto& [name, text] : texts) givenValue(root, path, name, REG_SZ, text + '\0');
 }
 
-/// What is stored and held before each operation, and in words what the operation came to.
+/// What is stored and open before each operation, and the operation's result as text.
 struct Scene {
     RegKey key, other;  // the first one is open
     RegValue value;
@@ -80,7 +80,7 @@ struct Scene {
         cursor.SetComment(newComment);
     }
 
-    // One part of the result after the other, in the order of their calls.
+    // These append one part of the result.
     Scene& operator<<(const char* part) {
         result += (result.empty() ? "" : " ") + std::string(part ? part : "-");
         return *this;
@@ -94,9 +94,9 @@ struct Scene {
 
 struct Operation {
     const char* name;
-    std::string damaged;  // what it may give when a call fails, apart by bars
+    std::string damaged;  // the results that are allowed if a call fails, separated by |
     void (*run)(Scene&);
-    bool mayLose = false;  // values and keys may be missing that are neither in the old nor in the new content
+    bool mayLose = false;  // values may be missing that are in both the old and the new content
 };
 
 void import(Scene& s) {
@@ -231,7 +231,7 @@ const Operation kOperations[] = {
      "1 74 { } Tahoma 9|1 2 [ ] Tahoma 9|1 74 [ ] Tahoma 9|1 2 { } - 0", attach},
 };
 
-/// Codes and comment of .a.
+/// Type, creator and comment of .a.
 std::string mappingIn(const RegistryText& content) {
     std::string all;
     for (const char* name : {"Mac Type", "Mac Creator", "Mac Comment"}) {
@@ -243,7 +243,7 @@ std::string mappingIn(const RegistryText& content) {
 
 constexpr std::size_t kNever = 1000000;
 
-/// What an operation leaves.
+/// The result of an operation, and the registry before and after it.
 struct Outcome {
     std::string result;
     bool isFailed;
@@ -268,7 +268,7 @@ Outcome outcomeOf(const Operation& operation, Kind kind, std::size_t failingCall
     return outcome;
 }
 
-/// Each value and key is the old one or the new one, or missing where it may be.
+/// Each value and key is the old or the new one; it is missing only where that is allowed.
 void expectOldOrNew(const Operation& operation, const Outcome& damaged, const RegistryText& whole) {
     for (const auto& entry : damaged.now)
         EXPECT_TRUE(std::ranges::count(damaged.before, entry) || std::ranges::count(whole, entry)) << entry.first;
@@ -326,7 +326,7 @@ TEST(Failures, KeysThatMayNotBeOpenedAreMissing) {
     testing_support::emptyRegistry();
 }
 
-/// The message box that was asked for last.
+/// The last message box.
 std::string shown;
 
 TEST(Failures, AnUnknownReasonToEnterIsShown) {

@@ -1,5 +1,5 @@
-// A mapping file is read as expressions and a loop read it, and what was read is written as one text of printable
-// ASCII, which gives it back.
+// A mapping file is read as a model made of regular expressions reads it. What was read is written as printable ASCII,
+// which reads back unchanged.
 #pragma once
 
 #include <standin.h>

@@ -1,6 +1,5 @@
-// The registry's text: any text is read whole or refused with a line of its own and nothing changed; any names and data
-// that are written come back byte for byte, and a name that the format can't hold stops the writing instead of
-// changing.
+// The registry's text: any text is read completely, or rejected with the number of a line and nothing changed. What is
+// written reads back byte for byte; a name that the format can't hold makes writing fail.
 #pragma once
 
 #include <standin.h>
@@ -12,7 +11,7 @@
 
 namespace properties {
 
-/// Any text is read whole or refused.
+/// Any text is read completely or rejected.
 inline void readDrawn(Input& input) {
     const std::string text = "REGEDIT4\n" + input.restBytes();
     const auto before = testing_support::registryText();
@@ -22,14 +21,14 @@ inline void readDrawn(Input& input) {
     require(!error || testing_support::registryText() == before, "a refused text changes nothing");
 }
 
-/// Of characters that the format has a use for, and of halves of double-byte ones.
+/// Made of characters with a meaning in the format, and of halves of double-byte characters.
 inline std::string drawnName(Input& input) {
     std::string name = input.bytes(6);
     for (char& byte : name) byte = "ab\\\"\x83\x5C\x81=]\n\r@"[static_cast<unsigned char>(byte) % 12];
     return name;
 }
 
-/// A value in a key that is made below another one's handle, where the other's name may end in half a character.
+/// Stores a value in a key that is created below another key's handle; that key's name may end within a character.
 inline void storeDrawn(Input& input) {
     const DWORD types[] = {REG_SZ, REG_SZ, REG_BINARY, REG_DWORD, REG_DWORD, 7, 0x89ABCDEF};
     HKEY key = nullptr;

@@ -1,5 +1,5 @@
-// The extension store as operations on a model: the flat functions, a cursor and other programs change one registry,
-// whose whole content, what the cursor holds and what both readers fetch are compared at each step.
+// The extension store as operations on a model. The flat functions, a cursor and other programs change one registry.
+// Each step compares its whole content, the cursor's strings and what is read with the model.
 #pragma once
 
 #include <algorithm>
@@ -17,7 +17,7 @@ namespace properties {
 using Text = std::optional<std::string>;
 using Codes = std::pair<Text, Text>;
 
-/// What the registry has to hold, and what is to be read of it.
+/// What the registry must contain, and what must be read from it.
 struct StoreModel : testing_support::RegistryText {
     static constexpr char kSettings[] = "Software\\Quillon Systems, Inc.\\File Client";
 
@@ -32,7 +32,7 @@ struct StoreModel : testing_support::RegistryText {
         const bool hasValues = lower_bound(path + '|') != lower_bound(path + '}');
         if (!hasSubkeys && !hasValues) erase(path);
     }
-    /// A string value's bytes; none of another type, and of more than `largest`.
+    /// The bytes of a string value; nothing if it has another type or more than `largest` bytes.
     Text bytes(const std::string& path, const std::string& name, std::size_t largest) const {
         const auto found = find(path + '|' + name);
         const bool isRead = found != end() && found->second.starts_with("1:") && found->second.size() - 2 <= largest;
@@ -75,7 +75,7 @@ constexpr Field kFields[] = {{&CExtensionMap::Extension, &CExtensionMap::SetExte
                              {&CExtensionMap::Creator, &CExtensionMap::SetCreator, &SExtensionMap::creator},
                              {&CExtensionMap::Comment, &CExtensionMap::SetComment, &SExtensionMap::comment}};
 
-/// A record with buffers of exactly the sizes that it says, one of them missing at times.
+/// A record with buffers of exactly the sizes that it states; sometimes one buffer is missing.
 struct Record : SExtensionMap {
     explicit Record(Input& input)
         : commentRoom(input.byte() % 4 ? 256 : 1 + input.byte()),
@@ -95,7 +95,7 @@ struct Record : SExtensionMap {
     Block blocks[4];
 };
 
-/// The scene. What is written, looked for and removed is what the cursor holds.
+/// A registry and one cursor. All functions are called with the cursor's strings.
 class Store {
 public:
     explicit Store(Input& input) : input_(input) {
@@ -125,7 +125,8 @@ private:
             require(text ? held_[i] == text : !held_[i], "what the cursor holds");
         }
     }
-    /// With and without a dot, around each limit; some end in a character whose second byte may be a backslash's.
+    /// With and without a dot, with lengths near each limit; some end in a character whose trail byte may be a
+    /// backslash.
     Text drawnExtension() {
         const char* const names[] = {"a", ".a", ".A", "B", ".b", ".c", ".d", ""};
         const std::size_t sizes[] = {13, 14, 15, 16, 126, 127};
@@ -136,19 +137,19 @@ private:
         if (choice < 10) return input_.oneOf(names);
         return (choice % 2 ? "." : "") + std::string(input_.oneOf(sizes), '1') + (choice < 13 ? letter : "");
     }
-    /// At most so many bytes, up to a character's end.
+    /// At most `most` bytes, cut at a character boundary.
     static std::string cut(const std::string& text, std::size_t most) {
         char shortened[256];
         BufStrCpy(shortened, text.c_str(), static_cast<int>(most + 1));
         return shortened;
     }
-    /// Of an extension for the flat functions; of none it is that of no key.
+    /// The key of an extension for the flat functions; without an extension, "", which is no key.
     static std::string pathOf(const Text& extension) {
         if (!extension) return "";
         return "CLASSES\\" + (extension->starts_with('.') ? *extension : "." + cut(*extension, 15));
     }
 
-    /// Any type and size, no terminator, keys that are no mappings: what careless programs leave.
+    /// Stores what other programs may leave: any type and size, no terminator, keys that are no mappings.
     void others() {
         const std::string key = pathOf(drawnExtension().value_or("a")).substr(8), size(110 + input_.byte() % 160, 'T');
         const char* const values[] = {"Mac Type", "Mac Creator", "Mac Type", "Mac Creator", "Mac Comment", "", "else"};
@@ -174,7 +175,7 @@ private:
         if (choice == 0) return {};
         return choice == 1 ? std::string(140, 'c') : input_.oneOf(texts);
     }
-    /// Another text is held, or a part of the one that is.
+    /// Sets a string of the cursor, sometimes to a part of itself.
     void set() {
         const std::size_t field = input_.byte() % 4;
         const Text text = field == 0 ? drawnExtension() : drawnText();
@@ -193,7 +194,7 @@ private:
         require(AddExtMap(&map) == isMapping, "AddExtMap");
         if (isMapping) write(pathOf(extension_));
     }
-    /// Writes or takes away the values of the held extension, whose key is made where it is missing.
+    /// Writes or deletes the values of the cursor's extension; its key is created if it is missing.
     void create() {
         const bool hasKey = extension_.value_or("") != "", writes = input_.byte() % 4 != 0;
         const std::string path = "CLASSES\\" + extension_.value_or("");
@@ -205,7 +206,7 @@ private:
         if (type_ && creator_) model_.erase(path + "|Mac Comment");
         write(path);
     }
-    /// The creator comes first; what follows a code that is missing is not written.
+    /// The creator is written first; nothing is written after a missing code.
     void write(const std::string& name) {
         const std::string path = model_.try_emplace(name, "").first->first;
         model_.put(path, "Mac Creator", creator_);
@@ -235,7 +236,7 @@ private:
         GetDefaultExtMap(&record);
         record.expect(model_.defaultCodes(record.type, record.creator));
     }
-    /// Makes the key where it is missing.
+    /// Creates the key if it is missing.
     void find() {
         const int result = cursor_.Find(cursor_.Extension());
         isPassing_ = false;
@@ -274,9 +275,8 @@ private:
             isFound = isMapping && (!byCodes || codes == wanted);
         }
         require((byCodes ? EnumExtMapCT : EnumExtMap)(&record) == isFound, "whether one was found");
-        require(record.index == index_ && record.extension == given.extension && record.comment == given.comment &&
-                    record.type == given.type && record.creator == given.creator,
-                "the record");
+        require(record.index == index_, "the position");
+        for (const Field& field : kFields) require(record.*field.inRecord == given.*field.inRecord, "a buffer's place");
         if (!isFound) return;
         if (!byCodes) record.expect(codes);
         expectComment(record, "CLASSES\\" + name);
@@ -284,7 +284,7 @@ private:
                 "the extension");
     }
 
-    /// Starts a pass or goes on with it, over all or by the held codes, which are exchanged first at times.
+    /// Starts or continues a pass over all mappings or over those with the cursor's codes, sometimes exchanged first.
     void walk() {
         const bool isRare = input_.byte() % 8 == 0, starts = isPassing_ == isRare;
         const bool byCodes = input_.byte() % 2, exchanges = input_.byte() % 2;
@@ -316,7 +316,7 @@ private:
         require(result == isFound, "what a pass finds");
     }
 
-    /// A copy holds the strings and begins no pass; what is assigned ends its own.
+    /// A copy has the strings but no pass; assignment ends the pass of its target.
     void copy() {
         CExtensionMap copied(cursor_);
         expectHeld(copied);

@@ -5,8 +5,7 @@
 
 namespace {
 
-/// Keys below the current user stand for the predefined ones while the process lives, and in the processes that it
-/// starts.
+/// Redirects the predefined keys to keys below the current user, in this process and in those that it starts.
 struct OwnRoots {
     static constexpr char kVariable[] = "TAMRIX_TEST_ROOTS";
     const char* const starters = std::getenv(kVariable);
@@ -17,7 +16,7 @@ struct OwnRoots {
 
     OwnRoots() {
         bool own = true;
-        for (std::size_t i = 0; i < 3; ++i)  // all before the first override, which moves the current user
+        for (std::size_t i = 0; i < 3; ++i)  // all before the first override, since one of them moves the current user
             own = own && RegCreateKeyA(HKEY_CURRENT_USER, (home + '\\' + std::to_string(i)).c_str(), &keys[i]) ==
                              ERROR_SUCCESS;
         for (std::size_t i = 0; i < 3; ++i) own = own && RegOverridePredefKey(predefined[i], keys[i]) == ERROR_SUCCESS;
