@@ -17,7 +17,7 @@
 
 namespace standin {
 
-constexpr std::size_t kMaxKeyDepth = 512;     // below a root, in files; also the recursion limit
+constexpr std::size_t kMaxKeyDepth = 512;     // levels below a root in a registry file; limits the recursion over keys
 constexpr std::size_t kMaxKeyName = 255;      // bytes, without terminator
 constexpr std::size_t kMaxValueName = 16383;  // bytes, without terminator
 

@@ -67,8 +67,8 @@ INT_PTR onCommand(HWND dialog, WORD control, WORD code) {
 
 constexpr DLGPROC AddExtMapDlgProc = mappingDialogProc<onInit, onCommand>;
 
-/// Adds the line and selects it. False if there is no extension, because other code ended the dialog, if there is no
-/// list, or if the list accepts no more lines.
+/// Adds the line and selects it. False if there is no list, if the list accepts no more lines, or if there is no
+/// extension; the last happens if other code ended the dialog with the result of OK.
 bool addLine(HWND editor, const AddExtMapState& state) {
     const HWND list = GetDlgItem(editor, kMappingList);
     if (!list || !state.extension || !state.comment) return false;

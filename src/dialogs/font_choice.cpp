@@ -31,7 +31,7 @@ FontDecision chooseFont(const char* configuredFace, std::uint32_t configuredPoin
 
 DialogSize adjustedSize(DialogSize size, const FontMetrics& newFont, const FontMetrics& reference) {
     if (reference.averageWidth == 0 || reference.height == 0) return size;
-    // One pixel is added so that no text is cut off in a slightly narrower font.
+    // With the extra pixel, a font that is one pixel narrower on average does not make the dialog narrower.
     return {scaled(size.cx, newFont.averageWidth + 1.0, reference.averageWidth),
             scaled(size.cy, newFont.height, reference.height)};
 }

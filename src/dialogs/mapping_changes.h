@@ -27,7 +27,8 @@ KeyedLine keyedLine(OwnedText line, NameFolding fold);
 /// written in their order. An unchanged line is not written, so a stored comment that could not be read is not lost.
 bool isToBeWritten(std::span<const KeyedLine> lines, std::size_t index, std::span<const KeyedLine> listed);
 
-/// Whether the mapping of an original line must be removed, after all lines are written: no line has its key any more.
+/// Whether the mapping of an original line must be removed, after the current lines are written: none of these has its
+/// key.
 bool isToBeRemoved(const KeyedLine& wasListed, std::span<const KeyedLine> lines);
 
 /// Folds a name in the active ANSI code page, as the registry does when it compares key names.
