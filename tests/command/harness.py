@@ -48,9 +48,9 @@ class CommandTest(unittest.TestCase):
             environment |= {"AT_CALL": str(at_call), "THEN": then, "LD_PRELOAD": os.environ["TAMRIX_AT_CALL"],
                             "ASAN_OPTIONS": "verify_asan_link_order=0:detect_leaks=0"}
         limit = (lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (8, 8))) if full_disk else None
-        ran = subprocess.run([*PROGRAM, *words, *arguments], input=os.fsencode(typed), cwd=self.folder, env=environment,
-                             preexec_fn=limit, restore_signals=not full_disk, timeout=120,
-                             **{"stdout": subprocess.PIPE, "stderr": subprocess.PIPE} | options)
+        streams = {"input": os.fsencode(typed), "stdout": subprocess.PIPE, "stderr": subprocess.PIPE} | options
+        ran = subprocess.run([*PROGRAM, *words, *arguments], cwd=self.folder, env=environment, preexec_fn=limit,
+                             restore_signals=not full_disk, timeout=120, **streams)
         said, printed = os.fsdecode(ran.stderr or b""), os.fsdecode(ran.stdout or b"")
         self.assertIn(ran.returncode, status if isinstance(status, tuple) else (status,), (line, arguments, printed, said))
         self.assertTrue(ran.returncode == 0 or said or printed or named is None, line)

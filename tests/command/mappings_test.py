@@ -1,6 +1,7 @@
 # Mappings: what is set, listed, removed, exported and imported, whole or not at all. On Windows the registry is the
 # prefix's own, and each test leaves it as it was.
 import os
+import re
 import subprocess
 
 from harness import IS_NATIVE, PROGRAM, TOP, CommandTest, main, native_only, on_windows_95, windows_only, windows_registry
@@ -33,8 +34,6 @@ class Mappings(CommandTest):
                    ("extmap list --type abc", 2, "abc"), ("extmap list --creator abc", 2, "abc"),
                    ("extmap get ''", 2, "not an extension"), ("extmap remove ta ''", 2, "not an extension"),
                    ("extmap import - <<< '\n\n.a\tTEXT\tfive5'", 2, "-:3: the creator must"),
-                   ("extmap import - <<< '.b\tTEXT\tttxt\n.a\tTEXT\t\"ttxt\n'", 2, "-:2: missing closing quote"),
-                   ("extmap import - <<< '.b\tTEXT\tttxt\n.a\tTEXT\tttxt\nB\tTEXT\tttxt'", 2, "3: .b is already mapped in"),
                    ("extmap import big", 2, "big: the file is larger"), ("extmap import no", 2, "no: cannot read the file"),
                    ("extmap list", mappings), ("extmap export /dev/stdout", quoted), ("extmap export dangling", ""),
                    ("extmap export /dev/full", 2, "/dev/full: cannot write"),
@@ -85,6 +84,20 @@ class Mappings(CommandTest):
         self.tamrix("extmap export link.txt")
         self.assertEqual((sorted(os.listdir(self.folder)), former.read_text()), (before, self.tamrix("extmap export")))
         self.assertTrue((self.folder / "link.txt").is_symlink() and (former.stat().st_mode & 0o777 == 0o640 or not IS_NATIVE))
+
+    @windows_only
+    def test_a_replaced_file_stays_hidden_and_is_never_missing_or_named(self):
+        # Windows 95 has no call that replaces a file in one move. Where map.txt is missing, be it for a moment, MAP.TXT
+        # is found for it, and is in the way.
+        for name in ("map.txt", "MAP.TXT"):
+            (self.folder / name).write_text(name)
+        subprocess.run([PROGRAM[0], "attrib", "+h", "map.txt"], cwd=self.folder, check=True)
+        is_old, kept = isinstance(self, OnOldWindows), os.listxattr(self.folder / "map.txt")  # Wine's mark
+        said = self.tamrix("extmap export map.txt", status=(2 * is_old,), stderr=subprocess.STDOUT)
+        file = re.search(r"; its former content is now in .*\\(.*)\n", said)[1] if is_old else "map.txt"
+        texts = {path.name: path.read_text() for path in self.folder.iterdir()}
+        wanted = {"MAP.TXT": "MAP.TXT", file: "map.txt" if is_old else self.tamrix("extmap export")}
+        self.assertEqual((texts, os.listxattr(self.folder / file)), (wanted, kept))
 
     def test_runs_that_change_mappings_wait_for_each_other(self):
         # An import that is still reading its input has read the registry; a run that did not wait would be undone.
