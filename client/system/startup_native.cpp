@@ -20,7 +20,7 @@ constexpr Option kOptions[] = {
     {.name = "--code-page", .value = "N", .help = "the ANSI code page: 1252 (default), 1251, 932, 936, 949 or 950"},
     {.name = "--oem-code-page",
      .value = "N",
-     .help = "the OEM code page: 437, 850 or another (default: 437, or the ANSI code page if it is double-byte)"},
+     .help = "the OEM code page: 437, 850, 866 or another (default: the one that Windows has with the ANSI code page)"},
     {.name = "--registry", .value = "FILE", .help = "the REGEDIT4 file with settings and mappings"},
 };
 
@@ -51,8 +51,9 @@ bool chooseCodePages(const Arguments& arguments, std::string& reason) {
     const char* ansiText = arguments.value("--code-page");
     const char* oemText = arguments.value("--oem-code-page");
     const unsigned ansi = ansiText ? codePage(ansiText) : 1252;
-    const bool isDouble = ansi == 932 || ansi == 936 || ansi == 949 || ansi == 950;
-    const unsigned oem = oemText ? codePage(oemText) : isDouble ? ansi : 437;
+    // As on Windows: Western and Cyrillic systems have an OEM code page of their own.
+    const unsigned usual = ansi == 1252 ? 437 : ansi == 1251 ? 866 : ansi;
+    const unsigned oem = oemText ? codePage(oemText) : usual;
     if (standin::setCodePages(ansi, oem)) return true;
     reason = "no such code page: ";
     const bool ansiIsKnown = standin::setCodePages(ansi, ansi);

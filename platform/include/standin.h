@@ -16,10 +16,10 @@ namespace standin {
 
 // Code pages.
 
-/// Sets the active code pages to `ansi` and `oem`: 437, 850, 932, 936, 949, 950, 1251 or 1252. Initially they are 1252
-/// and 437. False, with nothing changed, for another number and if the system's iconv cannot convert the code page.
-/// Registry keys keep the case folding of the code page under which they were created, so clear the registry first if
-/// names contain bytes from 0x80 on.
+/// Sets the active code pages to `ansi` and `oem`: 437, 850, 866, 932, 936, 949, 950, 1251 or 1252. Initially they are
+/// 1252 and 437. False, with nothing changed, for another number and if the system's iconv cannot convert the code
+/// page. Registry keys keep the case folding of the code page under which they were created, so clear the registry
+/// first if names contain bytes from 0x80 on.
 bool setCodePages(UINT ansi, UINT oem);
 
 // Registry.

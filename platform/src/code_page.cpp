@@ -18,9 +18,11 @@ struct Source {
 };
 
 constexpr Source kSources[] = {
-    {437, "CP437", {}},           {850, "CP850", {}},           {932, "CP932", {0x81, 0x9F, 0xE0, 0xFC}},
-    {936, "CP936", {0x81, 0xFE}}, {949, "CP949", {0x81, 0xFE}}, {950, "CP950", {0x81, 0xFE}},
-    {1251, "CP1251", {}},         {1252, "CP1252", {}},         {10000, "MACINTOSH", {}},
+    {437, "CP437", {}},           {850, "CP850", {}},
+    {866, "CP866", {}},           {932, "CP932", {0x81, 0x9F, 0xE0, 0xFC}},
+    {936, "CP936", {0x81, 0xFE}}, {949, "CP949", {0x81, 0xFE}},
+    {950, "CP950", {0x81, 0xFE}}, {1251, "CP1251", {}},
+    {1252, "CP1252", {}},         {10000, "MACINTOSH", {}},
 };
 
 // Characters that the platform converts in a different way than the C library, in both directions.

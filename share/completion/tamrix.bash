@@ -25,7 +25,7 @@ _tamrix() {
     COMPREPLY=()
     case $previous in
         --text) _tamrix_words utf-8; return ;;
-        --code-page | --oem-code-page) _tamrix_words '437 850 932 936 949 950 1251 1252'; return ;;
+        --code-page | --oem-code-page) _tamrix_words '437 850 866 932 936 949 950 1251 1252'; return ;;
         --registry | --journal | --undo) _tamrix_files; return ;;
         --zone | --type | --creator | --title | --filter | --separator) return ;;
     esac
