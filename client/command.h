@@ -15,13 +15,13 @@ constexpr int kSomeFailed = 1;
 constexpr int kUsageError = 2;
 
 struct Command {
-    const char* name;      // one or two words
-    const char* operands;  // as shown in the help
-    const char* summary;   // one line
-    const char* details;   // lines of the help, each with a newline at its end
-    std::span<const Option> options;
-    int minOperands;
-    int maxOperands;  // -1: any number
+    const char* name;           // one or two words
+    const char* operands = "";  // as shown in the help
+    const char* summary;        // one line
+    const char* details = "";   // lines of the help, each with a newline at its end
+    std::span<const Option> options = {};
+    int minOperands = 0;
+    int maxOperands = 0;  // -1: any number
     int (*run)(const Arguments& arguments);
     bool changesMappings = false;
     const char* example = "";  // a valid command line without the program's name

@@ -120,15 +120,14 @@ int run(const Arguments& arguments) {
     return kDone;
 }
 
-constexpr Command kCommands[] = {{.name = "info",
-                                  .operands = "",
-                                  .summary = "print the code pages and the current settings",
-                                  .details = "Bytes are hexadecimal. The quote set applies to Macintosh names.\n",
-                                  .options = kOptions,
-                                  .minOperands = 0,
-                                  .maxOperands = 0,
-                                  .run = run,
-                                  .example = "info --json"}};
+constexpr Command kCommands[] = {
+    {.name = "info",
+     .summary = "print the code pages and the current settings",
+     .details = "Bytes are hexadecimal. The quote set applies to Macintosh names.\n",
+     .options = kOptions,
+     .run = run,
+     .example = "info --json"},
+};
 
 }  // namespace
 

@@ -113,7 +113,6 @@ constexpr Command kCommands[] = {
      .summary = "convert the names of everything in a folder",
      .details = kDetails,
      .options = kOptions,
-     .minOperands = 0,
      .maxOperands = 1,
      .run = run,
      .example = "rename --to-windows Copies"},
