@@ -139,6 +139,7 @@ void replace(const std::string& name, const void* answering) {
 
 std::map<std::string, int> watch(Plan plan, const std::function<void()>& run) {
     now = {GetCurrentThreadId(), std::move(plan), {}, {}, false};
+    for (const Import& import : hooked) now.counts[import.name] = 0;
     run();
     now.thread = 0;
     for (const auto& [thing, times] : now.held)

@@ -176,17 +176,6 @@ void change(HWND editor) {
     agree(editor);
 }
 
-TEST(MappingEditor, SavesTheDifference) {
-    play(editing(change));
-    EXPECT_EQ(stored(), kAfter);
-    Mappings many = kBefore;
-    for (int i = 0; i < 50; ++i) many[".m" + std::to_string(i)] = "TmxC;TmxT;";
-    Scenario unchanged = editing(agree, many);
-    unchanged.look = [](const calls::Call& call) { EXPECT_FALSE(writes(call)) << call.name; };
-    play(unchanged);
-    EXPECT_THAT(noted, ElementsAre(kQuestion));
-}
-
 /// Each mapping is as it was or as it is to be, but for one at most that was just being written or removed.
 void expectOldOrNew() {
     Mappings now = stored(), before = kBefore, after = kAfter;
@@ -200,13 +189,32 @@ void expectOldOrNew() {
     EXPECT_EQ(now, before) << "what the user did not touch";
 }
 
+TEST(MappingEditor, SavesTheDifferenceOneMappingAtATime) {
+    Scenario saving = editing(change);
+    saving.look = [](const calls::Call& call) {
+        if (!writes(call)) return;
+        expectOldOrNew();  // this is stored for good if the process ends now
+        Mappings now = stored();
+        EXPECT_TRUE(now[".a"] == kBefore.at(".a") || now[".o"] == kAfter.at(".o")) << "all is written before it goes";
+    };
+    play(saving);
+    EXPECT_EQ(stored(), kAfter);
+    Mappings many = kBefore;
+    for (int i = 0; i < 50; ++i) many[".m" + std::to_string(i)] = "TmxC;TmxT;";
+    Scenario unchanged = editing(agree, many);
+    unchanged.look = [](const calls::Call& call) { EXPECT_FALSE(writes(call)) << call.name; };
+    play(unchanged);
+    EXPECT_THAT(noted, ElementsAre(kQuestion));
+    play(editing(change, kBefore, "TmxCreator"));
+    EXPECT_EQ(stored(), kBefore) << "codes have at most four bytes";
+    EXPECT_EQ(editMappings(nullptr, codes) + editMappings(codes, nullptr), 0);
+}
+
 TEST(MappingEditor, TakesNoAnswerFromOthersAndKeepsWhatTheyWrite) {
     Mappings installed = kAfter;
     installed.insert({{".a", "A files;prog;INST;"}, {".i", "TmxC;TmxT;"}});
-    const struct {
-        void (*act)(HWND editor);  // while a dialog of the editor is open
-        const Mappings& after;
-    } rows[] = {
+    // What happens while a dialog of the editor is open, and what is stored in the end.
+    const std::pair<void (*)(HWND editor), const Mappings&> rows[] = {
         {[](HWND) { PostQuitMessage(7); }, kBefore},
         {[](HWND editor) { EndDialog(editor, 1); }, kBefore},
         {[](HWND editor) { command(editor, IDOK); }, kAfter},
@@ -219,49 +227,19 @@ TEST(MappingEditor, TakesNoAnswerFromOthersAndKeepsWhatTheyWrite) {
             HWND editor = nullptr;
             Scenario disturbed = editing([&](HWND dialog) { change(editor = dialog); });
             disturbed.user = [&, user = disturbed.user](HWND window) {
-                if (editor && GetDlgItem(window, control)) row.act(editor);
+                if (editor && GetDlgItem(window, control)) row.first(editor);
                 user(window);
             };
             play(disturbed);
-            EXPECT_EQ(stored(), row.after);
+            EXPECT_EQ(stored(), row.second);
             EXPECT_EQ(noted.back() == "quit", &row == rows) << "which stays for the program";
         }
 }
 
-TEST(MappingEditor, NeedsCodesOfFourBytes) {
-    EXPECT_EQ(editMappings(nullptr, codes), 0);
-    EXPECT_EQ(editMappings(codes, nullptr), 0);
-    play(editing(change, kBefore, "TmxCreator"));
-    EXPECT_EQ(stored(), kBefore);
-}
+}  // namespace
 
-TEST(MappingEditor, LosesNothingWhicheverCallFails) {
+Scenario scenarios::savingMappings() {
     Scenario saving = editing([](HWND editor) { command(editor, kHelp), change(editor); });
     saving.run = [run = saving.run] { run(), expectOldOrNew(); };
-    sweep(saving);
+    return saving;
 }
-
-TEST(MappingEditor, LosesNothingWhicheverCallEndsTheProcess) {
-    constexpr char kVariable[] = "TAMRIX_ENDS_AT";  // the number of a call that writes
-    if (const char* const endsAt = std::getenv(kVariable)) {
-        Scenario saving = editing(change);
-        saving.look = [left = std::atoi(endsAt)](const calls::Call& call) mutable {
-            if (writes(call) && --left == 0) TerminateProcess(GetCurrentProcess(), 1);
-        };
-        play(saving);
-        TerminateProcess(GetCurrentProcess(), 0);
-    }
-    DWORD code = 1;
-    for (int i = 1; code == 1; ++i) {
-        SCOPED_TRACE(i);
-        testing_support::emptyRegistry();
-        SetEnvironmentVariableA(kVariable, std::to_string(i).c_str());
-        code = shipped::exitCode(shipped::startAgain("--gtest_filter=*WhicheverCallEndsTheProcess"));
-        expectOldOrNew();
-        Mappings now = stored();
-        EXPECT_TRUE(now[".a"] == kBefore.at(".a") || now[".o"] == kAfter.at(".o")) << "all is written before it goes";
-    }
-    EXPECT_EQ(code, 0u) << "of the process that reached its end";
-}
-
-}  // namespace

@@ -30,8 +30,15 @@ extern std::vector<std::string> noted;
 
 /// Plays a scenario and says how often each import was called.
 std::map<std::string, int> play(const Scenario& scenario, calls::Plan plan = {});
-/// Plays it once for each of its calls that can fail; on a screen with a palette only those that serve palettes.
-void sweep(const Scenario& scenario);
+/// Whether the screen has at most 256 colours, so that palettes are used.
+inline const bool hasPalette = GetDeviceCaps(GetDC(nullptr), RASTERCAPS) & RC_PALETTE;
+
+// The scenarios that are played once for each of their calls that can fail.
+
+Scenario savingMappings();
+Scenario choosing(bool folder);
+Scenario showingTemplates();
+Scenario showingAboutBox(bool isModal);
 
 /// What a click on a button or another choice sends.
 inline void command(HWND dialog, int control, int code = 0) {

@@ -1,4 +1,4 @@
-// The shipped DLL as an old client meets it: loaded by name, functions and classes found by their exported names,
+// The shipped DLL as an old client uses it: loaded by name, functions and classes found by their exported names,
 // objects in raw storage of the sizes that old compilers reserved, members called in the platform's member convention.
 #pragma once
 
@@ -28,8 +28,8 @@ Function* function(const char* name) {
     return found;
 }
 
-/// What a program begins with: a registry of its own, in which a dialog font is configured that the DLL finds when it
-/// is loaded.
+/// What a program begins with: a registry of its own, with a configured dialog font that the DLL reads when it is
+/// loaded.
 inline void begin(int& argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     dllPath = argv[1];
@@ -39,23 +39,6 @@ inline void begin(int& argc, char** argv) {
     testing_support::givenValue(HKEY_LOCAL_MACHINE, kSettings, "DialogFontSize", REG_DWORD, {"\x0B\0\0\0", 4});
 }
 
-/// Starts this program once more, with more arguments.
-inline HANDLE startAgain(const std::string& arguments) {
-    STARTUPINFOA start{};
-    PROCESS_INFORMATION started{};
-    std::string command = GetCommandLineA() + (" " + arguments);
-    CreateProcessA(nullptr, command.data(), nullptr, nullptr, FALSE, 0, nullptr, nullptr, &start, &started);
-    return started.hProcess;
-}
-
-/// The exit code of such a process, which has a minute to end.
-inline DWORD exitCode(HANDLE process) {
-    DWORD code = STILL_ACTIVE;
-    WaitForSingleObject(process, 60000);
-    GetExitCodeProcess(process, &code);
-    return code;
-}
-
 /// Calls a member by its decorated name.
 template <typename Result = void, typename... Arguments>
 Result member(const char* name, void* object, Arguments... arguments) {
@@ -63,7 +46,7 @@ Result member(const char* name, void* object, Arguments... arguments) {
     return function<Member>(name)(object, arguments...);
 }
 
-/// Storage for one object, and guard bytes after it that construction and use must leave alone.
+/// Storage for one object, followed by guard bytes that construction and use must not change.
 template <std::size_t size>
 struct Storage {
     alignas(8) unsigned char bytes[size + 16];

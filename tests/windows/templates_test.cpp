@@ -48,33 +48,28 @@ Result show(const char* way, const char* name, HWND parent) {
     return function<Show>(way)(dll(), name, keepAndEnd, parent, 77);
 }
 
-const Scenario shown{[] {
+void showTemplates() {
     noted.push_back(std::to_string(show<int>("ATModalDialog", kEditDialog, nullptr)));
     const HWND parent = CreateWindowA("STATIC", "", WS_POPUP, 0, 0, 9, 9, nullptr, nullptr, nullptr, nullptr);
     for (int i = 0; i < 2; ++i, DestroyWindow(parent)) {  // the second time there is no parent any more
         const HWND dialog = show<HWND>("ATNonModalDialog", kEditDialog, parent);
-        const auto font = reinterpret_cast<HGDIOBJ>(SendMessageA(dialog, WM_GETFONT, 0, 0));
         LOGFONTA made = {};
-        GetObjectA(font, sizeof made, &made);
+        GetObjectA(reinterpret_cast<HGDIOBJ>(SendMessageA(dialog, WM_GETFONT, 0, 0)), sizeof made, &made);
         noted.push_back(made.lfFaceName + std::to_string(made.lfHeight) + ' ' +
                         std::to_string(GetWindowLongA(dialog, GWL_USERDATA)) +
                         (GetWindow(dialog, GW_OWNER) ? " owned" : ""));
         DestroyWindow(dialog);
     }
     noted.push_back(loaded(dll(), kEditDialog, 1));
-}};
+}
 
 TEST(Templates, AreShownInTheConfiguredFont) {
     calls::replace("GetTextMetricsA", reinterpret_cast<const void*>(metricsOf));
-    play(shown);
+    play({showTemplates});
     EXPECT_THAT(noted, testing::ElementsAre("77", "Liberation Mono-15 77 owned", "Liberation Mono-15 77",
                                             "Liberation Mono 11 1240 x 162"));
     EXPECT_EQ(show<int>("ATModalDialog", MAKEINTRESOURCEA(999), nullptr), -1);
     EXPECT_EQ(show<HWND>("ATNonModalDialog", MAKEINTRESOURCEA(999), nullptr), nullptr);
-}
-
-TEST(Templates, AreGivenBackWhicheverCallFails) {
-    sweep(shown);
 }
 
 // The last of these tests: the process has no font configured from then on.
@@ -83,11 +78,8 @@ TEST(Templates, AreInTheDefaultFontWhereTheyHaveNoneOfTheirOwn) {
     LOGFONTA gui = {};
     GetObjectA(GetStockObject(DEFAULT_GUI_FONT), sizeof gui, &gui);
     const std::string standard = gui.lfFaceName + std::string(" ") + std::to_string(-gui.lfHeight * 72 / 96);
-    const struct {
-        const char* failing;
-        int nth, dialog, adjustSize;
-        std::string expected;
-    } rows[] = {
+    const std::tuple<const char*, int, int, int, std::string> rows[] = {
+        // the call that fails, dialog, adjustment
         {"", 0, none, 0, standard + " 200 x 100"},
         {"", 0, authored, 0, standard + " 200 x 100"},
         {"", 0, own, 1, "Arial 8 200 x 100"},
@@ -107,3 +99,7 @@ TEST(Templates, AreInTheDefaultFontWhereTheyHaveNoneOfTheirOwn) {
 }
 
 }  // namespace
+
+Scenario scenarios::showingTemplates() {
+    return {showTemplates};
+}
