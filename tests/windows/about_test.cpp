@@ -34,7 +34,7 @@ int operate(Arguments... arguments) {
     return shipped::slot<int __thiscall(void*, Arguments...)>(*box, index)(*box, arguments...);
 }
 
-/// What the derived class has in each slot: it does as the library does, and tells of it.
+/// The derived class's function for each slot: it calls the library's and notes that.
 template <int index, typename... Arguments>
 int __thiscall derived(void* self, Arguments... arguments) {
     noted.push_back(kNames[index]);
@@ -44,7 +44,7 @@ int __thiscall derived(void* self, Arguments... arguments) {
     }
     if constexpr (index == kDelete) {
         member("??1CAboutQuillonAppleTalk@@UAE@XZ", self);
-        std::memset(self, 0xEE, kSize);  // so that nothing can be used that is left
+        std::memset(self, 0xEE, kSize);  // so that using the deleted box fails
         return 0;
     }
     void* const own = function<void*>("??_7CAboutQuillonAppleTalk@@6B@")[index];
@@ -114,7 +114,7 @@ void lookOn(const calls::Call& call) {
     if (meanwhile) meanwhile(call.name);
 }
 
-/// A box that is used in one of these ways while something else happens.
+/// A box that is used in one of these ways; `happening` acts meanwhile.
 Scenario showing(void (*use)(), const Meanwhile& happening = nullptr) {
     return {[=] { meanwhile = happening, use(); }, tick, lookOn};
 }
@@ -122,7 +122,7 @@ Scenario showing(void (*use)(), const Meanwhile& happening = nullptr) {
 TEST(AboutBox, OpensInTheMiddleTicksAndIsAskedBeforeItGoes) {
     const Scenario refusing = showing(useModeless, [](const std::string& place) {
         for (const UINT message : {WM_KILLFOCUS, WM_LBUTTONDOWN, WM_CLOSE})
-            if (place == "canClose") SendMessageA(window, message, 0, 0);  // none is to ask again
+            if (place == "canClose") SendMessageA(window, message, 0, 0);  // none may ask again
         if (place != "doTimer") return;
         POINT corners[2];
         GetClientRect(window, reinterpret_cast<RECT*>(corners));

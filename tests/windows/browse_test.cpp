@@ -18,7 +18,7 @@ UINT& helpMessage() {
     return *shipped::function<UINT>("?m_HelpMessage@CBrowseDlg@@0IA");
 }
 
-/// Answers in the platform's stead. The object goes meanwhile.
+/// Replaces the platform's dialog. The object is overwritten meanwhile, as if it had been deleted.
 template <bool isSave>
 BOOL WINAPI choose(OPENFILENAMEA* record) {
     const auto* const words = reinterpret_cast<const DWORD*>(record);
@@ -57,7 +57,7 @@ Scenario browsing(int save, int folder, std::string initial, int title = 0, int 
         const int result =
             member<int>("?invoke@CBrowseDlg@@UAEHPAXPAD1@Z", dialog, static_cast<void*>(nullptr), path, initial.data());
         member("??1CBrowseDlg@@UAE@XZ", dialog);
-        shipped::enter(DLL_PROCESS_DETACH, path);  // the process ends: the class goes by itself
+        shipped::enter(DLL_PROCESS_DETACH, path);  // as at the end of the process, where nothing is called
         noted.push_back(std::to_string(result) + " " + path + (isHelpRegistered() ? " with help" : ""));
         shipped::enter(DLL_PROCESS_DETACH);
         EXPECT_FALSE(isHelpRegistered());

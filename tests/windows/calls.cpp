@@ -1,6 +1,6 @@
-// Each slot of the import table leads to an entry of machine code by whose address the import is known. All entries
-// come to forward(), which calls the function on a copy of the arguments. So it learns how many bytes of them the
-// function takes from the stack: a call that fails takes as many, and does nothing else.
+// Each slot of the import table points to an entry of machine code, whose address tells which import it is. All entries
+// call forward(), which calls the function with a copy of the arguments. That shows how many bytes of arguments the
+// function removes from the stack; a failing call removes as many and does nothing else.
 #include "windows/calls.h"
 
 #include <algorithm>
@@ -12,7 +12,7 @@
 namespace calls {
 namespace {
 
-/// What takes something, and what gives it back.
+/// Functions that take something, and those that give it back.
 const std::map<std::string, std::string> kTaking = {{"RegOpenKeyExA", "RegCloseKey"},
                                                     {"RegCreateKeyA", "RegCloseKey"},
                                                     {"RegCreateKeyExA", "RegCloseKey"},
@@ -26,14 +26,14 @@ const std::map<std::string, std::string> kTaking = {{"RegOpenKeyExA", "RegCloseK
                                                     {"GlobalAlloc", "GlobalFree"},
                                                     {"GlobalLock", "GlobalUnlock"},
                                                     {"malloc", "free"}};
-/// The argument that names it, where the result does not.
+/// The argument that identifies what is taken or given back, unless the result does.
 const std::map<std::string, int> kNaming = {{"RegOpenKeyExA", 4}, {"RegCreateKeyA", 2}, {"RegCreateKeyExA", 7},
                                             {"BeginPaint", 0},    {"GlobalLock", 0},    {"RegCloseKey", 0},
                                             {"DeleteObject", 0},  {"DeleteDC", 0},      {"ReleaseDC", 1},
                                             {"EndPaint", 0},      {"GlobalFree", 0},    {"GlobalUnlock", 0},
                                             {"free", 0}};
 
-/// What fails with all bits set; the rest fails with 0, or, if it is the registry's, with an error's number.
+/// Functions that return all bits set if they fail; others return 0, those of the registry an error code.
 const std::set<std::string> kFailingWithOnes = {
     "RealizePalette", "SetTextColor",        "MulDiv",    "DialogBoxParamA", "DialogBoxIndirectParamA",
     "SendMessageA",   "SendDlgItemMessageA", "GlobalFree"};
@@ -59,7 +59,7 @@ struct {
     bool isLooking;
 } now;
 
-/// Nobody owns the registry's roots, whose handles are 80000000 to 8000000F.
+/// The registry's roots, with handles from 80000000 to 8000000F, are not owned.
 void hold(const std::string& givenBackBy, ULONG_PTR value, int change) {
     if (value && value >> 4 != 0x8000000) now.held[{givenBackBy, value}] += change;
 }

@@ -1,6 +1,6 @@
-// The calls that the shipped DLL makes of the platform. All functions that it imports by name are hooked: their calls
-// are counted, what they take is held against what they give back, one of them can be made to fail, another function
-// can answer in their stead, and a test can look on, or act, before each.
+// The calls that the shipped DLL makes of the platform. All functions that it imports are hooked: their calls are
+// counted, what they take is compared with what they give back, one call can be made to fail, functions can be
+// replaced, and a test can run code before each call.
 #pragma once
 
 #include <windows.h>
@@ -18,17 +18,17 @@ struct Call {
 };
 
 struct Plan {
-    std::string failing;  // the import of which one call fails: it does nothing, or gives back and says that it failed
+    std::string failing;  // the import of which one call fails. It does nothing but give back
     int nth = 1;
-    std::function<void(const Call&)> before;  // its own calls into the module are not shown to it
+    std::function<void(const Call&)> before;  // not called for calls that it causes itself
 };
 
 /// Hooks the imports until the program ends.
 void hook();
-/// From now on `answering`, of the same type, is called in an import's stead.
+/// From now on `answering`, of the same type, is called instead of an import.
 void replace(const std::string& name, const void* answering);
-/// Watches what this thread calls through the module while `run` runs, which is not nested. Expects that all that was
-/// taken is given back, each by its own function and once; says how often each import was called.
+/// Watches the module's calls in this thread while `run` runs; must not be nested. Expects that everything taken is
+/// given back exactly once, by the function for it. Returns how often each import was called, also those that were not.
 std::map<std::string, int> watch(Plan plan, const std::function<void()>& run);
 
 }  // namespace calls

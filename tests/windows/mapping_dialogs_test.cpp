@@ -17,7 +17,7 @@ const auto editMappings = [](auto... arguments) {
     return shipped::function<int(void*, char*, char*)>("?FileExtMapEditDlg@@YAHPAXPAD1@Z")(nullptr, arguments...);
 };
 
-/// What is stored for each extension: "comment;creator;type;", or those of them that are there.
+/// What is stored for each extension: "comment;creator;type;", without those that are missing.
 using Mappings = std::map<std::string, std::string>;
 const std::string kLongComment(150, 'l');  // more than the cursor reads: the editor lists the line without it
 const Mappings kBefore = {{".a", "A files;TmxC;TmxT;"},
@@ -86,7 +86,7 @@ void agree(HWND editor) {
     command(editor, IDOK);
 }
 
-/// Deals with the add dialog, or with a message box, of which it notes the text and the default button.
+/// Uses the add dialog, or a message box, whose text and default button it notes.
 void useOther(HWND dialog) {
     if (!GetDlgItem(dialog, kExtension)) {
         const int button = GetDlgCtrlID(GetFocus());
@@ -105,7 +105,7 @@ bool writes(const calls::Call& call) {
     return call.name == "RegSetValueExA" || call.name.starts_with("RegDelete") || call.name.starts_with("RegCreate");
 }
 
-/// Opens the editor on a store, and deals with it as `use` does. Nothing is written before the user has agreed.
+/// Opens the editor on a store and uses it. Nothing may be written before the user has agreed.
 Scenario editing(std::function<void(HWND)> use, const Mappings& before = kBefore, const char* creator = "TmxC") {
     return {[=] {
                 testing_support::emptyRegistry();
@@ -161,7 +161,7 @@ TEST(MappingEditor, ChangesItsListAloneUntilTheUserAgrees) {
     EXPECT_EQ(stored(), after);
 }
 
-// A save, and what becomes of it in trouble.
+// Saving, also while something goes wrong.
 
 const std::string kLongest(255, 'c');
 const Mappings kAfter = {
@@ -176,7 +176,7 @@ void change(HWND editor) {
     agree(editor);
 }
 
-/// Each mapping is as it was or as it is to be, but for one at most that was just being written or removed.
+/// Each mapping is the old or the new one, except for at most one that was just being written or removed.
 void expectOldOrNew() {
     Mappings now = stored(), before = kBefore, after = kAfter;
     int incomplete = 0;

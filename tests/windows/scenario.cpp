@@ -13,7 +13,7 @@ namespace {
 
 /// Imports that no scenario has to fail.
 const std::set<std::string> kNotFailed = {
-    // They can't fail, or not so that the library could tell: memory, strings, questions, what ends something.
+    // They can't fail, or the library could not tell: memory, strings, queries, and what ends things.
     "abort", "free", "memchr", "memcmp", "memmove", "memcpy", "memset", "rand", "srand", "strcat", "strchr", "strcmp",
     "strcpy", "strlen", "strncpy", "strrchr", "time", "GetOEMCP", "IsDBCSLeadByte", "DefWindowProcA", "IsWindow",
     "IsWindowVisible", "GetFocus", "GetWindowLongA", "GetPropA", "RemovePropA", "DestroyWindow", "UnregisterClassA",
@@ -41,7 +41,7 @@ void leave(HWND dialog) {
     EndDialog(dialog, 0);
 }
 
-/// Called by the loop of a dialog or message box, which shows it once it has dispatched this.
+/// Called by the loop of a dialog or message box, which may have to dispatch this a few times before it shows it.
 void CALLBACK useWhatWaits(HWND, UINT, UINT_PTR, DWORD) {
     const HWND window = waitingDialog();
     if (!window) {
@@ -52,7 +52,7 @@ void CALLBACK useWhatWaits(HWND, UINT, UINT_PTR, DWORD) {
     leave(window);
 }
 
-// Wine takes an exception in a window procedure for handled. Errors of the platform's own have codes like this one.
+// Wine ignores exceptions in window procedures. The platform's own errors have codes like that of an access violation.
 LONG CALLBACK endOnError(EXCEPTION_POINTERS* exception) {
     const auto& [code, flags, next, address, count, parameters] = *exception->ExceptionRecord;
     if (code >> 28 == EXCEPTION_ACCESS_VIOLATION >> 28) {

@@ -1,5 +1,5 @@
-// What a user does with one dialog or box of the shipped DLL, from its opening to its end, to be played once with full
-// assertions and then again and again with one call of the platform failing each time.
+// A scenario is what a user does with one dialog or the about box of the shipped DLL. Tests play it once with full
+// assertions; then it is repeated, each time with one failing call of the platform.
 #pragma once
 
 #include <gmock/gmock.h>
@@ -13,22 +13,22 @@
 namespace scenarios {
 
 struct Scenario {
-    /// Opens what there is to see, and returns when all of it is closed. What holds whichever call has failed is
-    /// checked here, beside what holds for all: everything taken is given back, no window is left, no error of the
-    /// processor or the platform occurs, every modal loop can be left.
+    /// Opens the dialog and returns when it is closed. It may check only what must be true whichever call fails. These
+    /// are checked in every scenario: everything taken is given back, no window is left, no error of the processor or
+    /// the platform occurs, every modal loop can be left.
     std::function<void()> run;
-    /// Deals with a dialog or message box when its modal loop waits for messages; in that loop's thread, once for each.
-    /// What this leaves open is cancelled.
+    /// Uses a dialog or message box; called once for each, by its modal loop. If it is still open afterwards, it is
+    /// cancelled.
     std::function<void(HWND)> user = [](HWND) {};
-    /// Looks on before each call of the platform.
+    /// Is called before each call of the platform.
     std::function<void(const calls::Call&)> look = [](const calls::Call&) {};
 };
 
-/// What was seen while the scenario ran, in order: the full assertions are on this. Help that is asked for stands there
-/// as "help FILE COMMAND DATA"; no viewer starts. "quit" comes last when the thread is left with that message.
+/// What happened while the scenario ran, in order, for the full assertions. A request for help is "help FILE COMMAND
+/// DATA"; no viewer starts. If WM_QUIT is still posted at the end, the last note is "quit".
 extern std::vector<std::string> noted;
 
-/// Plays a scenario and says how often each import was called.
+/// Plays a scenario. Returns how often each import was called, also those that were not.
 std::map<std::string, int> play(const Scenario& scenario, calls::Plan plan = {});
 /// Whether the screen has at most 256 colours, so that palettes are used.
 inline const bool hasPalette = GetDeviceCaps(GetDC(nullptr), RASTERCAPS) & RC_PALETTE;
@@ -40,7 +40,7 @@ Scenario choosing(bool folder);
 Scenario showingTemplates();
 Scenario showingAboutBox(bool isModal);
 
-/// What a click on a button or another choice sends.
+/// Sends what a click on a button, or another notification of a control, sends.
 inline void command(HWND dialog, int control, int code = 0) {
     SendMessageA(dialog, WM_COMMAND, MAKEWPARAM(control, code), reinterpret_cast<LPARAM>(GetDlgItem(dialog, control)));
 }

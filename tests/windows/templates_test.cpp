@@ -1,5 +1,6 @@
-// Templates in the configured font, Liberation Mono in 11 points, and where none is configured in the platform's, as
-// far as that can be had. The test's own metrics make the sizes that follow from them the same everywhere.
+// Templates in the configured font, Liberation Mono in 11 points, and without a configured font in the platform's, as
+// far as it is available. The test replaces the fonts' metrics, so that the adjusted sizes are the same on every
+// system.
 #include "windows/scenario.h"
 
 namespace {
@@ -10,7 +11,7 @@ using shipped::function;
 
 const char* const kEditDialog = MAKEINTRESOURCEA(410);
 
-/// A stock font's, and of other fonts the length of the face and the height that was asked for.
+/// Fixed metrics for stock fonts; for others the length of the face's name and the requested height.
 BOOL WINAPI metricsOf(HDC context, TEXTMETRICA* metrics) {
     const HGDIOBJ font = GetCurrentObject(context, OBJ_FONT);
     const bool isStock = font == GetStockObject(DEFAULT_GUI_FONT), isSystem = font == GetStockObject(SYSTEM_FONT);
@@ -21,7 +22,7 @@ BOOL WINAPI metricsOf(HDC context, TEXTMETRICA* metrics) {
     return TRUE;
 }
 
-/// A template as it comes out, "face points width x height".
+/// The loaded template as "face points width x height".
 std::string loaded(HMODULE module, const char* name, int adjustSize) {
     void* const block =
         function<void*(HINSTANCE, const char*, int)>("LoadTemplateWithCorrectFont")(module, name, adjustSize);
@@ -79,7 +80,7 @@ TEST(Templates, AreInTheDefaultFontWhereTheyHaveNoneOfTheirOwn) {
     GetObjectA(GetStockObject(DEFAULT_GUI_FONT), sizeof gui, &gui);
     const std::string standard = gui.lfFaceName + std::string(" ") + std::to_string(-gui.lfHeight * 72 / 96);
     const std::tuple<const char*, int, int, int, std::string> rows[] = {
-        // the call that fails, dialog, adjustment
+        // the call that fails, the dialog, whether its size is adjusted, the expected template
         {"", 0, none, 0, standard + " 200 x 100"},
         {"", 0, authored, 0, standard + " 200 x 100"},
         {"", 0, own, 1, "Arial 8 200 x 100"},
