@@ -71,7 +71,7 @@ void Report::progress(std::size_t done, std::size_t total) {
     static const bool isWatched = errorIsTerminal();
     if (!isWatched) return;
     const time_t now = time(nullptr);
-    // The clock counts whole seconds; two of its steps are more than a second, one may be less.
+    // The clock counts whole seconds: a difference of 1 may be less than a second, a difference of 2 is more.
     if (now < shownAt_ + (shownAt_ == startedAt_ ? 2 : 1)) return;
     shownAt_ = now;
     const std::string many = std::to_string(done);
