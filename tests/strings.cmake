@@ -2,7 +2,7 @@
 tamrix_property(strings SOURCES properties/exhaustive_test.cpp)
 set_property(TEST strings_property PROPERTY LABELS codepage)
 
-tamrix_property(names SOURCES properties/worked_names_test.cpp INPUTS 8000)
+tamrix_property(names INPUTS 8000)
 set_property(TEST names_property PROPERTY LABELS codepage)
 if(NOT WIN32)
     # Tries millions of names, so it compiles what it proves for itself: optimised, without sanitizers.

@@ -1,5 +1,5 @@
-// The credits in a block of exact size next to a model of their lines, markers and placeholders; bitmap resources with
-// any fields, cut to any size, next to the sizes that the platform's structure asks for.
+// The credits, compared with a model of their lines, markers and placeholders, and bitmap resources with any fields and
+// of any size, compared with the size that the platform's structure requires.
 #pragma once
 
 #include <array>
@@ -34,7 +34,7 @@ inline std::string expanded(const tamrix::LeadByteTable& leads, const std::strin
     return fitting(shown, tamrix::kExpandedCapacity);
 }
 
-/// `made` has a bit for each marked font; markers count up to the first font that could not be made.
+/// `made` has a bit for each marked font; the markers after the first font that could not be created are not markers.
 inline void holdLine(const tamrix::LeadByteTable& leads, const std::string& line, std::uint8_t made) {
     const std::size_t marker = std::string("*/_").find(line[0]);
     const bool isMarked = marker < static_cast<std::size_t>(std::countr_one(made));
@@ -48,7 +48,7 @@ inline void holdLine(const tamrix::LeadByteTable& leads, const std::string& line
 
 inline void holdCredits(const tamrix::LeadByteTable& leads, const std::string& credits, std::uint8_t made) {
     const std::vector<std::string> wanted = linesOf(leads, credits);
-    const Block block(credits.size() + 1);  // the last byte gives way to the terminator
+    const Block block(credits.size() + 1);  // the terminator replaces the last byte
     credits.copy(block, credits.size());
     const std::span<char> text(static_cast<char*>(block), credits.size() + 1);
     std::vector<AboutLine> lines(static_cast<std::size_t>(tamrix::compactCredits(text, leads)));

@@ -1,4 +1,4 @@
-// Holds one property, TAMRIX_PROPERTY, to each input of the sets that its header lists in exhaustive().
+// Tests one property, TAMRIX_PROPERTY, with each input of the sets that its header lists in exhaustive().
 #include <gtest/gtest.h>
 
 #include TAMRIX_PROPERTY
@@ -7,8 +7,8 @@ namespace {
 
 void holdAll(const properties::Inputs& inputs) {
     properties::hold(inputs.prefix);
-    if (inputs.most == 0) return;
-    for (const char byte : inputs.alphabet) holdAll({inputs.prefix + byte, inputs.alphabet, inputs.most - 1});
+    if (inputs.maxBytes == 0) return;
+    for (const char byte : inputs.alphabet) holdAll({inputs.prefix + byte, inputs.alphabet, inputs.maxBytes - 1});
 }
 
 TEST(Property, HoldsForEachInputOfItsSets) {

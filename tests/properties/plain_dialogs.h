@@ -1,4 +1,4 @@
-// What the dialogs decide without a window: fonts, lines of the mapping editor and what is saved of them, paths and
+// What the dialogs decide without a window: fonts, the mapping editor's lines and what it saves, and the paths and
 // filters of the file dialog.
 #pragma once
 
@@ -28,8 +28,8 @@ inline tamrix::TemplateBytes bytesOf(const std::string& text) {
     return {reinterpret_cast<const std::uint8_t*>(text.data()), text.size()};
 }
 
-/// A configured font with a size goes first; then templates keep a font of their own, which the one that they were
-/// authored in is not.
+/// A configured font with a size replaces every font. Otherwise templates keep their font, unless it is the one with
+/// which dialogs were designed.
 inline void holdFontChoice(Input& input) {
     const std::string faces[] = {"", "MS Sans Serif", "ms sans serif", "MS Sans Serif X"};
     const std::uint32_t sizes[] = {8, 65544, 65536, 0};
@@ -64,15 +64,13 @@ inline void holdMappingLine(const std::string& extension, const std::string& com
     const std::string first = joined.substr(0, joined.find('\t')), kept = joined.substr(first.size());
     require(mapping.extension == first, "the extension of a line");
     require(mapping.comment ? kept.size() > 1 && kept.substr(1) == mapping.comment : kept.size() < 2, "its comment");
-    const std::string dotted = (extension.starts_with('.') ? "" : ".") + extension;
-    require(tamrix::dottedExtension(extension.c_str()).get() == dotted, "an extension with its dot");
     const auto length = static_cast<int>(extension.size());
     require(tamrix::isAcceptedLength(length) == (length > 0 && length < 16), "the length of an extension");
     const bool fits = length <= 4 && comment.size() <= 4;
     require(tamrix::canBeStored(extension.c_str(), comment.c_str()) == fits, "the lengths of codes");
 }
 
-/// Lines whose names of keys differ in case, or lack their dot.
+/// Lines of which some have the same key: the case of their extensions differs, or the dot is missing.
 inline std::vector<tamrix::KeyedLine> drawnLines(Input& input) {
     const std::string names[] = {".a", "A", ".b", "B", ".\xE4", ".\xC4"}, keys[] = {".A", ".B", ".\xC4"};
     const std::string comments[] = {"", "\t", "\tx", "\ty\tx"};
@@ -86,7 +84,7 @@ inline std::vector<tamrix::KeyedLine> drawnLines(Input& input) {
     return lines;
 }
 
-/// Of the lines that name one key the last counts; one that is as it was listed is not written.
+/// Of the lines with the same key only the last is written, and only if it has changed.
 inline void holdMappingChanges(Input& input) {
     std::vector<tamrix::KeyedLine> listed = drawnLines(input);
     const std::vector<tamrix::KeyedLine> lines = drawnLines(input);
@@ -101,12 +99,9 @@ inline void holdMappingChanges(Input& input) {
     }
     for (const tamrix::KeyedLine& line : listed)
         require(tamrix::isToBeRemoved(line, lines) == !last.count(line.key.get()), "whether a mapping is removed");
-    const tamrix::KeyedLine unfolded = tamrix::keyedLine(tamrix::copiedText(".a"), [](char*) { return false; });
-    require(unfolded.line && !unfolded.key && !tamrix::keyedLine(nullptr, tamrix::foldKeyName).key,
-            "lines without keys");
 }
 
-/// Paths are cut at the last backslash, those that end in the placeholder for good.
+/// An initial path is split at its last backslash; a chosen path loses the placeholder after it.
 inline void holdPath(Input& input, const tamrix::LeadByteTable& leads) {
     const char* const pieces[] = {"{s}", "\\", "D:", "\x95", "{S}"};
     std::string path;
@@ -123,8 +118,8 @@ inline void holdPath(Input& input, const tamrix::LeadByteTable& leads) {
     require(static_cast<char*>(cut) == path.substr(0, left), "a path without its placeholder");
 }
 
-/// Whatever follows in memory, a list of filters ends inside its buffer of 8 bytes, at a character; bars after a zero
-/// of the filter's own stay.
+/// A list of filters ends within its buffer of 8 bytes, at a character boundary, with two zeros. Bars after the
+/// filter's own first zero are not replaced.
 inline void holdFilter(Input& input, const tamrix::LeadByteTable& leads) {
     const char bytes[] = "|a|\x83";  // or zero
     std::string filter, list;

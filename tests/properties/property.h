@@ -1,6 +1,6 @@
-// What the properties of all modules share. A property is `void property(Input&)` in a header of this folder: it takes
-// one input apart, runs a module on it next to a model of the module's rules, and ends with a Disagreement where the
-// two differ. Its drivers are seeded_test.cpp, exhaustive_test.cpp and fuzz/driver.cpp.
+// What the properties of all modules share. A property is `void property(Input&)` in a header of this folder: it
+// runs a module on one input on it, and throws an exception where the results differ from a model of the module's
+// rules. Its drivers are seeded_test.cpp, exhaustive_test.cpp and fuzz/driver.cpp.
 #pragma once
 
 #include <cstddef>
@@ -16,13 +16,9 @@
 
 namespace properties {
 
-/// A module and its model differ; says in what.
-class Disagreement : public std::runtime_error {
-    using std::runtime_error::runtime_error;
-};
-
+/// Throws an exception that says where a module and its model differ.
 inline void require(bool holds, std::string_view what) {
-    if (!holds) throw Disagreement(std::string(what));
+    if (!holds) throw std::runtime_error(std::string(what));
 }
 
 /// A buffer of not one byte more than `size`, so that the sanitizer sees a step past it.
@@ -63,7 +59,8 @@ inline tamrix::LeadByteTable leadBytesOf(unsigned codePage) {
     return table;
 }
 
-/// The characters of a string, each as its one or two bytes. A lone lead byte ends it; `withHalf`, as one of them.
+/// The characters of a string, each as its one or two bytes. A lone lead byte ends it; `withHalf`, as its last
+/// character.
 inline std::vector<std::string> charactersOf(const tamrix::LeadByteTable& leads, const std::string& text,
                                              bool withHalf = false) {
     std::vector<std::string> characters;
@@ -92,7 +89,7 @@ inline std::string fitting(const std::vector<std::string>& characters, std::size
     return text;
 }
 
-/// An input taken apart into what a property needs; past its end everything is zero or empty.
+/// An input from which a property takes what it needs; after its end everything is zero or empty.
 class Input {
 public:
     explicit Input(std::string bytes) : all_(std::move(bytes)) {}
@@ -109,7 +106,7 @@ public:
     const T& oneOf(const T (&choices)[count]) {
         return choices[byte() % count];
     }
-    /// Those of a code page, of which half have none.
+    /// Those of a code page; half of the code pages have none.
     tamrix::LeadByteTable leadBytes() {
         const unsigned pages[] = {1252, 932, 936, 1252};
         return leadBytesOf(oneOf(pages));
@@ -129,16 +126,16 @@ private:
 
 inline void property(Input& input);
 
-/// Holds the property to one input, which the Disagreement then shows in hexadecimal.
+/// Tests the property with one input, which the exception then shows in hexadecimal.
 inline void hold(const std::string& bytes) {
     try {
         Input input(bytes);
         property(input);
-    } catch (const Disagreement& found) {
+    } catch (const std::exception& found) {
         std::string text = found.what() + std::string("\n  input ");
         for (const char byte : bytes)
             for (const int shift : {4, 0}) text += "0123456789abcdef"[byte >> shift & 15];
-        throw Disagreement(text);
+        throw std::runtime_error(text);
     }
 }
 
@@ -149,10 +146,10 @@ inline const std::string kAnyByte = [] {
     return bytes;
 }();
 
-/// Inputs that are all tried: each begins with `prefix` and goes on with up to `most` bytes of the alphabet.
+/// Inputs that are all tested: each begins with `prefix` and continues with up to `maxBytes` bytes of the alphabet.
 struct Inputs {
     std::string prefix, alphabet;
-    std::size_t most;
+    std::size_t maxBytes;
 };
 
 }  // namespace properties

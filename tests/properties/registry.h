@@ -189,9 +189,11 @@ private:
             quotes.open = static_cast<unsigned char>((*brackets.data)[0]);
             quotes.close = static_cast<unsigned char>((*brackets.data)[1]);
         }
-        const tamrix::NameRules& rules = tamrix::nameRules;
-        require(std::ranges::equal(rules.inSet, quotes.inSet), "the quote set");
-        require(rules.open == quotes.open && rules.close == quotes.close, "the brackets");
+        const tamrix::LeadByteTable& leads = tamrix::leadByteTable;
+        const auto* const table =
+            tamrix::chooseTranslator(static_cast<std::uint16_t>(GetOEMCP()), leads.hasLeadBytes).table;
+        const tamrix::NameRules rules = tamrix::makeNameRules(quotes, leads, table);
+        require(!std::memcmp(&tamrix::nameRules, &rules, sizeof rules), "the quote set, brackets and table of names");
         const bool isConfigured = face.type == REG_SZ && size.type == REG_DWORD;
         const char* const loaded = tamrix::dialogFontSettings.face();
         require(loaded ? isConfigured && !std::strcmp(loaded, face.data->c_str()) : !isConfigured, "the font");

@@ -1,8 +1,8 @@
-// Holds one property, TAMRIX_PROPERTY, to the inputs kept in its corpus and to seeded ones: kept inputs with a few
-// bytes changed, cut or joined, and random bytes. TAMRIX_SEED in the environment chooses another seed, TAMRIX_INPUTS
-// another count.
+// Tests one property, TAMRIX_PROPERTY, with the inputs kept in its corpus, and with inputs drawn from a seed. The
+// environment variables TAMRIX_SEED and TAMRIX_INPUTS choose another seed and another number of inputs.
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -29,35 +29,25 @@ unsigned long fromEnvironment(const char* name, unsigned long otherwise) {
     return text ? std::strtoul(text, nullptr, 10) : otherwise;
 }
 
-class Draw {
-public:
-    explicit Draw(unsigned long seed) : random_(seed) {}
-
-    std::string changed(const std::vector<std::string>& kept) {
-        if (below(4) == 0) return anything();
-        std::string input = kept[below(kept.size())];
-        for (std::size_t changes = 1 + below(4); changes > 0; --changes) change(input, kept[below(kept.size())]);
-        return input;
-    }
-
-private:
-    std::size_t below(std::size_t limit) { return random_() % limit; }
-    char byte() { return static_cast<char>(below(2) ? random_() : ' ' + below(95)); }
-    std::string anything() {
+/// A kept input with a few changes: a byte inserted or replaced, some left out, or the end of another kept input. One
+/// in four is random instead.
+std::string drawn(const std::vector<std::string>& kept, std::mt19937& random) {
+    const auto below = [&](std::size_t limit) { return random() % limit; };
+    const auto byte = [&] { return static_cast<char>(below(2) ? random() : ' ' + below(95)); };
+    if (below(4) == 0) {
         std::string input(below(65), '\0');
-        for (char& value : input) value = byte();
+        std::ranges::generate(input, byte);
         return input;
     }
-    /// Inserts a byte, replaces one, leaves some out, or goes on with the end of another input.
-    void change(std::string& input, const std::string& other) {
+    std::string input = kept[below(kept.size())];
+    for (std::size_t changes = 1 + below(4); changes > 0; --changes) {
         const std::size_t at = below(input.size() + 1), kind = below(4);
+        const std::string &other = kept[below(kept.size())], end = other.substr(below(other.size() + 1));
         const std::size_t replaced[] = {0, 1, 1 + below(4), input.size()};
-        const std::string end = other.substr(below(other.size() + 1));
         input.replace(at, replaced[kind], kind < 2 ? std::string(1, byte()) : kind == 2 ? "" : end);
     }
-
-    std::mt19937 random_;
-};
+    return input;
+}
 
 TEST(Property, HoldsForKeptInputs) {
     for (const std::string& input : keptInputs()) properties::hold(input);
@@ -65,9 +55,9 @@ TEST(Property, HoldsForKeptInputs) {
 
 TEST(Property, HoldsForSeededInputs) {
     const std::vector<std::string> kept = keptInputs();
-    Draw draw(fromEnvironment("TAMRIX_SEED", 1));
+    std::mt19937 random(fromEnvironment("TAMRIX_SEED", 1));
     for (auto left = fromEnvironment("TAMRIX_INPUTS", TAMRIX_INPUTS); left > 0; --left)
-        properties::hold(draw.changed(kept));
+        properties::hold(drawn(kept, random));
 }
 
 }  // namespace

@@ -1,5 +1,6 @@
-// Dialog templates of both formats. Any bytes are parsed inside their block and written as they were read; a template
-// built from the published structures is refused at every cut, and is written with another font and size when asked.
+// Dialog templates of both formats. Parsing any bytes reads only those, and they are written as they were read. A
+// template built from the published structures is also written with another font and size, and is refused if it is cut
+// anywhere.
 #pragma once
 
 #include "dialogs/dialog_template.h"

@@ -1,5 +1,5 @@
-// UNC paths of AppleTalk servers and printers under each code page, joined from parts into blocks of every size and
-// split into those parts that are wanted, held to their grammar.
+// UNC paths of AppleTalk servers and printers under each code page, compared with their grammar: joined from parts into
+// blocks of every size, and split into all parts or only some.
 #pragma once
 
 #include <algorithm>
@@ -43,8 +43,8 @@ inline void holdJoin(int kind, const Part& zone, const Part& name, const Part& s
     }
 }
 
-/// The kind of a path and its zone, name, share and rest. A part that is left alone has none; a rest that is missing
-/// is one zero byte, not zeros to the end of a buffer that may be large.
+/// The kind of a path and its zone, name, share and rest. A part without a value is not written. For a rest without a
+/// value only one zero byte is written, since its buffer may be large.
 struct Split {
     int kind;
     Part zone, name, share, rest;
@@ -56,7 +56,7 @@ inline Split statedSplit(const tamrix::LeadByteTable& leads, const std::string& 
     const std::size_t printer = plain.find('`'), server = plain.find('@'), separator = plain.find('\\', 2);
     const std::size_t next = plain.find('\\', std::min(separator, plain.size()) + 1);
     const auto none = std::string::npos;
-    /// The text after a delimiter up to the first of the others behind it; none without the delimiter.
+    /// The text from a delimiter to the first of the others after it; empty without the delimiter.
     const auto after = [&path](std::size_t delimiter, std::initializer_list<std::size_t> cuts) {
         std::size_t end = path.size();
         for (const std::size_t cut : cuts)
@@ -71,12 +71,12 @@ inline Split statedSplit(const tamrix::LeadByteTable& leads, const std::string& 
     }
     const std::string zone = server == none ? "" : after(1, {server, separator});
     const std::string name = after(server == none ? 1 : server, {separator});
-    // A separator is looked for up to the delimiter, where the volume ends already when the delimiter is behind it.
+    // The next separator is searched for only up to a delimiter that is after the first separator.
     const bool hasRest = sharesWanted && next != none && (server < separator || next < server);
     return {1, zone, name, after(separator, {server, next}), hasRest ? Part(after(next, {server})) : Part()};
 }
 
-/// Only the parts whose bits `wanted` holds are asked for: zone, name, share, rest.
+/// Splits into the parts whose bits are set in `wanted`, from the lowest: zone, name, share, rest.
 inline void holdSplit(const tamrix::LeadByteTable& leads, const std::string& path, unsigned wanted, unsigned restSize) {
     const Exact source(path);
     const Block blocks[] = {Block(path.size() + 1), Block(path.size() + 1), Block(path.size() + 1), Block(restSize)};
@@ -105,7 +105,7 @@ inline void property(Input& input) {
     const tamrix::LeadByteTable leads = leadBytesOf(page);
     const int kind = input.byte() % 4;
     const unsigned choice = input.byte(), restSize = input.byte();
-    // One, two or three parts of such a size come near the longest path, or past what 16 bits count.
+    // With one, two or three parts of such a size, a path has about the maximum length, or more than 16 bits can count.
     const std::size_t sizes[] = {32755, 16370, 10910, 22000, 65533, 65536};
     const std::string more(choice & 0x80 && restSize % 16 == 1 ? input.oneOf(sizes) : 0, 'n');
     const auto part = [&](unsigned bit) {
