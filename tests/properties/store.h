@@ -78,7 +78,7 @@ constexpr Field kFields[] = {{&CExtensionMap::Extension, &CExtensionMap::SetExte
 /// A record with buffers of exactly the sizes that it states; sometimes one buffer is missing.
 struct Record : SExtensionMap {
     explicit Record(Input& input)
-        : commentRoom(input.byte() % 4 ? 256 : 1 + input.byte()),
+        : commentRoom(input.byte() % 2 ? 256 : 3 + input.byte() % 4),
           extensionRoom(input.byte() % 2 ? 16 : 1 + input.byte() % 18),
           blocks{Block(extensionRoom), Block(5), Block(5), Block(commentRoom)} {
         const std::uint8_t missing = input.byte() % 8;
@@ -151,11 +151,13 @@ private:
 
     /// Stores what other programs may leave: any type and size, no terminator, keys that are no mappings.
     void others() {
-        const std::string key = pathOf(drawnExtension().value_or("a")).substr(8), size(110 + input_.byte() % 160, 'T');
-        const char* const values[] = {"Mac Type", "Mac Creator", "Mac Type", "Mac Creator", "Mac Comment", "", "else"};
+        const std::string key = pathOf(drawnExtension().value_or("a")).substr(8);
+        const std::size_t limit = input_.byte() % 2 ? 128 : 256;
+        const std::string size(limit - 2 + input_.byte() % 4, 'T');
+        const char* const values[] = {"Mac Type", "Mac Creator", "Mac Comment", "Mac Comment", "", "else"};
         const DWORD types[] = {REG_SZ, REG_SZ, REG_SZ, REG_SZ, REG_SZ, REG_BINARY, REG_DWORD, REG_EXPAND_SZ};
-        const std::string bytes[] = {{"TEXT", 5},    {"dosa", 5},  {"TEXT", 5}, {"dosa", 5}, {"TE\0x", 5}, "TEXT",
-                                     {"TEX\x81", 5}, {"TEXTS", 6}, "",          size,        size + '\0',  {"DOSA", 5}};
+        const std::string bytes[] = {{"TEXT", 5},  {"dosa", 5}, {"TE\0x", 5}, {"TEX\x81", 5}, {"TEXTS", 5},
+                                     {"TEXTS", 6}, "TEXT",      "",           size,           size + '\0'};
         const std::string value = input_.oneOf(values);
         const DWORD type = input_.oneOf(types);
         const std::string& data = input_.oneOf(bytes);
