@@ -38,6 +38,7 @@ struct Conversion {
     int intoNothing;  // the result for a block of no bytes
     std::vector<Piece> pieces = {};
     std::size_t capacity = 1;  // the measured one
+    std::string read = {};     // the converted name, without a lone lead byte
     bool splits = false;       // the last character, to quote its trail byte
 
     /// The result and the bytes for a block of `size` bytes. In a block that is full the terminator replaces the last
@@ -86,7 +87,7 @@ struct Naming {
 
     Conversion toWindows(const std::string& name) const {
         Conversion windows{-1};
-        std::string whole;  // without a lone lead byte
+        std::string& whole = windows.read;
         std::size_t count = 0;
         bool isQuoted = false;
         for (const std::string& character : charactersOf(leads, name)) {
@@ -162,7 +163,7 @@ inline void holdName(const Naming& naming, const std::string& name, bool everySi
     // name that contains a number converts to a shorter one.
     const bool isUsable = !std::isdigit(static_cast<unsigned char>(naming.open)) && naming.open != naming.close &&
                           naming.inSet('\\') && !naming.leads.leads(naming.close);
-    std::string expected = fitting(charactersOf(naming.leads, name), name.size());
+    std::string expected = windows.read;
     if (!isUsable || windows.splits || back.capacity != expected.size() + 1) return;
     for (char& byte : expected)  // two bytes share their images with others
         if (naming.translates && !naming.inSet(byte)) byte = byte == '\xD0' ? '\xF5' : byte == '\xF5' ? '\xE8' : byte;
