@@ -63,8 +63,9 @@ class Text(RenameTest):
             self.assertEqual(set(printed.splitlines()), {"tree\\xp\\b[064] -> b@"} | more)
             self.tamrix("rename --undo " + journal.split()[0])
             self.assertEqual(self.tree(), before)
-        (self.folder / "tree/con.txt").touch()
-        self.tamrix("rename --to-windows tree", status=1, named="con.txt: reserved: device name")
+        for name in ("con.txt", "Y", "y"):
+            (self.folder / "tree" / name).touch()
+        self.tamrix("rename --to-windows tree", status=1, named=["con.txt: reserved: device name", "y: collision"])
         console, end = self.terminal()
         self.tamrix("name to-mac \u0161", stdout=end)
         self.assertIn("\u2211".encode(), os.read(console, 9999), "a console shows what the code page lacks")
