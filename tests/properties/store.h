@@ -151,7 +151,8 @@ private:
 
     /// Stores what other programs may leave: any type and size, no terminator, keys that are no mappings.
     void others() {
-        const std::string key = pathOf(drawnExtension().value_or("a")).substr(8);
+        const Text extension = input_.byte() % 2 ? extension_ : drawnExtension();
+        const std::string key = pathOf(extension.value_or("a")).substr(8);
         const std::size_t limit = input_.byte() % 2 ? 128 : 256;
         const std::string size(limit - 2 + input_.byte() % 4, 'T');
         const char* const values[] = {"Mac Type", "Mac Creator", "Mac Comment", "Mac Comment", "", "else"};
