@@ -1,4 +1,6 @@
 // The two dialogs that edit extension mappings, as a user uses them.
+#include <process.h>
+
 #include <sstream>
 
 #include "registry_text.h"
@@ -189,16 +191,34 @@ void expectOldOrNew() {
     EXPECT_EQ(now, before) << "what the user did not touch";
 }
 
-TEST(MappingEditor, SavesTheDifferenceOneMappingAtATime) {
-    Scenario saving = editing(change);
-    saving.look = [](const calls::Call& call) {
-        if (!writes(call)) return;
-        expectOldOrNew();  // this is stored for good if the process ends now
+TEST(MappingEditor, LosesNothingAtWhicheverWriteTheProcessEnds) {
+    constexpr char kVariable[] = "TAMRIX_ENDS_AT";  // the number of that write, in a process of its own
+    if (const char* const endsAt = std::getenv(kVariable)) {
+        Scenario saving = editing(change);
+        saving.look = [left = std::atoi(endsAt)](const calls::Call& call) mutable {
+            if (writes(call) && --left == 0) TerminateProcess(GetCurrentProcess(), 1);
+        };
+        play(saving);
+        TerminateProcess(GetCurrentProcess(), 0);
+    }
+    intptr_t code = 1;
+    int writeNumber = 0;
+    while (code == 1) {
+        SCOPED_TRACE(++writeNumber);
+        testing_support::emptyRegistry();
+        SetEnvironmentVariableA(kVariable, std::to_string(writeNumber).c_str());
+        code =
+            _spawnl(_P_WAIT, _pgmptr, _pgmptr, shipped::dllPath.c_str(), "--gtest_filter=*AtWhicheverWrite*", nullptr);
+        expectOldOrNew();
         Mappings now = stored();
         EXPECT_TRUE(now[".a"] == kBefore.at(".a") || now[".o"] == kAfter.at(".o")) << "all is written before it goes";
-    };
-    play(saving);
+    }
+    EXPECT_EQ(code, 0) << "of the process that reached its end";
+    EXPECT_GT(writeNumber, 12) << "three mappings of three values, and one that goes";
     EXPECT_EQ(stored(), kAfter);
+}
+
+TEST(MappingEditor, WritesNothingThatTheUserDidNotChange) {
     Mappings many = kBefore;
     for (int i = 0; i < 50; ++i) many[".m" + std::to_string(i)] = "TmxC;TmxT;";
     Scenario unchanged = editing(agree, many);
