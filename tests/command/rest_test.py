@@ -78,7 +78,7 @@ class Lines(CommandTest):
         for line, completions in (("", {command.split()[0] for command in commands}), ("extmap im", {"import"}),
                                   ("unc ", {"join", "length", "split"}), ("name --text ", {"utf-8"}),
                                   ("--json extmap import --dry", {"--dry-run"}), ("info ", set()),
-                                  ("extmap import ", {"a file.txt", "data", "map.txt"})):
+                                  ("--by", {"--bytes"}), ("extmap import ", {"a file.txt", "data", "map.txt"})):
             script = ('source "$0"; COMP_WORDS=("$@"); COMP_CWORD=$(($# - 1)); _tamrix "$1" "${@: -1}" "${@: -2:1}"; '
                       "printf '%s\\n' \"${COMPREPLY[@]}\"")
             words = ["bash", "-c", script, TOP / "share/completion/tamrix.bash", PROGRAM[0], *line.split(" ")]
@@ -104,8 +104,9 @@ class Names(CommandTest):
         (self.folder / "quotes.reg").write_text("REGEDIT4\n[HKEY_LOCAL_MACHINE\\Software\\Quillon Systems, Inc.\\File Client]\n"
                                                 '"QuoteChars"="#["\n"QuoteBracketChars"="[]"\n')
         only, chosen = "in the quote set", "in the configured quote set"
+        parts = "delimiter in paths of servers and printers"
         for options, name, windows, reasons, looks in (
-                ("", "a\r\udc87b", "a[013][135]b", {1: "control character", 2: only}, []),
+                ("", "a\r\udc87`", "a[013][135][096]", {1: "control character", 2: only, 3: parts}, []),
                 ("", "x[048][999][58][0:8][058", None, {17: "reserved by Windows"}, []),
                 ("", "[058][064]", None, {}, [(0, 58), (5, 64)]),
                 ("--registry quotes.reg", "x[035]", "x[091]035]", {1: chosen}, []),
