@@ -93,13 +93,13 @@ TEST(RegistryCalls, SizesAreReturnedAndNamesOfValuesKeepTheirCase) {
     const Opened k("k");
     BYTE bytes[2];
     char name[11];
-    DWORD queried = 2, enumerated = 2, nameSize = 11, keySize = 11;
+    DWORD queried = 2, enumerated = 2, nameSize = 11, keySize = 11, classSize = 2;
     EXPECT_EQ(RegQueryValueExA(k.key, "MIXED CASE", nullptr, nullptr, bytes, &queried), ERROR_MORE_DATA);
     EXPECT_EQ(RegEnumValueA(k.key, 0, name, &nameSize, nullptr, nullptr, bytes, &enumerated), ERROR_MORE_DATA);
     EXPECT_TRUE(queried == 3 && enumerated == 3) << "the size that is needed";
-    EXPECT_EQ(RegEnumKeyExA(HKEY_CURRENT_USER, 0, name, &keySize, nullptr, nullptr, nullptr, nullptr), ERROR_SUCCESS);
-    EXPECT_TRUE(keySize == 1 && name == "k"s) << "the size without the terminator";
     char text[5];
+    EXPECT_EQ(RegEnumKeyExA(HKEY_CURRENT_USER, 0, name, &keySize, nullptr, text, &classSize, nullptr), ERROR_SUCCESS);
+    EXPECT_TRUE(keySize == 1 && name == "k"s && classSize == 0) << "the sizes without the terminator";
     LONG size = 1;
     EXPECT_EQ(RegQueryValueA(HKEY_CURRENT_USER, "K", text, &size), ERROR_SUCCESS) << "empty where there is none";
     EXPECT_TRUE(size == 1 && !*text);

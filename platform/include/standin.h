@@ -63,7 +63,7 @@ void clearResources();
 enum class Kind {
     allocation,    ///< new (std::nothrow): null
     registry,      ///< ERROR_NOT_ENOUGH_MEMORY
-    conversion,    ///< MultiByteToWideChar, WideCharToMultiByte, LCMapStringA: 0
+    conversion,    ///< MultiByteToWideChar, LCMapStringA: 0
     resource,      ///< FindResourceA, SizeofResource, LoadResource, LockResource: null or 0
     globalMemory,  ///< GlobalAlloc, GlobalLock: null
 };

@@ -119,7 +119,6 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int leng
 
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD, LPCWSTR wide, int length, LPSTR text, int capacity,
                                LPCSTR defaultCharacter, LPBOOL usedDefault) {
-    if (faultDue(Kind::conversion)) return failed(ERROR_NOT_ENOUGH_MEMORY);
     const CodePage* page = codePageOf(codePage);
     if (!page || badArguments(wide, length, text, capacity)) return failed(ERROR_INVALID_PARAMETER);
     const std::u16string_view units = length < 0 ? std::u16string_view(wide, std::u16string_view(wide).size() + 1)

@@ -3,7 +3,6 @@
 #include <standin.h>
 
 #include <algorithm>
-#include <charconv>
 #include <memory>
 #include <mutex>
 #include <utility>
@@ -35,15 +34,10 @@ Resources& resources() {
 }
 
 // Returns the form in which types and names are compared: the string "#12" means the number 12, and names are
-// case-insensitive.
+// case-insensitive. Leading zeros of numbers are not supported.
 std::string identifier(const char* nameOrId) {
     if (IS_INTRESOURCE(nameOrId)) return '#' + std::to_string(reinterpret_cast<ULONG_PTR>(nameOrId));
     std::string name = nameOrId;
-    if (name[0] == '#') {
-        unsigned number = 0;
-        std::from_chars(name.data() + 1, name.data() + name.size(), number);
-        return '#' + std::to_string(number);
-    }
     for (char& letter : name)
         if (letter >= 'a' && letter <= 'z') letter = static_cast<char>(letter - 'a' + 'A');
     return name;
