@@ -71,11 +71,9 @@ int runJoin(const Arguments& arguments) {
     const int length = takeAndMeasure(arguments, parts);
     if (!length) return kUsageError;
     std::string path(static_cast<std::size_t>(length), '\0');
-    if (!StringsToUNC(parts.kind, path.data(), static_cast<unsigned short>(length), parts.zoneOrNull, parts.nameOrNull,
-                      parts.shareOrNull)) {
-        complain(arguments.operands()[0], "the library rejects the path");
-        return kUsageError;
-    }
+    // Succeeds for parts that UNCLength has accepted.
+    StringsToUNC(parts.kind, path.data(), static_cast<unsigned short>(length), parts.zoneOrNull, parts.nameOrNull,
+                 parts.shareOrNull);
     path.resize(path.find('\0'));
     if (!arguments.has("--json")) {
         print(shown(Side::windows, path) + "\n");
@@ -107,10 +105,10 @@ struct SplitPath {
 };
 
 SplitPath split(const std::string& path) {
-    const std::string empty(path.size() + 1, '\0');
-    SplitPath parts{0, empty, empty, empty, empty};
+    SplitPath parts;
+    parts.zone = parts.name = parts.share = parts.rest = std::string(path.size() + 1, '\0');
     parts.kind = UNCToStrings(path.c_str(), parts.zone.data(), parts.name.data(), parts.share.data(), parts.rest.data(),
-                              static_cast<unsigned>(empty.size()));
+                              static_cast<unsigned>(path.size() + 1));
     for (std::string* part : {&parts.zone, &parts.name, &parts.share, &parts.rest}) part->resize(part->find('\0'));
     return parts;
 }

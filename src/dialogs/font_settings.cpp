@@ -12,14 +12,6 @@ namespace tamrix {
 
 DialogFontSettings dialogFontSettings;
 
-void configureDialogFont(const char* face, std::uint32_t points) {
-    dialogFontSettings.isConfigured = true;
-    dialogFontSettings.pointSize = points;
-    const std::size_t length = std::min(std::strlen(face), sizeof dialogFontSettings.faceName - 1);
-    std::memcpy(dialogFontSettings.faceName, face, length);
-    dialogFontSettings.faceName[length] = 0;
-}
-
 void loadDialogFontSettings() {
     dialogFontSettings = {};
     RegKey key;
@@ -28,7 +20,10 @@ void loadDialogFontSettings() {
     if (!key.Open(HKEY_LOCAL_MACHINE, kSettingsPath)) return;
     if (!key.ValueByName("DialogFont", &face) || face.Type() != RegValString || !face.String()) return;
     if (!key.ValueByName("DialogFontSize", &size) || size.Type() != RegValDword) return;
-    configureDialogFont(face.String(), static_cast<std::uint32_t>(size.Value()));
+    dialogFontSettings.isConfigured = true;
+    dialogFontSettings.pointSize = static_cast<std::uint32_t>(size.Value());
+    const std::size_t length = std::min(std::strlen(face.String()), sizeof dialogFontSettings.faceName - 1);
+    std::memcpy(dialogFontSettings.faceName, face.String(), length);
 }
 
 }  // namespace tamrix

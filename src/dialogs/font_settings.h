@@ -16,8 +16,6 @@ struct DialogFontSettings {
 
 extern DialogFontSettings dialogFontSettings;
 
-void configureDialogFont(const char* face, std::uint32_t points);
-
 /// Reads face and size from the registry. No font is configured unless both exist.
 void loadDialogFontSettings();
 
