@@ -55,6 +55,12 @@ private:
 
 constexpr int kMaxPasses = 6;
 
+bool isSameExtension(const Mapping& a, const Mapping& b) {
+    return a.extension == b.extension;
+}
+
+}  // namespace
+
 std::vector<Mapping> mappingsOfOnePass() {
     std::vector<Mapping> mappings;
     Record record;
@@ -66,16 +72,10 @@ std::vector<Mapping> mappingsOfOnePass() {
     return mappings;
 }
 
-bool isSameExtension(const Mapping& a, const Mapping& b) {
-    return a.extension == b.extension;
-}
-
-}  // namespace
-
-bool allMappings(std::vector<Mapping>& mappings) {
-    mappings = mappingsOfOnePass();
+bool allMappings(std::vector<Mapping>& mappings, std::vector<Mapping> (*onePass)()) {
+    mappings = onePass();
     for (int pass = 1; pass < kMaxPasses; ++pass) {
-        const std::vector<Mapping> before = std::exchange(mappings, mappingsOfOnePass());
+        const std::vector<Mapping> before = std::exchange(mappings, onePass());
         const bool repeats = std::adjacent_find(mappings.begin(), mappings.end(), isSameExtension) != mappings.end();
         if (mappings == before && !repeats) return true;
     }

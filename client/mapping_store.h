@@ -8,10 +8,13 @@
 
 namespace tamrix::client {
 
-/// Lists every complete mapping whose extension has 1 to 15 bytes, sorted by the extension's bytes. The registry is
-/// enumerated by index, so a mapping can be missed or repeated while another program adds or removes keys. Therefore
-/// the enumeration is repeated until two in a row agree. Returns false if none do; some mappings may then be missing.
-bool allMappings(std::vector<Mapping>& mappings);
+/// Enumerates every complete mapping whose extension has 1 to 15 bytes, sorted by the extension's bytes. The registry
+/// is enumerated by index, so a mapping can be missed or repeated while another program adds or removes keys.
+std::vector<Mapping> mappingsOfOnePass();
+
+/// Lists the mappings once each. Repeats the enumeration until two in a row agree. Returns false if none do; some
+/// mappings may then be missing.
+bool allMappings(std::vector<Mapping>& mappings, std::vector<Mapping> (*onePass)() = mappingsOfOnePass);
 
 /// Finds the mapping of an extension, which must include its dot; false if it has none.
 bool findMapping(const std::string& extension, Mapping& mapping);

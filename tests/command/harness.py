@@ -16,6 +16,7 @@ import unittest
 TOP = pathlib.Path(__file__).resolve().parent.parent.parent
 PROGRAM = [os.path.abspath(word) if os.path.exists(word) else word for word in sys.argv[1:]]
 IS_NATIVE = len(PROGRAM) == 1
+FULL_DISK = (resource.RLIMIT_FSIZE, (8, 8))
 native_only = unittest.skipUnless(IS_NATIVE, "what it needs, or tells of the rules, is native")
 windows_only = unittest.skipIf(IS_NATIVE, "what it needs is on Windows only")
 
@@ -35,22 +36,21 @@ class CommandTest(unittest.TestCase):
         except OSError as reason:
             self.skipTest(str(reason))
 
-    def tamrix(self, line, *arguments, status=0, named="", full_disk=False, at_call=0, then="", **options):
+    def tamrix(self, line, *arguments, status=0, named="", limit=None, at_call=0, then="", **options):
         # What the program prints. `line` is split as a shell would, with `<<<` and what is typed at its end, and
         # `arguments` follow as they are. It ends with `status`, and complains of what it did not do, each time with its
-        # name, and at some time of each `named`. A limit on the size of files stands for a full disk; with the signal
-        # ignored, it is an error of writing. Before call number `at_call` of those that change the disk, the shell runs
-        # `then`, whose status is the error of that call.
+        # name, and at some time of each `named`. `limit` is what setrlimit takes; with the signal
+        # ignored, a limit on the size of files is an error of writing. Before call number `at_call` of those that
+        # change the disk, the shell runs `then`, whose status is the error of that call.
         words, typed, environment = shlex.split(line), "", dict(self.environment)
         if "<<<" in words:
             *words, _, typed = words
         if at_call:
             environment |= {"AT_CALL": str(at_call), "THEN": then, "LD_PRELOAD": os.environ["TAMRIX_AT_CALL"],
                             "ASAN_OPTIONS": "verify_asan_link_order=0:detect_leaks=0"}
-        limit = (lambda: resource.setrlimit(resource.RLIMIT_FSIZE, (8, 8))) if full_disk else None
         streams = {"input": os.fsencode(typed), "stdout": subprocess.PIPE, "stderr": subprocess.PIPE} | options
-        ran = subprocess.run([*PROGRAM, *words, *arguments], cwd=self.folder, env=environment, preexec_fn=limit,
-                             restore_signals=not full_disk, timeout=120, **streams)
+        ran = subprocess.run([*PROGRAM, *words, *arguments], cwd=self.folder, env=environment, restore_signals=not limit,
+                             preexec_fn=limit and (lambda: resource.setrlimit(*limit)), timeout=120, **streams)
         said, printed = os.fsdecode(ran.stderr or b""), os.fsdecode(ran.stdout or b"")
         self.assertIn(ran.returncode, status if isinstance(status, tuple) else (status,), (line, arguments, printed, said))
         self.assertTrue(ran.returncode == 0 or said or printed or named is None, line)

@@ -4,7 +4,7 @@ import os
 import re
 import subprocess
 
-from harness import IS_NATIVE, PROGRAM, TOP, CommandTest, main, native_only, on_windows_95, windows_only, windows_registry
+from harness import FULL_DISK, IS_NATIVE, PROGRAM, TOP, CommandTest, main, native_only, on_windows_95, windows_only, windows_registry
 
 
 class Mappings(CommandTest):
@@ -22,11 +22,12 @@ class Mappings(CommandTest):
     def test_each_line_does_what_it_says_or_names_what_is_wrong(self):
         (self.folder / "big").write_bytes(b"\n" * (17 << 20))
         os.symlink("data/new.txt", self.folder / "dangling")
-        mappings = ".a23456789012345\tBnHq\tSIT \n.ta\tTEXT\tttxt\n"
+        mappings, most = ".TA\tTEXT\tttxt\n.a23456789012345\tBnHq\tSIT \n", "x" * 32767
         quoted = mappings.replace("SIT ", '"SIT "')
-        self.rows([("extmap set .ta TEXT ttxt Plain", ""), ("extmap set a23456789012345 BnHq 'SIT '", ""),
-                   ("extmap get .TA", ".TA\tTEXT\tttxt\tPlain\n"), ("extmap list --type BnHq --creator ttxt", ""),
-                   ("extmap set ta TEXT MOSS", ""), ("extmap get ta", ".ta\tTEXT\tMOSS\tPlain\n"),
+        self.rows([("extmap set .TA TEXT ttxt " + most, ""), ("extmap set a23456789012345 BnHq 'SIT '", ""),
+                   ("extmap get .TA", f".TA\tTEXT\tttxt\t{most}\n"), ("extmap list --type BnHq --creator ttxt", ""),
+                   ("extmap set ta TEXT MOSS", ""), ("extmap get ta", f".ta\tTEXT\tMOSS\t{most}\n"),
+                   ("extmap set ta TEXT ttxt x" + most, 2, "cannot store the mapping; nothing has changed"),
                    ("extmap set ta TEXT ttxt ''", ""), ("extmap get ta", ".ta\tTEXT\tttxt\n"),
                    ("extmap set tb TXT ttxt", 2, "TXT: a code must have 4"), ("extmap set tb TEXT five5", 2, "five5"),
                    ("extmap set . TEXT ttxt", 2, "not an extension"), (r"extmap set 'a\b' TEXT ttxt", 2, r"a\b"),
@@ -34,7 +35,7 @@ class Mappings(CommandTest):
                    ("extmap list --type abc", 2, "abc"), ("extmap list --creator abc", 2, "abc"),
                    ("extmap get ''", 2, "not an extension"), ("extmap remove ta ''", 2, "not an extension"),
                    ("extmap import - <<< '\n\n.a\tTEXT\tfive5'", 2, "-:3: the creator must"),
-                   ("extmap import big", 2, "big: the file is larger"), ("extmap import no", 2, "no: cannot read the file"),
+                   ("extmap import big", 2, "big: the file is larger"), ("extmap import no", 2, "no: cannot read the file: N"),
                    ("extmap list", mappings), ("extmap export /dev/stdout", quoted), ("extmap export dangling", ""),
                    ("extmap export /dev/full", 2, "/dev/full: cannot write"),
                    ("extmap remove no ta a23456789012345", 1, "no: no mapping"), ("extmap list", "")])
@@ -77,9 +78,9 @@ class Mappings(CommandTest):
         os.symlink("map.txt", self.folder / "link.txt")
         os.mkdir(self.folder / "folder")
         before = sorted(os.listdir(self.folder))
-        for target, full_disk in (("map.txt", True), ("link.txt", True), ("new.txt", True), ("absent/map.txt", False),
-                                  ("folder", False)):
-            self.tamrix("extmap export", target, status=2, named=target + ": cannot write", full_disk=full_disk)
+        for target, limit in (("map.txt", FULL_DISK), ("link.txt", FULL_DISK), ("new.txt", FULL_DISK),
+                              ("absent/map.txt", None), ("folder", None)):
+            self.tamrix("extmap export", target, status=2, named=target + ": cannot write", limit=limit)
             self.assertEqual((sorted(os.listdir(self.folder)), former.read_text()), (before, "former\n"))
         self.tamrix("extmap export link.txt")
         self.assertEqual((sorted(os.listdir(self.folder)), former.read_text()), (before, self.tamrix("extmap export")))
@@ -116,7 +117,7 @@ class Mappings(CommandTest):
         line, file = "extmap set tb TEXT ttxt --registry r.reg", self.folder / "r.reg"
         self.tamrix("extmap set ta TEXT ttxt --registry r.reg")
         former = file.read_bytes()
-        self.tamrix(line, status=2, named="r.reg: cannot write", full_disk=True)
+        self.tamrix(line, status=2, named="r.reg: cannot write", limit=FULL_DISK)
         for call in (1, 2, 3, 4):  # the new file is written, flushed and renamed, and last its folder flushed
             self.assertEqual(file.read_bytes(), former)
             self.tamrix(line, at_call=call, then="kill -KILL $PPID", status=-9, named=None)

@@ -4,6 +4,7 @@ import os
 import random
 import shutil
 import subprocess
+from resource import RLIMIT_NOFILE
 
 from harness import IS_NATIVE, CommandTest, main, native_only, on_windows_95, windows_only
 
@@ -96,13 +97,20 @@ class Rename(RenameTest):
 
     def test_never_more_than_is_meant(self):
         before, root = self.make("a[064]"), "/" if IS_NATIVE else "C:\\\\"
-        (self.folder / "kept").write_text("kept")
+        title, head = "tamrix rename journal 1", "\nto-mac\ttext\ntree\tgone\n"
+        for status, named, text in ((1, "stopped: gone: ", title + head), (2, "(line 4)", title + head + "in\t\\q\n"),
+                                    (2, "(line 5)", title + head + "in\ta\nlink\ta\tb\tc\td\n"),
+                                    (2, "not a journal of tamrix rename (line 1)", "kept" + head)):
+            (self.folder / "kept").write_text(text)
+            self.tamrix("rename --undo kept", status=status, named=named)
         self.rows([("rename --to-mac ''", 2, "DIR is empty"), (f"rename --to-mac {root}", 2, "a whole disk"),
                    ("rename", 2, "DIR"), ("rename tree", 2, "use either"), ("rename --to-mac no", 2, "no: "),
-                   ("rename --to-mac tree/a[064]", 2, "a[064]: not a folder"), ("rename --undo kept", 2, "not a journal"),
+                   ("rename --to-mac tree/a[064]", 2, "a[064]: not a folder"),
                    ("rename --to-mac --apply --journal tree/j tree", 2, "tree/j: the journal must not be in"),
-                   ("rename --to-mac --apply --journal kept tree", 2, "kept: "), ("rename --undo j tree", 2, "only the")])
-        self.assertEqual((self.tree(), (self.folder / "kept").read_text()), (before, "kept"))
+                   ("rename --to-mac --apply --journal kept tree", 2, "kept: "),
+                   *((f"rename --undo j {more}", 2, "only the")
+                     for more in ("tree", "--to-mac", "--to-windows", "--apply", "--journal=k"))])
+        self.assertEqual((self.tree(), (self.folder / "kept").read_text()), (before, "kept" + head))
 
     @native_only
     def test_nothing_is_overwritten_or_confused_and_all_comes_back(self):
@@ -140,14 +148,15 @@ class Rename(RenameTest):
         self.assertTrue(all(reason in rows[name] for name, reason in names.items()), rows)
         self.make("a[047]b", "c[000]", "Y", "y")
         self.tamrix("rename --to-mac tree", status=1, named=["slash", "zero byte", "by the disk: 2", "nothing to rename"])
-        self.make("\u5341\u6642.")
-        self.tamrix("rename --to-windows --code-page 932 tree", status=1, named="Windows drops a final period")
+        self.make("\u5341\u6642.", "a\r\x7f")
+        self.rows([("rename --to-windows --bytes --code-page 932 tree", 1, "Windows drops a final period",
+                    "tree/a\\x0D\\x7F -> a[013][127]\n")])
 
     @native_only
     def test_links_follow_what_they_point_to(self):
         tree = f"{self.folder}/tree"
         before = self.make("d:/f:", "p", links=[
-            ("a", "d:/f:"), ("b:", "./d:/../d:/"), ("c", "b:/f:"), ("d:/up", "../p"), ("e", tree + "/d:"),
+            ("a", "d:/f:"), ("b:", "./d:/../d:/"), ("c", "b:/f:"), ("d:/up", "../d:/f:"), ("e", tree + "/d:"),
             ("i", "../tree/d:"), ("o", "../out"), ("x", "gone:")])
         planned = {row["from"]: row for row in self.json("rename --to-windows tree")["entries"] if "newTarget" in row}
         self.assertEqual([planned["a"][name] for name in ("status", "oldTarget", "newTarget")],
@@ -155,7 +164,7 @@ class Rename(RenameTest):
         self.tamrix(TO_WINDOWS, named="tree/o: the link's target is outside the folder: ../out")
         self.assertEqual(self.tree(), {
             "d[058]/f[058]": "d:/f:", "p": "p", "a": "d[058]/f[058]", "b[058]": "./d[058]/../d[058]/",
-            "c": "b[058]/f[058]", "d[058]/up": "../p", "e": tree + "/d[058]", "i": "../tree/d[058]", "o": "../out",
+            "c": "b[058]/f[058]", "d[058]/up": "../d[058]/f[058]", "e": tree + "/d[058]", "i": "../tree/d[058]", "o": "../out",
             "x": "gone:"})
         (self.folder / "tree/a").unlink()
         os.symlink("p", self.folder / "tree/a")
@@ -191,24 +200,25 @@ class Rename(RenameTest):
             self.tamrix(UNDO, named=f"{done} reverted, 0 skip")
             self.assertLessEqual({"a:", "c:"}, self.tree().keys())
         self.tamrix(TO_WINDOWS, at_call=4, then="exit 5", status=1, named=["a:: Input/output error", "2 renamed, 1 skip"])
-        self.tamrix(UNDO + "-2", named="2 reverted, 0 skip")
-        self.tamrix(TO_WINDOWS + " --journal j", at_call=4, then="exit 22", named="3 renamed, 0 skip")
+        self.tamrix(UNDO + "-2", at_call=1, then="touch 'tree/a[058]'", named="2 reverted, 0 skip")
+        self.tamrix(TO_WINDOWS + " --journal j", at_call=4, then="exit 22", status=1, named="2 renamed, 1 skip")
         self.tamrix("rename --undo j", at_call=1, then="kill -TERM $PPID", status=1, named="stopped: interrupted")
-        (self.folder / "tree/b:").write_bytes(b"new")
+        self.tamrix("rename --undo j", at_call=1, then="printf new > tree/b:; exit 22", status=1, named="name already exists")
         self.tamrix("rename --undo j", status=1, named="b[058]: both names now exist")
-        self.assertEqual(self.tree(), {"a:": "a:", "b:": "new", "b[058]": "b:", "c:": "c:"})
+        self.assertEqual(self.tree(), {"a:": "a:", "a[058]": "", "b:": "new", "b[058]": "b:", "c:": "c:"})
 
         self.make("d:/f:", links=[("l", "d:/f:")])
         self.tamrix(TO_WINDOWS, at_call=5, then="ln -sfn p tree/l", status=1, named=["l has another", ", 1 remaining"])
 
     @native_only
     def test_paths_may_be_long_and_a_terminal_sees_how_far_it_is(self):
-        subprocess.run("mkdir tree; cd tree; for i in $(seq 200); do mkdir $(printf %030d: $i); "
+        subprocess.run("mkdir tree; cd tree; for i in $(seq 300); do mkdir $(printf %030d: $i); "
                        "cd -P $(printf %030d: $i); done", shell=True, cwd=self.folder, check=True)
-        self.tamrix(TO_WINDOWS, at_call=4, then="sleep 2.1", named="200 renamed, 0 skipped, 0 remaining")
+        self.tamrix("rename --to-mac tree", status=1, named="Too many open files", limit=(RLIMIT_NOFILE, (4, 4)))
+        self.tamrix(TO_WINDOWS, at_call=4, then="sleep 2.1", named="300 renamed, 0 skipped", limit=(RLIMIT_NOFILE, (32, 32)))
         terminal, end = self.terminal()
-        self.assertEqual(self.tamrix(UNDO, at_call=4, then="sleep 2.1", stderr=end).count("\n"), 200)
-        self.assertRegex(os.read(terminal, 9999), rb"\r\d+ of 200")
+        self.assertEqual(self.tamrix(UNDO, at_call=4, then="sleep 2.1", stderr=end).count("\n"), 300)
+        self.assertRegex(os.read(terminal, 9999), rb"\r\d+ of 300\r {30}\r")
 
 
 @on_windows_95
