@@ -59,11 +59,11 @@ bool takeParts(const Arguments& arguments, Parts& parts) {
 int takeAndMeasure(const Arguments& arguments, Parts& parts) {
     if (!takeParts(arguments, parts)) return 0;
     const int length = UNCLength(parts.kind, parts.zoneOrNull, parts.nameOrNull, parts.shareOrNull);
-    if (length <= 0)
+    if (length == 0)
         complain(arguments.operands()[0], parts.kind == kPrinter && !parts.shareOrNull
                                               ? "a printer needs a share"
                                               : "the path is longer than " + std::to_string(kMaxPathSize) + " bytes");
-    return length > 0 ? length : 0;
+    return length;
 }
 
 int runJoin(const Arguments& arguments) {
