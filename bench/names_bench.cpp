@@ -46,7 +46,7 @@ std::string convertibleBytes() {
     for (int value = 0x80; value < 0x100; ++value) {
         const char byte = static_cast<char>(value);
         char out[4];
-        if (!tamrix::nameRules.inSet[value] && converter.convert(out, sizeof out, &byte, 1) == 1) bytes += byte;
+        if (!tamrix::nameRules.decodes[value] && converter.convert(out, sizeof out, &byte, 1) == 1) bytes += byte;
     }
     return bytes;
 }

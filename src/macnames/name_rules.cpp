@@ -20,11 +20,10 @@ NameRules makeNameRules(const QuoteSettings& quotes, const LeadByteTable& leadBy
     rules.close = quotes.close;
     for (int byte = 0; byte < 256; ++byte) {
         const auto same = static_cast<std::uint8_t>(byte);
-        rules.inSet[byte] = quotes.inSet[byte];
-        rules.decodes[byte] = rules.inSet[byte] || byte == ' ' || byte == '.';
+        rules.decodes[byte] = quotes.inSet[byte] || byte == ' ' || byte == '.';
         const bool lead = leadBytes.isLead[byte];
-        const bool quoted = rules.inSet[byte] && !isNeverQuoted(byte);
-        if (byte != 0 && !lead) rules.maxSize[byte] = rules.inSet[byte] ? kQuoteSize : std::uint8_t{1};
+        const bool quoted = quotes.inSet[byte] && !isNeverQuoted(byte);
+        if (byte != 0 && !lead) rules.maxSize[byte] = quotes.inSet[byte] ? kQuoteSize : std::uint8_t{1};
         rules.mac[byte] = {roleOf(byte, lead, quoted), table ? (*table)[byte].toWindows : same};
         rules.windows[byte] = {roleOf(byte, lead, byte == rules.open), byte == '\\' ? std::uint8_t{0}
                                                                        : table      ? (*table)[byte].toMacintosh

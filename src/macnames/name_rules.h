@@ -47,9 +47,8 @@ inline constexpr std::uint8_t kQuoteSize = 5;
 struct NameRules {
     ByteRule mac[256];          // rules for the bytes of an AFP name
     ByteRule windows[256];      // rules for the bytes of a Windows name; the backslash is converted to zero
-    bool inSet[256];            // the quote set; letters, digits and the space in it are decoded, but not quoted
     std::uint8_t maxSize[256];  // maximum size of a converted byte of an AFP name; 0 for lead bytes and the terminator
-    bool decodes[256];          // whether a quote of this byte is decoded: bytes in the set, space, period
+    bool decodes[256];          // whether a quote of this byte is decoded: the quote set, space, period
     unsigned char open;
     unsigned char close;
 };

@@ -4,8 +4,8 @@
 #include <new>
 #include <utility>
 
-#include "registry/registry_layout.h"
 #include "strings/copied_string.h"
+#include "tamrix32/registry.h"
 
 namespace {
 

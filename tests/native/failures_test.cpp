@@ -153,7 +153,7 @@ void splitPath(Scene& s) {
 
 void attach(Scene& s) {
     s << DllMain(nullptr, DLL_PROCESS_ATTACH, nullptr);
-    s << int(std::count(nameRules.inSet, nameRules.inSet + 256, true)) << std::string{char(nameRules.open)}
+    s << int(std::count(nameRules.decodes, nameRules.decodes + 256, true)) << std::string{char(nameRules.open)}
       << std::string{char(nameRules.close)} << dialogFontSettings.face() << int(dialogFontSettings.pointSize);
 }
 
@@ -230,7 +230,7 @@ const Operation kOperations[] = {
     {"a resource is copied whole", "none 0|0 0", copyResource},
     {"a template that is there whole, and a face", "6 0|0 6", prepareDialog},
     {"settings that can't be read are not configured",
-     "1 74 { } Tahoma 9|1 2 [ ] Tahoma 9|1 74 [ ] Tahoma 9|1 2 { } - 0", attach},
+     "1 76 { } Tahoma 9|1 4 [ ] Tahoma 9|1 76 [ ] Tahoma 9|1 4 { } - 0", attach},
 };
 
 /// Type, creator and comment of .a.

@@ -96,12 +96,6 @@ class Canvas:
     def ellipse(self, x, y, rx, ry, paint):
         self.fill(circle(x, y, rx, ry), paint)
 
-    def rounded(self, x, y, width, height, radius, paint):
-        right, bottom = x + width - radius, y + height - radius
-        x, y = x + radius, y + radius
-        self.fill(circle(right, bottom, radius, None, 0, 90, 8) + circle(x, bottom, radius, None, 90, 180, 8)
-                  + circle(x, y, radius, None, 180, 270, 8) + circle(right, y, radius, None, 270, 360, 8), paint)
-
     def stroke(self, line, width, paint, round_ends=True):
         """Draws a line of points with a round pen. `paint` must not be a table: where the pen's steps overlap, a table
         would be applied twice."""
