@@ -1,6 +1,7 @@
 /* The part of Win32 without windows, drawing and dialogs, for native builds. Declares only the types, constants and
    functions that the library's modules, the command and their tests use, with the platform's names and documented
-   behaviour. tests/registry_calls_test.cpp tests the registry calls here and on the real platform.
+   behaviour, except that no call sets the thread's last error. tests/registry_calls_test.cpp tests the registry calls
+   here and on the real platform.
 
    LONG and DWORD have 32 bits everywhere. WCHAR is char16_t here but wchar_t on Windows, so use WCHAR, never wchar_t.
    Compiles as C and as C++. Longer than other headers, because all sources include this one header by this name. */
@@ -93,7 +94,6 @@ typedef struct _SECURITY_ATTRIBUTES {
 
 /* Result codes. */
 
-#define NO_ERROR 0
 #define ERROR_SUCCESS 0
 #define ERROR_FILE_NOT_FOUND 2
 #define ERROR_ACCESS_DENIED 5
@@ -101,16 +101,12 @@ typedef struct _SECURITY_ATTRIBUTES {
 #define ERROR_NOT_ENOUGH_MEMORY 8
 #define ERROR_INVALID_DATA 13
 #define ERROR_INVALID_PARAMETER 87
-#define ERROR_INSUFFICIENT_BUFFER 122
 #define ERROR_BAD_PATHNAME 161
 #define ERROR_MORE_DATA 234
 #define ERROR_NO_MORE_ITEMS 259
 #define ERROR_NOACCESS 998
-#define ERROR_INVALID_FLAGS 1004
 #define ERROR_BADKEY 1010
 #define ERROR_KEY_DELETED 1018
-#define ERROR_NO_UNICODE_TRANSLATION 1113
-#define ERROR_RESOURCE_NAME_NOT_FOUND 1814
 
 /* Registry. */
 
@@ -140,7 +136,6 @@ typedef struct _SECURITY_ATTRIBUTES {
 #define REG_EXPAND_SZ 2
 #define REG_BINARY 3
 #define REG_DWORD 4
-#define REG_MULTI_SZ 7
 
 #ifdef __cplusplus
 extern "C" {
@@ -210,7 +205,7 @@ BOOL WINAPI GlobalUnlock(HGLOBAL block);
 SIZE_T WINAPI GlobalSize(HGLOBAL block);
 HGLOBAL WINAPI GlobalFree(HGLOBAL block);
 
-/* Message boxes, window classes, errors and counters. */
+/* Message boxes, window classes and counters. */
 
 #define MB_OK 0x00000000
 #define MB_SETFOREGROUND 0x00010000
@@ -218,8 +213,6 @@ HGLOBAL WINAPI GlobalFree(HGLOBAL block);
 
 int WINAPI MessageBoxA(HWND owner, LPCSTR text, LPCSTR caption, UINT style);
 BOOL WINAPI UnregisterClassA(LPCSTR name, HINSTANCE module);
-DWORD WINAPI GetLastError(void);
-void WINAPI SetLastError(DWORD code);
 
 static inline LONG InterlockedIncrement(LONG volatile* number) {
     return __atomic_add_fetch(number, 1, __ATOMIC_SEQ_CST);

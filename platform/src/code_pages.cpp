@@ -36,11 +36,6 @@ const CodePage* codePageOf(UINT number) {
     return CodePage::find(number);
 }
 
-int failed(DWORD code) {
-    SetLastError(code);
-    return 0;
-}
-
 // The output of a conversion. Counts all units and writes those that fit; with a capacity of 0 it only counts.
 template <typename Unit>
 class Output {
@@ -52,7 +47,7 @@ public:
         ++count_;
     }
 
-    int result() const { return capacity_ == 0 || count_ <= capacity_ ? count_ : failed(ERROR_INSUFFICIENT_BUFFER); }
+    int result() const { return capacity_ == 0 || count_ <= capacity_ ? count_ : 0; }
 
 private:
     Unit* target_;
@@ -105,13 +100,13 @@ BOOL WINAPI IsDBCSLeadByte(BYTE value) {
 }
 
 int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int length, LPWSTR wide, int capacity) {
-    if (faultDue(Kind::conversion)) return failed(ERROR_NOT_ENOUGH_MEMORY);
+    if (faultDue(Kind::conversion)) return 0;
     const CodePage* page = codePageOf(codePage);
-    if (!page || badArguments(text, length, wide, capacity)) return failed(ERROR_INVALID_PARAMETER);
+    if (!page || badArguments(text, length, wide, capacity)) return 0;
     Output<WCHAR> output(wide, capacity);
     for (std::string_view rest = textOf(text, length); !rest.empty();) {
         const auto unit = page->toUnicode(page->take(rest));
-        if (!unit && (flags & MB_ERR_INVALID_CHARS)) return failed(ERROR_NO_UNICODE_TRANSLATION);
+        if (!unit && (flags & MB_ERR_INVALID_CHARS)) return 0;
         output.put(unit.value_or(page->defaultUnit()));
     }
     return output.result();
@@ -120,7 +115,7 @@ int WINAPI MultiByteToWideChar(UINT codePage, DWORD flags, LPCSTR text, int leng
 int WINAPI WideCharToMultiByte(UINT codePage, DWORD, LPCWSTR wide, int length, LPSTR text, int capacity,
                                LPCSTR defaultCharacter, LPBOOL usedDefault) {
     const CodePage* page = codePageOf(codePage);
-    if (!page || badArguments(wide, length, text, capacity)) return failed(ERROR_INVALID_PARAMETER);
+    if (!page || badArguments(wide, length, text, capacity)) return 0;
     const std::u16string_view units = length < 0 ? std::u16string_view(wide, std::u16string_view(wide).size() + 1)
                                                  : std::u16string_view(wide, static_cast<std::size_t>(length));
     std::string_view substitute = defaultCharacter ? defaultCharacter : "?";
@@ -137,9 +132,9 @@ int WINAPI WideCharToMultiByte(UINT codePage, DWORD, LPCWSTR wide, int length, L
 }
 
 int WINAPI LCMapStringA(LCID, DWORD flags, LPCSTR source, int length, LPSTR target, int capacity) {
-    if (faultDue(Kind::conversion)) return failed(ERROR_NOT_ENOUGH_MEMORY);
-    if (badArguments(source, length, target, capacity)) return failed(ERROR_INVALID_PARAMETER);
-    if (flags != LCMAP_UPPERCASE && flags != LCMAP_LOWERCASE) return failed(ERROR_INVALID_FLAGS);
+    if (faultDue(Kind::conversion)) return 0;
+    if (badArguments(source, length, target, capacity)) return 0;
+    if (flags != LCMAP_UPPERCASE && flags != LCMAP_LOWERCASE) return 0;
     const CodePage& page = ansiCodePage();
     Output<char> output(target, capacity);
     // The other case never has more bytes, so source and target may be the same memory.

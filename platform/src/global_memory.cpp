@@ -40,23 +40,17 @@ Block* find(HGLOBAL handle) {
     return found == blocks().live.end() ? nullptr : &found->second;
 }
 
-template <typename Result>
-Result failed(DWORD code, Result result) {
-    SetLastError(code);
-    return result;
-}
-
 }  // namespace
 
 HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size) {
-    if (faultDue(Kind::globalMemory)) return failed<HGLOBAL>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    if (faultDue(Kind::globalMemory)) return nullptr;
     const std::scoped_lock lock(blocks().guard);
     Block block;
     block.moveable = (flags & GMEM_MOVEABLE) != 0;
     block.size = size;
     // A fixed block of size 0 still has an address, which is its handle.
     if (size || !block.moveable) block.bytes.reset(flags & GMEM_ZEROINIT ? std::calloc(size, 1) : std::malloc(size));
-    if (size && !block.bytes) return failed<HGLOBAL>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    if (size && !block.bytes) return nullptr;
     HGLOBAL handle = block.bytes.get();
     if (block.moveable) {
         handle = reinterpret_cast<HGLOBAL>(blocks().nextHandle);
@@ -67,10 +61,10 @@ HGLOBAL WINAPI GlobalAlloc(UINT flags, SIZE_T size) {
 }
 
 LPVOID WINAPI GlobalLock(HGLOBAL handle) {
-    if (faultDue(Kind::globalMemory)) return failed<LPVOID>(ERROR_NOT_ENOUGH_MEMORY, nullptr);
+    if (faultDue(Kind::globalMemory)) return nullptr;
     const std::scoped_lock lock(blocks().guard);
     Block* block = find(handle);
-    if (!block) return failed<LPVOID>(ERROR_INVALID_HANDLE, nullptr);
+    if (!block) return nullptr;
     if (block->moveable && block->bytes) ++block->locks;
     return block->bytes.get();
 }
@@ -78,23 +72,21 @@ LPVOID WINAPI GlobalLock(HGLOBAL handle) {
 BOOL WINAPI GlobalUnlock(HGLOBAL handle) {
     const std::scoped_lock lock(blocks().guard);
     Block* block = find(handle);
-    if (!block) return failed<BOOL>(ERROR_INVALID_HANDLE, FALSE);
+    if (!block) return FALSE;
     if (!block->moveable) return TRUE;
-    constexpr DWORD kNotLocked = 158;
-    if (block->locks == 0) return failed<BOOL>(kNotLocked, FALSE);
-    return --block->locks > 0 ? TRUE : failed<BOOL>(NO_ERROR, FALSE);
+    return block->locks > 0 && --block->locks > 0;
 }
 
 SIZE_T WINAPI GlobalSize(HGLOBAL handle) {
     const std::scoped_lock lock(blocks().guard);
     const Block* block = find(handle);
-    return block ? block->size : failed<SIZE_T>(ERROR_INVALID_HANDLE, 0);
+    return block ? block->size : 0;
 }
 
 HGLOBAL WINAPI GlobalFree(HGLOBAL handle) {
     const std::scoped_lock lock(blocks().guard);
     if (!handle || blocks().live.erase(handle)) return nullptr;
-    return failed<HGLOBAL>(ERROR_INVALID_HANDLE, handle);
+    return handle;
 }
 
 std::size_t standin::openGlobalBlocks() {

@@ -57,7 +57,6 @@ template <typename Handle>
 Resource* resourceOf(Handle handle) {
     for (const auto& resource : resources().all)
         if (static_cast<void*>(resource.get()) == static_cast<void*>(handle)) return resource.get();
-    SetLastError(ERROR_INVALID_HANDLE);
     return nullptr;
 }
 
@@ -99,7 +98,6 @@ HRSRC WINAPI FindResourceA(HMODULE module, LPCSTR name, LPCSTR type) {
     if (faultDue(Kind::resource)) return nullptr;
     const std::scoped_lock lock(resources().guard);
     Resource* found = find(moduleOrProgram(module), identifier(type), identifier(name));
-    if (!found) SetLastError(ERROR_RESOURCE_NAME_NOT_FOUND);
     return reinterpret_cast<HRSRC>(found);
 }
 
